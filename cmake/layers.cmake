@@ -1,0 +1,33 @@
+# vantrelix_layer(NAME [BELOW...])
+#
+# One folder under src/ as one static library, linked with exactly the layers that stand below it. A header of another
+# layer is reached as "layer/Header.h"; tests/layers proves that no include points upward.
+function(vantrelix_layer name)
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${name}/*.cpp
+       ${PROJECT_SOURCE_DIR}/src/${name}/*/*.cpp ${PROJECT_SOURCE_DIR}/src/${name}/*.h)
+  if(NOT sources)
+    return()
+  endif()
+  add_library(vantrelix_${name} STATIC ${sources})
+  set_target_properties(vantrelix_${name} PROPERTIES LINKER_LANGUAGE CXX)
+  target_include_directories(vantrelix_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(vantrelix_${name} PRIVATE vantrelix_options)
+  foreach(below IN LISTS ARGN)
+    target_link_libraries(vantrelix_${name} PUBLIC vantrelix_${below})
+  endforeach()
+endfunction()
+
+# vantrelix_tests(NAME [LINKED...])
+#
+# tests/NAME as one GoogleTest program that links the layer of that name and what is listed.
+function(vantrelix_tests name)
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${name}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(${name}_tests ${sources})
+  target_link_libraries(${name}_tests PRIVATE vantrelix_options test_support ${ARGN})
+  target_include_directories(${name}_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  gtest_discover_tests(${name}_tests TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
+                       PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen" TIMEOUT 120)
+endfunction()

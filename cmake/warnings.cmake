@@ -1,0 +1,14 @@
+# What every target of the project is compiled with. Warnings are errors.
+add_library(vantrelix_options INTERFACE)
+target_compile_options(vantrelix_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
+  -Wunused -Wnull-dereference -Wdouble-promotion -Wimplicit-fallthrough -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # g++ 12 reports these from inside its own standard library when it inlines.
+  target_compile_options(vantrelix_options INTERFACE -Wno-null-dereference -Wno-restrict)
+endif()
+if(VANTRELIX_SANITIZE)
+  target_compile_options(vantrelix_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(vantrelix_options INTERFACE -fsanitize=address,undefined)
+endif()

@@ -1,0 +1,130 @@
+// The antenna lookup control: one antenna of a facility, picked from a library or typed.
+//
+// Every value lives in its widget and nowhere else: to read a value is to read the widget. The control never validates on
+// behalf of the host; what is typed is kept as typed. Text getters give the widget's text without outer blanks.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "foundation/Value.h"
+#include "ui/UserControl.h"
+#include "ui/widgets.h"
+
+namespace vantrelix {
+
+class scLookAnt : public UserControl {
+ public:
+  explicit scLookAnt(std::string name = "scLookAnt");
+  ~scLookAnt() override;
+
+  // Values. A null value shows as "NULL" in the file and as blank everywhere else.
+  std::string sValueFile() const;
+  void sValueFile(const Value& value);
+  std::string sValueID() const;
+  void sValueID(const Value& value);
+  std::string sValueDesc() const;
+  void sValueDesc(const Value& value);
+  std::string sValueGain() const;
+  void sValueGain(const Value& value);  // two decimals; text that is no number stays
+  std::string sValueUnit() const;
+  void sValueUnit(const Value& value);  // "dBd", "dBi", "REL" or these in capitals; anything else the user's default
+  std::string sValueOrient() const;     // degrees
+  void sValueOrient(const Value& value);
+  std::string sValueEtilt() const;  // degrees, negative down
+  void sValueEtilt(const Value& value);
+  std::string sValueMtilt() const;
+  void sValueMtilt(const Value& value);
+  std::string sValueMazim() const;
+  void sValueMazim(const Value& value);
+  std::string sValuePol() const;
+  void sValuePol(const Value& value);
+  bool sValueInvert() const;
+  void sValueInvert(const Value& value);
+  void sValueFreq(double megahertz) { dFreq_ = megahertz; }
+
+  // Appearance.
+  bool BackWhite() const;
+  void BackWhite(bool on);
+  bool BackRed() const;
+  void BackRed(bool on);
+  bool BackLtGray() const;
+  void BackLtGray(bool on);
+  bool Locked() const;
+  void Locked(bool locked);
+  bool Valid() const { return true; }
+  bool bPolVis() const;
+  void bPolVis(bool visible);
+
+  // Library and previews.
+  void GetAntPat();
+  bool SeePreview() const { return bSeePreview_; }
+  void SeePreview(bool see);
+  void SeeAzimuth(double dAz, Color lColor = color::windowText);
+  void SeeElevation(double dEl, Color lColor = color::windowText);
+  void LookupOnly(bool only);
+  bool bPatAz() const { return bPatAz_; }
+  bool bPatEl() const { return bPatEl_; }
+  // Reading clears the flag and gives false.
+  bool bSeeGainOnly();
+  void bSeeGainOnly(bool only);
+
+  // Alerts gather, each on a line; a blank text clears them.
+  const std::string& Alerts() const { return sAlerts_; }
+  void Alerts(const std::string& text);
+
+  void Clear(bool bFlag = false);
+  void ZORUserLogin(const std::string& login);
+
+  // Whether a value has changed since the host's last update.
+  bool bDirty() const { return bDirty_; }
+
+  // Events to the host. None fires while values are being loaded.
+  Signal<> NewAlert;
+  Signal<> ChangeAntenna;
+  Signal<> ChangeMounting;
+  Signal<> ChangeSize;
+
+  // What cmdLook runs: lets the user choose an antenna, given what is chosen now; gives false where nothing is to change.
+  // While there is none, cmdLook is not shown.
+  struct LibraryChoice {
+    double frequency = 0;  // MHz
+    std::string file;
+    std::string id;
+    std::string description;
+  };
+  using LibraryLook = std::function<bool(LibraryChoice&)>;
+  void setLibraryLook(LibraryLook look);
+
+  // The widgets.
+  TextBox txtFile{"txtFile"}, txtID{"txtID"}, txtDesc{"txtDesc"}, txtGain{"txtGain"};
+  TextBox txtOrient{"txtOrient"}, txtETilt{"txtETilt"}, txtMTilt{"txtMTilt"}, txtMAzim{"txtMAzim"};
+  DropDownList cboUnit{"cboUnit"}, cboPol{"cboPol"};
+  CheckBox chkInvert{"chkInvert"};
+  CommandButton cmdLook{"cmdLook"}, cmdClear{"cmdClear"};
+  Label lblPreview{"lblPreview"};
+  PictureBox picHor{"picHor"}, picVer{"picVer"};
+  LineShape Line1{"Line1"}, Line2{"Line2"};
+
+ protected:
+  void resize() override;
+
+ private:
+  friend class scLookAntLoading;
+  bool bDirty_ = false;
+  bool bLoading_ = false;
+  std::string sLastUnit_;
+  double dFreq_ = 0;
+  bool bLookupOnly_ = false;
+  std::string sAlerts_;
+  std::int16_t nMinWidth_ = 0;
+  bool bSeePreview_ = true;
+  bool bSeeGainOnly_ = false;
+  bool bPatAz_ = false, bPatEl_ = false;
+  bool bAzDrawn_ = false, bElDrawn_ = false;
+  LibraryLook libraryLook_;
+};
+
+}  // namespace vantrelix

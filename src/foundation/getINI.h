@@ -1,0 +1,34 @@
+// Private-profile access: the INI operations that every other layer uses.
+//
+// Section, key and file name are trimmed first. A missing file is an empty file. A value is cut at 1999 characters. Writing
+// keeps what it does not set, replaces the file by rename, and takes a lock beside it, so that two programs that write at
+// once lose no key.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vantrelix {
+
+inline constexpr std::size_t kIniBuffer = 2000;
+
+// The platform's profile call: the value of at most `size` - 1 characters; a default loses its trailing blanks.
+std::string getPrivateProfileString(std::string_view section, std::string_view key, std::string_view fallback,
+                                    std::size_t size, const std::string& file);
+// The platform's write. False where the file cannot be written; it is then as it was.
+bool writePrivateProfileString(std::string_view section, std::string_view key, std::string_view value,
+                               const std::string& file);
+
+void getINI(std::string_view section, std::string_view key, const std::string& file, std::string_view fallback,
+            std::string& value);
+bool setINI(std::string_view section, std::string_view key, const std::string& file, std::string_view value);
+
+// A blank file means the defaults INI; the argument is then changed to its name.
+std::string getINIStr(std::string_view section, std::string_view key, std::string_view fallback, std::string& file);
+std::string getINIStr(std::string_view section, std::string_view key, std::string_view fallback);
+// True for "TRUE", "1" and "-1", in any case; anything else is false.
+bool getINIBool(std::string_view section, std::string_view key, std::string_view fallback, std::string file = "");
+// A value that is not numeric gives 0, not the default.
+double getINIDbl(std::string_view section, std::string_view key, double fallback, std::string file = "");
+
+}  // namespace vantrelix

@@ -1,0 +1,44 @@
+// The run of an import filter over pattern files.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "import/ImportFormat.h"
+#include "tables/Database.h"
+
+namespace vantrelix {
+
+enum class PreviewAnswer { add = 6, skip = 7, noPreview = 5, cancel = 2 };
+
+// What a run needs from the outside, all of it optional.
+struct ImportOwner {
+  // The text of lblProgress; the place to let waiting events run.
+  std::function<void(const std::string& text)> progress;
+  // True where the user has asked to stop; looked at between files.
+  std::function<bool()> cancelled;
+  // Shows one antenna before it is added; used while previews are on.
+  std::function<PreviewAnswer(const std::string& caption, const ImportedAntenna& antenna)> preview;
+};
+
+struct ImportResult {
+  std::int16_t ErrorCount = 0;
+  long filesRead = 0;
+  std::vector<std::string> failed;  // paths, each with a line break and the reason
+  struct Added {
+    std::string id;
+    std::string description;
+    std::string file;
+  };
+  std::vector<Added> added;
+};
+
+// Reads each file and appends its antenna to the library of the code `Mfg`. `files` holds full paths. Failures of a file are
+// counted and logged and the run goes on; the told boxes are shown, "Import Errors" last.
+ImportResult importFiles(const ImportFormat& format, const std::string& Mfg, const RecordsetPtr& rsAMS,
+                         const RecordsetPtr& rsAHD, const RecordsetPtr& rsAVD, const std::vector<std::string>& files,
+                         bool preview, const ImportOwner& owner = {});
+
+}  // namespace vantrelix

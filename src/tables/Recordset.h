@@ -1,0 +1,117 @@
+// A cursor over the rows of a query.
+//
+// A cursor keeps which rows it has and reads each row's values from the file when they are asked for: what another cursor
+// or program has written to a row is seen at the next read. Rows that others add are seen after Requery. A row that this
+// cursor adds stands at its end.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "foundation/Value.h"
+#include "tables/FieldType.h"
+
+namespace vantrelix {
+
+enum class RecordsetType { table = 1, dynaset = 2, snapshot = 4, forwardOnly = 8 };
+
+// Options of an opening, to be added up.
+namespace recordsetOption {
+inline constexpr int denyWrite = 1;
+inline constexpr int denyRead = 2;
+inline constexpr int readOnly = 4;
+}  // namespace recordsetOption
+
+class Recordset;
+
+// A field of the current row. Lives no longer than its recordset.
+class Field {
+ public:
+  const std::string& Name() const;
+  FieldType Type() const;
+  int Size() const;  // declared width
+  int decimals() const;
+  // The value in the current row, or in the row being added or edited. 3021 without a current row.
+  vantrelix::Value value() const;
+  // Only between AddNew or Edit and Update, else 3020. 3163 where it does not fit; 3027 in a result that has no table row.
+  void put(const vantrelix::Value& value);
+  // The text cut to the field's width, without splitting a character of its code page.
+  std::string cut(std::string_view text) const;
+
+ private:
+  friend class Recordset;
+  Field(Recordset& owner, std::size_t index) : owner_(&owner), index_(index) {}
+  Recordset* owner_;
+  std::size_t index_;
+};
+
+class Recordset {
+ public:
+  using Bookmark = std::uint64_t;
+
+  ~Recordset();
+  Recordset(const Recordset&) = delete;
+  Recordset& operator=(const Recordset&) = delete;
+
+  // Rows reached so far: above 0 as soon as there is a row, exact after MoveLast.
+  long RecordCount() const;
+  bool Eof() const;
+  bool Bof() const;
+  bool NoMatch() const;
+  // Zero-based; -1 without a current row. Setting it moves; 3021 outside the rows.
+  long AbsolutePosition() const;
+  void setAbsolutePosition(long position);
+  // Names the current row for as long as this cursor is open. 3021 without a current row, 3159 for a bookmark not of it.
+  Bookmark bookmark() const;
+  void setBookmark(Bookmark bookmark);
+
+  // A move drops a row that was being added or edited. MoveFirst and MoveLast without rows fail with 3021, as does MoveNext
+  // at the end and MovePrevious before the beginning.
+  void MoveFirst();
+  void MoveLast();
+  void MoveNext();
+  void MovePrevious();
+
+  // Moves to the first row that meets the criterion (FIELD = 'value', val(FIELD) = 3, and what a filter may hold), or sets
+  // NoMatch and leaves the row undefined. 3061 for a criterion that cannot be read.
+  void FindFirst(std::string_view criterion);
+
+  // Fields in table order. An unknown name fails with 3265.
+  std::size_t fieldCount() const;
+  Field Fields(std::string_view name);
+  Field Fields(std::size_t index);
+  // Short forms of Fields(name).value() and Fields(name).put(...).
+  Value value(std::string_view name) { return Fields(name).value(); }
+  void put(std::string_view name, const vantrelix::Value& value) { Fields(name).put(value); }
+
+  // AddNew begins a blank row, Edit the change of the current one; Update writes it, CancelUpdate drops it. After AddNew
+  // and Update the current row is the one before AddNew. Update of an edited row writes the fields that were put and keeps
+  // what others wrote to the rest meanwhile; a field put here that another changed since Edit fails with 3197.
+  void AddNew();
+  void Edit();
+  void Update();
+  void CancelUpdate();
+  bool editing() const;
+  // Marks the current row deleted. It stays current, without values (3167), until the next move.
+  void Delete();
+
+  // Runs the query again and goes to the first row.
+  void Requery();
+  // Ends the cursor; every later call fails with 91.
+  void Close();
+  bool isOpen() const;
+
+ private:
+  friend class Database;
+  friend class Field;
+  struct Implementation;
+  explicit Recordset(std::unique_ptr<Implementation> implementation);
+  std::unique_ptr<Implementation> implementation_;
+};
+
+using RecordsetPtr = std::shared_ptr<Recordset>;
+
+}  // namespace vantrelix

@@ -1,0 +1,36 @@
+// The port to the platform's user interface. A front end brings a real one; ScriptedDesktop serves tests and the command line.
+#pragma once
+
+#include "foundation/messages.h"
+#include "ui/widgets.h"
+
+namespace vantrelix {
+
+class Desktop {
+ public:
+  virtual ~Desktop() = default;
+
+  virtual MsgAnswer messageBox(const Message& message) = 0;
+  // Gives the event loop one turn.
+  virtual void doEvents() = 0;
+  // Shows a menu at the pointer and runs the click of what is chosen.
+  virtual void popupMenu(Menu& menu) = 0;
+};
+
+// The desktop in use. Without one set, a ScriptedDesktop that answers each message by its default button.
+Desktop& desktop();
+
+// Puts a desktop in use for its own lifetime, the message port of the lower layers included.
+class DesktopInUse {
+ public:
+  explicit DesktopInUse(Desktop& desktop);
+  ~DesktopInUse();
+  DesktopInUse(const DesktopInUse&) = delete;
+  DesktopInUse& operator=(const DesktopInUse&) = delete;
+
+ private:
+  Desktop* former_;
+  MessagePort formerPort_;
+};
+
+}  // namespace vantrelix

@@ -14,7 +14,7 @@ std::string libraryDescription(LibraryFamily family, const std::string& file);
 std::string GetAliasDefault(const std::string& sSection, const std::string& sFile);
 
 struct LibraryEntry {
-  std::string file;         // "AMSX0001.DBF"
+  std::string file;  // "AMSX0001.DBF"
   std::string description;
 };
 // The library files of a family in the order of the picker: ascending by description, ties in order of arrival.

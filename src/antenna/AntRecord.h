@@ -13,9 +13,9 @@ namespace vantrelix {
 struct AntRecord {
   std::string library;  // AMS file stem, "AMS" and the five-character code
   std::string folder;
-  std::string id;           // ATYPE_ID
-  std::string description;  // ANTENNA
-  double gain = 0;          // of the major lobe
+  std::string id;                 // ATYPE_ID
+  std::string description;        // ANTENNA
+  double gain = 0;                // of the major lobe
   std::string gainUnits = "dBd";  // "dBd", "dBi" or "REL"
   double lowFrequency = 0;        // in freqUnits
   double highFrequency = 0;

@@ -11,7 +11,8 @@ namespace vantrelix {
 
 inline constexpr double kDipoleOverIsotropic = 2.15;
 
-std::string ConvertAntGain(const std::string& unitsIn, const std::string& unitsOut, const std::string& value, bool& err);
+std::string ConvertAntGain(const std::string& unitsIn, const std::string& unitsOut, const std::string& value,
+                           bool& err);
 double ConvertAntGainDbl(const std::string& unitsIn, const std::string& unitsOut, double value, bool& err);
 
 // The units of the major lobe must match one side of the conversion.

@@ -16,6 +16,8 @@ namespace vantrelix {
 
 namespace {
 
+constexpr const char* kLogName = "QVTECSUP.TXT";
+
 struct Level {
   int number;
   long flag;
@@ -185,8 +187,11 @@ void wrtTechSupNoMak(const std::string& text, bool withHeader) {
 }
 
 std::string GetTechSupFile() {
-  if (techSupFile().empty()) techSupFile() = setPathName(getSuiteDir(), "QVTECSUP.TXT");
-  return techSupFile();
+  if (!techSupFile().empty()) return techSupFile();
+  const std::string folder = getSuiteDir();
+  // Without an installation folder the name is relative, and not kept: the folder may become known.
+  if (getLenTrim(folder) == 0) return kLogName;
+  return techSupFile() = setPathName(folder, kLogName);
 }
 
 void resetTechSupFile() { techSupFile().clear(); }

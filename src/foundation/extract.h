@@ -18,12 +18,13 @@ bool getPathExist(const std::string& path, bool prompt, bool create);
 // Creates each level in turn, ignoring failures.
 void MakeDirPath(const std::string& path);
 
-std::string ExtractFileName(std::string_view path);                // "C:\A\B.C.DBF" -> "B.C.DBF"
-std::string ExtractBaseName(std::string_view path);                // -> "B", cut at the first point
-std::string ExtractExtension(std::string_view path, std::size_t longest = std::string::npos);  // -> "C.DBF"; blank where longer
-std::string ExtractFolder(std::string_view path);                  // -> "C:\A\"
-std::string ExtractFolderNoSlash(std::string_view path);           // -> "C:\A"
-std::string ExtractPathNoExtension(std::string_view path);         // -> "C:\A\B"
+std::string ExtractFileName(std::string_view path);  // "C:\A\B.C.DBF" -> "B.C.DBF"
+std::string ExtractBaseName(std::string_view path);  // -> "B", cut at the first point
+std::string ExtractExtension(std::string_view path,
+                             std::size_t longest = std::string::npos);  // -> "C.DBF"; blank where longer
+std::string ExtractFolder(std::string_view path);                       // -> "C:\A\"
+std::string ExtractFolderNoSlash(std::string_view path);                // -> "C:\A"
+std::string ExtractPathNoExtension(std::string_view path);              // -> "C:\A\B"
 
 // The path in the machine's own form, for messages and the log.
 std::string displayPath(std::string_view path);

@@ -1,8 +1,8 @@
 // Private-profile access: the INI operations that every other layer uses.
 //
-// Section, key and file name are trimmed first. A missing file is an empty file. A value is cut at 1999 characters. Writing
-// keeps what it does not set, replaces the file by rename, and takes a lock beside it, so that two programs that write at
-// once lose no key.
+// Section, key and file name are trimmed first. A missing file is an empty file. A value is cut at 1999 characters.
+// Writing keeps what it does not set, replaces the file by rename, and locks it meanwhile, so that two programs that
+// write at once lose no key.
 #pragma once
 
 #include <string>
@@ -15,9 +15,17 @@ inline constexpr std::size_t kIniBuffer = 2000;
 // The platform's profile call: the value of at most `size` - 1 characters; a default loses its trailing blanks.
 std::string getPrivateProfileString(std::string_view section, std::string_view key, std::string_view fallback,
                                     std::size_t size, const std::string& file);
-// The platform's write. False where the file cannot be written; it is then as it was.
+// The platform's write. False where the file cannot be written within five seconds, or could not give the value back
+// (see IniFile::canHold); it is then as it was.
 bool writePrivateProfileString(std::string_view section, std::string_view key, std::string_view value,
                                const std::string& file);
+
+// The platform's integer form: a sign and digits in front of anything else, or "0x" and hexadecimal digits, kept within
+// 32 bits; 0 for a value that begins with no number, the default for a missing or empty one.
+long getPrivateProfileInt(std::string_view section, std::string_view key, long fallback, const std::string& file);
+// Remove a key, or a section with all that stands in it. True also where there was none.
+bool removePrivateProfileKey(std::string_view section, std::string_view key, const std::string& file);
+bool removePrivateProfileSection(std::string_view section, const std::string& file);
 
 void getINI(std::string_view section, std::string_view key, const std::string& file, std::string_view fallback,
             std::string& value);

@@ -16,7 +16,8 @@ struct HostProgram {
 HostProgram hostProgram();
 void setHostProgram(const HostProgram& host);
 
-// The folder of the running program, without its trailing backslash, or what setHostFolder named (blank: the program's own).
+// The folder of the running program, without its trailing backslash, or what setHostFolder named (blank: the program's
+// own).
 std::string hostFolder();
 void setHostFolder(const std::string& folder);
 

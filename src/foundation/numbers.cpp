@@ -280,9 +280,7 @@ std::string fixedText(const Decimal& number, std::string_view decimal) {
   std::string text;
   appendWhole(text, number, 1, {});
   if (number.count > number.point) text += decimal;
-  for (int i = std::min(number.point, 0); i < number.count - std::max(number.point, 0); ++i) {
-    text += number.digit(std::max(number.point, 0) + i);
-  }
+  for (int i = number.point; i < number.count; ++i) text += number.digit(i);
   return text;
 }
 

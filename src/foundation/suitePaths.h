@@ -1,7 +1,7 @@
 // The installation folder of the suite, its data folders and its INI files.
 //
-// Each text is found on first use and kept, but for the installation folder, which is searched for on every call. Folders
-// come without and INI files with their whole path, in the library's form.
+// Each text is found on first use and kept, but for the installation folder, which is searched for on every call.
+// Folders come without and INI files with their whole path, in the library's form.
 #pragma once
 
 #include <string>

@@ -37,14 +37,14 @@ struct FileFilter {
 
 // One import filter. Adding a format is adding its source pair and one line in importFormats.cpp.
 struct ImportFormat {
-  std::string name;              // of the command line: "generic"
-  std::string menuItem;          // "mnuImportGeneric"
-  std::string menuCaption;       // "Generic"
-  std::string legacyName;        // name in the legacy warning; blank where the format has none
-  std::string dialogTitle;       // "GENERIC Files to Read"
-  std::string pathKey;           // INI key of the last folder: "Import GENERIC"
+  std::string name;         // of the command line: "generic"
+  std::string menuItem;     // "mnuImportGeneric"
+  std::string menuCaption;  // "Generic"
+  std::string legacyName;   // name in the legacy warning; blank where the format has none
+  std::string dialogTitle;  // "GENERIC Files to Read"
+  std::string pathKey;      // INI key of the last folder: "Import GENERIC"
   std::vector<FileFilter> filters;
-  std::string previewCaption;    // "Generic Format ANTENNA"
+  std::string previewCaption;  // "Generic Format ANTENNA"
   bool noPreviewEndsPreviews = false;
   // Reads the text of one file. Throws RunTimeFailure on content that cannot be read (62 input past end, 13 no number).
   std::function<void(TextLines& lines, ImportedAntenna& antenna)> read;

@@ -6,8 +6,8 @@
 
 namespace vantrelix {
 
-// A line ends at CR LF, CR or LF. Bytes with a UTF-8 or UTF-16 byte-order mark are decoded by it; all others stay bytes,
-// since formats cut their lines by columns, and a text that is kept becomes UTF-8 through keptText.
+// A line ends at CR LF, CR or LF. Bytes with a UTF-8 or UTF-16 byte-order mark are decoded by it; all others stay
+// bytes, since formats cut their lines by columns, and a text that is kept becomes UTF-8 through keptText.
 class TextLines {
  public:
   explicit TextLines(std::string bytes);

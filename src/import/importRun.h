@@ -35,8 +35,8 @@ struct ImportResult {
   std::vector<Added> added;
 };
 
-// Reads each file and appends its antenna to the library of the code `Mfg`. `files` holds full paths. Failures of a file are
-// counted and logged and the run goes on; the told boxes are shown, "Import Errors" last.
+// Reads each file and appends its antenna to the library of the code `Mfg`. `files` holds full paths. Failures of a
+// file are counted and logged and the run goes on; the told boxes are shown, "Import Errors" last.
 ImportResult importFiles(const ImportFormat& format, const std::string& Mfg, const RecordsetPtr& rsAMS,
                          const RecordsetPtr& rsAHD, const RecordsetPtr& rsAVD, const std::vector<std::string>& files,
                          bool preview, const ImportOwner& owner = {});

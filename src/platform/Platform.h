@@ -129,6 +129,8 @@ class Platform {
   virtual DateTime now() = 0;
   virtual Regional regional() = 0;
   virtual int processId() = 0;
+  // Whether standard error is a terminal that a person looks at.
+  virtual bool errorIsTerminal() = 0;
   virtual void sleepMilliseconds(int milliseconds) = 0;
   // A steady clock for waiting.
   virtual std::int64_t steadyMilliseconds() = 0;

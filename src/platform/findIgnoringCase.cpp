@@ -29,7 +29,8 @@ std::vector<std::string> candidates(Platform& platform, const std::string& folde
       if (folded(entry) == wanted) found.push_back(std::move(entry));
     }
   } catch (const RunTimeFailure&) {
-    // A folder that cannot be looked through holds nothing that could be found.
+    // A folder that cannot be looked through holds nothing that could be found but what is named exactly.
+    if (platform.state(folder + std::string(name))) found.emplace_back(name);
   }
   std::sort(found.begin(), found.end());
   // The name as given comes first.

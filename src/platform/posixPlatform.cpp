@@ -42,11 +42,6 @@ std::optional<struct stat> lookUp(std::string_view path) {
   return found;
 }
 
-std::string parentOf(const std::string& nativePath) {
-  const std::size_t slash = nativePath.find_last_of('/');
-  return slash == std::string::npos ? "." : nativePath.substr(0, slash + 1);
-}
-
 // The cause of a failed rename may be either path; the one that is missing is named.
 [[noreturn]] void failRename(int error, const std::string& from, const std::string& to) {
   struct stat found {};
@@ -256,6 +251,7 @@ class PosixPlatform : public Platform {
 
   Regional regional() override { return posix::userRegional(); }
   int processId() override { return static_cast<int>(::getpid()); }
+  bool errorIsTerminal() override { return ::isatty(STDERR_FILENO) == 1; }
   void sleepMilliseconds(int milliseconds) override {
     std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
   }

@@ -1,0 +1,143 @@
+#include "antenna/hdWrtAntDBF.h"
+
+#include <algorithm>
+
+#include "antenna/makeAntFiles.h"
+#include "foundation/errHand.h"
+#include "foundation/getINI.h"
+#include "foundation/numbers.h"
+#include "foundation/procedures.h"
+#include "foundation/text.h"
+#include "tables/structure.h"
+
+namespace vantrelix {
+
+namespace {
+
+constexpr const char* kFirstNumber = "0000001";
+
+// A cursor of the caller, or one of our own that is closed behind the work.
+class TableCursor {
+ public:
+  TableCursor(const RecordsetPtr& passed, RecordsetPtr (*open)(const std::string&), const std::string& code)
+      : own_(!passed), cursor_(passed ? passed : open(code)) {}
+  ~TableCursor() {
+    if (own_ && cursor_ && cursor_->isOpen()) cursor_->Close();
+  }
+  TableCursor(const TableCursor&) = delete;
+  TableCursor& operator=(const TableCursor&) = delete;
+
+  explicit operator bool() const { return cursor_ != nullptr; }
+  Recordset& operator*() const { return *cursor_; }
+  Recordset* operator->() const { return cursor_.get(); }
+
+ private:
+  bool own_;
+  RecordsetPtr cursor_;
+};
+
+std::string noTable(const char* prefix) { return std::string(kLineBreak) + "Error on Antenna file: " + prefix; }
+
+struct MasterRow {
+  const std::string& Code;
+  const std::string& Description;
+  double Gain;
+  const std::string& GainUnits;
+  double FLow;
+  double FHigh;
+};
+
+std::string writeMaster(Recordset& rows, const MasterRow& row) {
+  const std::string id = GenNewID_RS(rows, "ATYPE_ID", row.Code, kFirstNumber);
+  rows.AddNew();
+  rows.put("ATYPE_ID", id);
+  rows.put("ANTENNA", rows.Fields("ANTENNA").cut(row.Description));
+  rows.put("GAIN", row.Gain);
+  rows.put("GAIN_UN", rows.Fields("GAIN_UN").cut(row.GainUnits));
+  rows.put("F_LOW", row.FLow);
+  rows.put("F_HIGH", row.FHigh);
+  rows.put("FREQ_UN", "MHz");
+  rows.Update();
+  return id;
+}
+
+struct CutRows {
+  const char* angleField;
+  const char* valueField;
+  std::int16_t count;
+  const std::vector<double>& angles;
+  const std::vector<double>& values;
+};
+
+// The number that the general text of a value stands for.
+double asGeneralText(double value) { return CDbl(generalText(value)); }
+
+void writeCut(Recordset& rows, const std::string& id, const CutRows& cut, double minValid) {
+  const auto count = static_cast<std::size_t>(cut.count);
+  if (cut.angles.size() < count || cut.values.size() < count) {
+    throw RunTimeFailure(failure::subscript, "Subscript out of range: a cut has fewer points than its count says");
+  }
+  Field idField = rows.Fields("ATYPE_ID");
+  Field angleField = rows.Fields(cut.angleField);
+  Field valueField = rows.Fields(cut.valueField);
+  for (std::size_t i = 0; i < count; ++i) {
+    rows.AddNew();
+    idField.put(id);
+    angleField.put(asGeneralText(cut.angles[i]));
+    valueField.put(asGeneralText(std::max(cut.values[i], minValid)));
+    rows.Update();
+  }
+}
+
+// Files that no cursor stands for are made first; the reason where that cannot be.
+std::string prepareFiles(const std::string& Code) {
+  const std::string result = MakeAntFiles(Code);
+  if (getLenTrim(result) != 0) return result;
+  const std::string stem = "AMS" + Code;
+  if (getLenTrim(stem) != 8) return AddALine(result, "Error on Antenna Library file name: " + stem, kBlankLine);
+  return "";
+}
+
+}  // namespace
+
+std::string HDwrtAntDBF(const std::string& Code, const std::string& Description, double Gain,
+                        const std::string& GainUnits, std::int16_t nHor, const std::vector<double>& HorAz,
+                        const std::vector<double>& HorField, std::int16_t nVer, const std::vector<double>& VerAngle,
+                        const std::vector<double>& VerField, double FLow, double FHigh, const RecordsetPtr& rsAMS,
+                        const RecordsetPtr& rsAHD, const RecordsetPtr& rsAVD) {
+  const Procedure guard(procedure::HDwrtAntDBF);
+  try {
+    SetFlag(100);
+    const double minValid = getINIDbl("HDAntenna", "MinValidGain", -50);
+    SetFlag(200);
+    if (!rsAMS && !rsAHD && !rsAVD) {
+      if (const std::string reason = prepareFiles(Code); !reason.empty()) return reason;
+    }
+    SetFlag(300);
+    if (nHor <= 0 && nVer <= 0) return "";
+    SetFlag(400);
+    std::string id;
+    {
+      const TableCursor master(rsAMS, MakeAMSFile, Code);
+      if (!master) return noTable("AMS");
+      id = writeMaster(*master, {Code, Description, Gain, GainUnits, FLow, FHigh});
+    }
+    SetFlag(500);
+    if (nHor > 0) {
+      const TableCursor rows(rsAHD, MakeAHDFile, Code);
+      if (!rows) return noTable("AHD");
+      writeCut(*rows, id, {"HOR_AZ", "HOR_FIELD", nHor, HorAz, HorField}, minValid);
+    }
+    SetFlag(600);
+    if (nVer > 0) {
+      const TableCursor rows(rsAVD, MakeAVDFile, Code);
+      if (!rows) return noTable("AVD");
+      writeCut(*rows, id, {"VERT_ANGLE", "VERT_FIELD", nVer, VerAngle, VerField}, minValid);
+    }
+    return "";
+  } catch (const RunTimeFailure& failure) {
+    return AddALine("Error writing Antenna Library " + Code + kLineBreak + Description, modErrStr(failure));
+  }
+}
+
+}  // namespace vantrelix

@@ -1,0 +1,189 @@
+#include <CLI/CLI.hpp>
+
+#include "cli/TextTable.h"
+#include "cli/commandLine.h"
+#include "foundation/dateTime.h"
+#include "foundation/extract.h"
+#include "foundation/numbers.h"
+#include "foundation/text.h"
+#include "tables/structure.h"
+
+namespace vantrelix::cli {
+
+namespace {
+
+std::string isoDate(const DateTime& date) {
+  const bool midnight = date.hour == 0 && date.minute == 0 && date.second == 0;
+  return formatDate(date, "YYYY-MM-DD") + (midnight ? "" : formatDate(date, "THH:MM:SS"));
+}
+
+Json jsonOf(const Value& value) {
+  if (value.isNull()) return nullptr;
+  if (value.isNumber()) return value.number();
+  if (value.isBoolean()) return value.boolean();
+  if (value.isDate()) return isoDate(value.date());
+  return trimRight(value.text());
+}
+
+std::string textOf(const Value& value) {
+  if (value.isNull()) return "";
+  if (value.isDate()) return isoDate(value.date());
+  return trimRight(value.asText());
+}
+
+TextTable::Align alignOf(FieldType type) {
+  const bool number = type >= FieldType::byte && type <= FieldType::doubleNumber;
+  return number ? TextTable::Align::right : TextTable::Align::left;
+}
+
+std::string versionText(int version) {
+  constexpr const char* digits = "0123456789ABCDEF";
+  return {'0', 'x', digits[(version >> 4) & 15], digits[version & 15]};
+}
+
+std::vector<std::size_t> shownFields(const DbfFile& table) {
+  std::vector<std::size_t> shown;
+  for (std::size_t i = 0; i < table.fields().size(); ++i) {
+    if (!table.fields()[i].system) shown.push_back(i);
+  }
+  return shown;
+}
+
+Json fieldsJson(const DbfFile& table) {
+  Json fields = Json::array();
+  for (const std::size_t i : shownFields(table)) {
+    const DbfField& field = table.fields()[i];
+    fields.push_back({{"name", field.name},
+                      {"type", std::string(1, field.type)},
+                      {"width", field.width},
+                      {"decimals", field.decimals}});
+  }
+  return fields;
+}
+
+// Rows as JSON objects and as lines of text, and the number of deleted rows.
+struct Rows {
+  Json json = Json::array();
+  TextTable text;
+  long deleted = 0;
+};
+
+Rows readRows(DbfFile& table) {
+  const std::vector<std::size_t> shown = shownFields(table);
+  std::vector<TextTable::Column> columns;
+  for (const std::size_t i : shown) columns.push_back({table.fields()[i].name, alignOf(fieldTypeOf(table.fields()[i]))});
+  Rows rows{Json::array(), TextTable(columns), 0};
+  table.scan([&](std::uint32_t, const unsigned char* record) {
+    if (record[0] == '*') {
+      ++rows.deleted;
+      return true;
+    }
+    Json row = Json::object();
+    std::vector<std::string> cells;
+    for (const std::size_t i : shown) {
+      const Value value = table.value(record, i);
+      row[table.fields()[i].name] = jsonOf(value);
+      cells.push_back(textOf(value));
+    }
+    rows.json.push_back(std::move(row));
+    rows.text.add(std::move(cells));
+    return true;
+  });
+  return rows;
+}
+
+void dump(Session& session, const std::string& file) {
+  const auto table = DbfFile::open(pathFromCommandLine(file), true);
+  Rows rows = readRows(*table);
+  const std::size_t live = rows.json.size();
+  session.document = {{"version", versionText(table->version())},
+                      {"fields", fieldsJson(*table)},
+                      {"rows", std::move(rows.json)},
+                      {"deleted", rows.deleted}};
+  for (const std::size_t i : shownFields(*table)) {
+    const DbfField& field = table->fields()[i];
+    session.text << field.name << ' ' << field.type << ' ' << field.width << '.' << field.decimals << '\n';
+  }
+  session.text << '\n';
+  rows.text.write(session.text);
+  session.text << '\n' << live << " rows, " << rows.deleted << " deleted, version " << versionText(table->version()) << '\n';
+}
+
+void query(Session& session, const std::string& folder, const std::string& sql) {
+  const DatabasePtr database = DBEngine::OpenDatabase(pathFromCommandLine(folder), false, true);
+  const RecordsetPtr cursor = database->OpenRecordset(sql, RecordsetType::snapshot);
+  Json fields = Json::array();
+  std::vector<TextTable::Column> columns;
+  for (std::size_t i = 0; i < cursor->fieldCount(); ++i) {
+    fields.push_back(cursor->Fields(i).Name());
+    columns.push_back({cursor->Fields(i).Name(), alignOf(cursor->Fields(i).Type())});
+  }
+  Json rows = Json::array();
+  TextTable table(columns);
+  for (; !cursor->Eof(); cursor->MoveNext()) {
+    Json row = Json::array();
+    std::vector<std::string> cells;
+    for (std::size_t i = 0; i < cursor->fieldCount(); ++i) {
+      const Value value = cursor->Fields(i).value();
+      row.push_back(jsonOf(value));
+      cells.push_back(textOf(value));
+    }
+    rows.push_back(std::move(row));
+    table.add(std::move(cells));
+  }
+  session.document = {{"fields", fields}, {"rows", rows}};
+  table.write(session.text);
+}
+
+enum class Mending { create, repair };
+
+// Makes or mends a table by the dictionary, and tells the code.
+void mend(Session& session, const std::string& file, const std::string& type, Mending mending) {
+  session.needSuite();
+  const std::string path = pathFromCommandLine(file);
+  const FieldList fields = FieldsFromDataSum(type);
+  if (fields.empty()) throw Refused("The dictionary has no usable rows for the table type \"" + type + "\".");
+  const bool create = mending == Mending::create;
+  const int code = RSTblValidRS(fields, path, !create, create, type);
+  session.document = {{"file", displayPath(path)}, {"code", code}};
+  session.text << displayPath(path) << '\n';
+  if (code != tableCode::fine) session.fail(displayPath(path) + ": " + GetTblErrText(code));
+}
+
+struct TableArguments {
+  std::string first, second;
+};
+
+using TableJob = std::function<void(Session&, const TableArguments&)>;
+
+void addTableCommand(CLI::App& parent, const std::string& name, const std::string& help, const std::string& example,
+                     const std::vector<std::string>& names, Session& session, const TableJob& job) {
+  CLI::App* command = parent.add_subcommand(name, help);
+  command->footer("Example: " + example);
+  const auto arguments = std::make_shared<TableArguments>();
+  command->add_option(names[0], arguments->first)->required();
+  if (names.size() > 1) command->add_option(names[1], arguments->second)->required();
+  command->callback([&session, arguments, job] {
+    session.job = [&session, arguments, job] { job(session, *arguments); };
+  });
+}
+
+}  // namespace
+
+void addTableCommands(CLI::App& app, Session& session) {
+  CLI::App* table = app.add_subcommand("table", "Look into, make and mend dBase tables");
+  table->require_subcommand(1);
+  addTableCommand(*table, "dump", "Show a table's fields and live rows", "vantrelix table dump AMSX0001.DBF", {"FILE"},
+                  session, [](Session& s, const TableArguments& a) { dump(s, a.first); });
+  addTableCommand(*table, "query", "Run a query over a folder of tables",
+                  "vantrelix table query ANTENNAS \"Select * from [AMSX0001] Order by [ANTENNA]\"", {"FOLDER", "SQL"},
+                  session, [](Session& s, const TableArguments& a) { query(s, a.first, a.second); });
+  addTableCommand(*table, "create", "Make a table by the dictionary", "vantrelix table create AMSX0002.DBF AMSPDBASE",
+                  {"FILE", "TYPE"}, session,
+                  [](Session& s, const TableArguments& a) { mend(s, a.first, a.second, Mending::create); });
+  addTableCommand(*table, "repair", "Add the fields that a table lacks, keeping the old file under a dated name",
+                  "vantrelix table repair AMSX0002.DBF AMSPDBASE", {"FILE", "TYPE"}, session,
+                  [](Session& s, const TableArguments& a) { mend(s, a.first, a.second, Mending::repair); });
+}
+
+}  // namespace vantrelix::cli

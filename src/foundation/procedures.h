@@ -1,0 +1,30 @@
+// The numbers under which procedures stand on the stack of errHand.h. A number is fixed for good: support logs hold it, and
+// the name files of an installation give it its name.
+#pragma once
+
+namespace vantrelix::procedure {
+
+// Tables.
+inline constexpr int RSDataSm = 9201;
+inline constexpr int FieldsFromDataSum = 9202;
+inline constexpr int NewTable = 9203;
+inline constexpr int ModNewDBF = 9204;
+inline constexpr int RSTblValid = 9205;
+inline constexpr int RSTblValidRS = 9206;
+inline constexpr int MakeDataSmTableFile = 9207;
+inline constexpr int GenNewID_RS = 9208;
+
+// Antenna library.
+inline constexpr int Get_Ant_ArrayDB = 5344;
+inline constexpr int MakeAntFiles = 5817;
+inline constexpr int ConvertAntGain = 5345;
+inline constexpr int ConvertAntPattern = 5346;
+inline constexpr int MakeAMSFile = 5818;
+inline constexpr int MakeAHDFile = 5819;
+inline constexpr int MakeAVDFile = 5820;
+inline constexpr int HDwrtAntDBF = 5821;
+
+// Import.
+inline constexpr int importFiles = 6100;
+
+}  // namespace vantrelix::procedure

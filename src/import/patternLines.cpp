@@ -1,0 +1,89 @@
+#include "import/patternLines.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "foundation/numbers.h"
+#include "foundation/text.h"
+#include "platform/RunTimeFailure.h"
+
+namespace vantrelix {
+
+namespace {
+
+constexpr double kTurn = 360;
+// Above this stepping by turns takes too long, or never changes the number at all.
+constexpr double kStepwise = 1000 * kTurn;
+
+void addPoint(PatternCut& cut, double angle, double value) {
+  if (cut.count == std::numeric_limits<std::int16_t>::max()) {
+    throw RunTimeFailure(failure::overflow, "Overflow: a cut of more than 32767 points cannot be imported");
+  }
+  ++cut.count;
+  cut.angles.push_back(angle);
+  cut.values.push_back(value);
+}
+
+void readPoint(const PatternFields& fields, const PatternLineRules& rules, double Gain, PatternCut& cut) {
+  if (!isNumeric(fields.angle) || !isNumeric(fields.value)) return;
+  const double field = CValP(fields.value);
+  const double value = finite(rules.absoluteLevels ? field : Gain - std::abs(field));
+  addPoint(cut, rules.angle(CValP(fields.angle)), value);
+  if (!rules.minimumAboveMinus50 || field > -50) cut.minimum = std::min(cut.minimum, value);
+}
+
+}  // namespace
+
+double finite(double number) {
+  if (!std::isfinite(number)) throw RunTimeFailure(failure::overflow, "Overflow: a pattern value is out of range");
+  return number;
+}
+
+double wrapAzimuth(double angle) {
+  if (std::abs(angle) > kStepwise) angle = std::fmod(angle, kTurn);
+  while (angle < 0) angle += kTurn;
+  while (angle > kTurn) angle -= kTurn;
+  return angle;
+}
+
+double negatedElevation(double angle) {
+  const double negated = 0 - angle;
+  return negated < -180 ? negated + kTurn : negated;
+}
+
+PatternCut horizontalCut(ImportedAntenna& antenna) {
+  return {antenna.HorCount, antenna.HorAngle, antenna.HorValue, antenna.MinHor};
+}
+
+PatternCut verticalCut(ImportedAntenna& antenna) {
+  return {antenna.VerCount, antenna.VerAngle, antenna.VerValue, antenna.MinVer};
+}
+
+std::string singleBlanks(std::string_view line) {
+  std::string result;
+  for (char c : line) {
+    if (c == '\t') c = ' ';
+    if (c != ' ' || (!result.empty() && result.back() != ' ')) result += c;
+  }
+  if (!result.empty() && result.back() == ' ') result.pop_back();
+  return result;
+}
+
+PatternFields splitPatternLine(const std::string& line, std::string_view delimiter) {
+  const bool blanks = delimiter.empty() && line.find('\t') == std::string::npos;
+  const std::string text = blanks ? singleBlanks(line) : line;
+  const std::string between = delimiter.empty() ? TabOrBlank(!blanks) : std::string(delimiter);
+  return {sAWK6(text, between, 1, " "), sAWK6(text, between, 2, " ")};
+}
+
+void readPatternLines(TextLines& lines, const PatternLineRules& rules, double Gain, PatternCut cut) {
+  while (!lines.atEnd()) {
+    const std::string line = lines.next();
+    if (rules.endsCut != nullptr && rules.endsCut(line)) return;
+    if (getLenTrim(line) == 0) continue;
+    readPoint(splitPatternLine(line, rules.delimiter), rules, Gain, cut);
+  }
+}
+
+}  // namespace vantrelix

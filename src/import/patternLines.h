@@ -1,0 +1,61 @@
+// The readers of pattern lines, shared by the formats: an angle and a level on each line.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "import/ImportFormat.h"
+#include "import/TextLines.h"
+
+namespace vantrelix {
+
+// Into 0 to 360 degrees by whole turns; 360 stays 360. The result of stepping by 360, or the remainder where the steps
+// would be too many to end.
+double wrapAzimuth(double angle);
+// Upward-positive to downward-positive degrees; below -180, one turn is added.
+double negatedElevation(double angle);
+
+// The number itself; fails with 6 where an operation has left the range of numbers.
+double finite(double number);
+
+// How a format's pattern lines are read.
+struct PatternLineRules {
+  // The library's angle for a file's angle; both in degrees.
+  double (*angle)(double field) = wrapAzimuth;
+  // True where the file holds levels as they are; false where it holds the attenuation below Gain with either sign.
+  bool absoluteLevels = false;
+  // True where only a field above -50, as written, may lower the minimum.
+  bool minimumAboveMinus50 = false;
+  // Between the two fields; blank means a tab where the line holds one and else one blank, runs of blanks counting as
+  // one.
+  std::string_view delimiter = "";
+  // Tells the line behind which the cut ends; null where it goes on to the end of the file.
+  bool (*endsCut)(std::string_view line) = nullptr;
+};
+
+// Where the points of a cut go.
+struct PatternCut {
+  std::int16_t& count;
+  std::vector<double>& angles;
+  std::vector<double>& values;
+  double& minimum;
+};
+PatternCut horizontalCut(ImportedAntenna& antenna);
+PatternCut verticalCut(ImportedAntenna& antenna);
+
+// Appends the points of a cut. Lines without two numbers are passed over. A cut of more than 32767 points fails with 6.
+void readPatternLines(TextLines& lines, const PatternLineRules& rules, double Gain, PatternCut cut);
+
+// The two fields of a pattern line, as they stand between the delimiters; a blank where there is none.
+struct PatternFields {
+  std::string angle;
+  std::string value;
+};
+PatternFields splitPatternLine(const std::string& line, std::string_view delimiter);
+
+// The line with its tabs as blanks, trimmed, every run of blanks as one.
+std::string singleBlanks(std::string_view line);
+
+}  // namespace vantrelix

@@ -1,0 +1,357 @@
+#include "tables/DbfFile.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cstring>
+#include <mutex>
+#include <optional>
+#include <set>
+
+#include "foundation/errHand.h"
+#include "foundation/extract.h"
+#include "foundation/text.h"
+#include "platform/RunTimeFailure.h"
+#include "tables/MemoFile.h"
+#include "tables/dbfHeader.h"
+#include "tables/dbfLocks.h"
+#include "tables/fieldCodec.h"
+#include "tables/partnerFile.h"
+
+namespace vantrelix {
+
+namespace {
+
+using platform::File;
+using platform::LockKind;
+using platform::OpenMode;
+
+constexpr std::size_t kFirstRead = 4096;
+constexpr std::size_t kLongestHeader = 65535 + 32;
+constexpr std::size_t kScanBytes = 256 * 1024;
+// Every program of the family counts file offsets in 31 bits.
+constexpr std::uint64_t kLargestFile = 0x7FFFFFFF;
+constexpr std::uint64_t kDatePlace = 1;
+constexpr std::uint64_t kCountPlace = 4;
+constexpr std::uint64_t kUtf8Page = 65001;
+
+std::atomic<int> lockWaitMilliseconds{2000};
+
+// Logs a text once in this process for each key. A log that cannot be written must not keep a table from being read.
+void logOnce(const std::string& key, const std::string& text) {
+  static std::mutex guard;
+  static std::set<std::string> logged;
+  {
+    const std::lock_guard lock(guard);
+    if (!logged.insert(key).second) return;
+  }
+  try {
+    wrtTechSupNoMak(text);
+  } catch (const RunTimeFailure&) {
+  }
+}
+
+[[noreturn]] void cannotOpen(const std::string& path, const RunTimeFailure& cause) {
+  const bool missing = cause.number() == failure::fileNotFound || cause.number() == failure::pathNotFound;
+  if (missing) {
+    throw RunTimeFailure(failure::noSuchTable,
+                         "The table " + displayPath(path) + " does not exist. Check its name and its folder.");
+  }
+  throw RunTimeFailure(failure::cannotOpen,
+                       "The table " + displayPath(path) + " cannot be opened. " + cause.description());
+}
+
+// Holders of a lasting exclusive lock need a file that can be written, as the operating system has it.
+std::unique_ptr<File> openFile(const std::string& path, Sharing sharing, bool& readOnly) {
+  const bool wantsWrite = !readOnly || sharing != Sharing::shared;
+  try {
+    if (!wantsWrite) return platform::current().open(path, OpenMode::read);
+    try {
+      return platform::current().open(path, OpenMode::readWrite);
+    } catch (const RunTimeFailure& cause) {
+      if (cause.number() != failure::permissionDenied || sharing != Sharing::shared) throw;
+      readOnly = true;
+      return platform::current().open(path, OpenMode::read);
+    }
+  } catch (const RunTimeFailure& cause) {
+    cannotOpen(path, cause);
+  }
+}
+
+dbf::Header readHeader(File& file, const std::string& displayName) {
+  std::string bytes(kFirstRead, '\0');
+  bytes.resize(file.readAt(0, bytes.data(), bytes.size()));
+  const auto* at = reinterpret_cast<const unsigned char*>(bytes.data());
+  if (bytes.size() == kFirstRead && dbf::littleEndian(at + 8, 2) + dbf::kDescriptor > kFirstRead) {
+    bytes.resize(kLongestHeader);
+    bytes.resize(file.readAt(0, bytes.data(), bytes.size()));
+  }
+  return dbf::parseHeader(bytes, file.size(), displayName);
+}
+
+// Field names outside ASCII that are valid UTF-8 come from a program that writes UTF-8 and leaves the mark at 0.
+bool namesAreUtf8(const std::vector<DbfField>& fields) {
+  const auto outsideAscii = [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; };
+  bool found = false;
+  for (const DbfField& field : fields) {
+    if (!isValidUtf8(field.name)) return false;
+    found = found || std::any_of(field.name.begin(), field.name.end(), outsideAscii);
+  }
+  return found;
+}
+
+int codePageOf(const dbf::Header& header, const std::string& path) {
+  const int marked = dbf::codePageOfMark(header.languageMark);
+  if (marked != 0) return marked;
+  const std::string named = partnerFile(path, "CPG");
+  if (!named.empty()) {
+    try {
+      const int page = dbf::codePageOfName(platform::readWholeFile(named, 4096));
+      if (page != 0) return page;
+    } catch (const RunTimeFailure&) {
+      // A partner that cannot be read names no code page.
+    }
+  }
+  return namesAreUtf8(header.fields) ? static_cast<int>(kUtf8Page) : 1252;
+}
+
+std::array<unsigned char, 3> dateBytes() {
+  const platform::DateTime today = platform::current().now();
+  return {static_cast<unsigned char>(today.year - 1900), static_cast<unsigned char>(today.month),
+          static_cast<unsigned char>(today.day)};
+}
+
+}  // namespace
+
+struct DbfFile::Implementation {
+  std::unique_ptr<File> file;
+  dbf::Header header;
+  dbf::FieldContext context;
+  Sharing sharing = Sharing::shared;
+  std::uint32_t knownCount = 0;
+  std::unique_ptr<MemoFile> memo;
+  bool memoMissing = false;
+
+  std::uint64_t offsetOf(std::uint32_t number) const {
+    return header.headerLength + std::uint64_t{number} * header.recordLength;
+  }
+
+  [[noreturn]] void refuse(const std::string& reason) const {
+    throw RunTimeFailure(failure::readOnlyTable, "The table " + context.displayName + " cannot be changed: " + reason + ".");
+  }
+  void checkWritable(bool readOnly, bool adding) const;
+  std::optional<dbf::HeldLock> writing() const;
+  void writeRows(std::uint32_t first, const unsigned char* records, std::uint32_t count);
+  void takeBack(std::uint64_t offset, std::uint64_t formerSize) noexcept;
+  void writeCount(std::uint32_t count);
+  void touchDate();
+
+  void noteUnreadable(const DbfField& field, const std::string& reason);
+  void openMemo(const std::string& path);
+  Value memoText(const unsigned char* record, const DbfField& field, const std::string& path);
+};
+
+void DbfFile::Implementation::checkWritable(bool readOnly, bool adding) const {
+  if (readOnly) refuse("it is open for reading only, or its file is write-protected");
+  if (header.structuralIndex) {
+    refuse("it has a structural index that would no longer fit it; change it with the program that made it");
+  }
+  if (header.recordLengthMended) refuse("its header names a wrong record length; make a copy and change that");
+  if (adding && header.autoIncrement) refuse("it counts its rows in a field by itself, which is not done here");
+}
+
+void DbfFile::Implementation::takeBack(std::uint64_t offset, std::uint64_t formerSize) noexcept {
+  if (formerSize > offset + 1) return;
+  try {
+    if (formerSize == offset + 1) file->writeAt(offset, &dbf::kFileEnd, 1);
+    file->truncate(formerSize);
+  } catch (...) {
+    // The count still promises only what was there before; what is left lies behind it.
+  }
+}
+
+void DbfFile::Implementation::writeRows(std::uint32_t first, const unsigned char* records, std::uint32_t count) {
+  const std::size_t length = static_cast<std::size_t>(count) * header.recordLength;
+  std::vector<unsigned char> bytes(records, records + length);
+  bytes.push_back(dbf::kFileEnd);
+  const std::uint64_t formerSize = file->size();
+  try {
+    file->writeAt(offsetOf(first), bytes.data(), bytes.size());
+    writeCount(first + count);
+  } catch (...) {
+    takeBack(offsetOf(first), formerSize);
+    throw;
+  }
+}
+
+// Date and count stand side by side and go in one write.
+void DbfFile::Implementation::writeCount(std::uint32_t count) {
+  const std::array<unsigned char, 3> date = dateBytes();
+  std::array<unsigned char, 7> bytes{};
+  std::copy(date.begin(), date.end(), bytes.begin());
+  dbf::putLittleEndian(&bytes[3], count, 4);
+  file->writeAt(kDatePlace, bytes.data(), bytes.size());
+  knownCount = count;
+}
+
+void DbfFile::Implementation::touchDate() {
+  const std::array<unsigned char, 3> date = dateBytes();
+  std::array<unsigned char, 3> stored{};
+  file->readAt(kDatePlace, stored.data(), stored.size());
+  if (stored != date) file->writeAt(kDatePlace, date.data(), date.size());
+}
+
+void DbfFile::Implementation::noteUnreadable(const DbfField& field, const std::string& reason) {
+  logOnce(context.displayName + '\n' + field.name, "Table " + context.displayName + ": the field " +
+                                                       context.text.decode(field.name) + " of type " +
+                                                       std::string(1, field.type) + " is read as null; " + reason);
+}
+
+void DbfFile::Implementation::openMemo(const std::string& path) {
+  const dbf::MemoFormat format = dbf::memoFormatOf(header.version);
+  const std::string partner = memoPartner(path, format == dbf::MemoFormat::foxpro);
+  if (partner.empty()) {
+    throw RunTimeFailure(failure::fileNotFound, "the memo file beside the table is missing");
+  }
+  const MemoKind kind = format == dbf::MemoFormat::foxpro   ? MemoKind::foxpro
+                        : format == dbf::MemoFormat::dbase4 ? MemoKind::dbase4
+                                                            : MemoKind::dbase3;
+  memo = std::make_unique<MemoFile>(partner, kind);
+}
+
+Value DbfFile::Implementation::memoText(const unsigned char* record, const DbfField& field, const std::string& path) {
+  const std::uint32_t block = dbf::memoBlock(record, field);
+  if (block == 0 || memoMissing || dbf::isNullByFlag(record, field, context)) return {};
+  try {
+    if (!memo) openMemo(path);
+    return context.text.decode(memo->read(block));
+  } catch (const RunTimeFailure& cause) {
+    memoMissing = !memo;
+    noteUnreadable(field, cause.description());
+    return {};
+  }
+}
+
+DbfFile::DbfFile() : codePage_(CodePage::windows1252()), implementation_(std::make_unique<Implementation>()) {}
+DbfFile::~DbfFile() = default;
+
+std::shared_ptr<DbfFile> DbfFile::open(const std::string& path, bool readOnly, Sharing sharing) {
+  std::shared_ptr<DbfFile> table(new DbfFile);
+  Implementation& inside = *table->implementation_;
+  table->path_ = platform::current().findIgnoringCase(path);
+  table->readOnly_ = readOnly;
+  inside.context.displayName = displayPath(table->path_);
+  inside.sharing = sharing;
+  inside.file = openFile(table->path_, sharing, table->readOnly_);
+  dbf::lockForSharing(*inside.file, sharing, inside.context.displayName);
+  inside.header = readHeader(*inside.file, inside.context.displayName);
+  table->takeHeader();
+  return table;
+}
+
+void DbfFile::takeHeader() {
+  Implementation& inside = *implementation_;
+  const dbf::Header& header = inside.header;
+  inside.context.text = dbf::TextCodec(codePageOf(header, path_));
+  inside.context.visual = dbf::isVisual(header.version);
+  fields_ = header.fields;
+  if (header.nullFlags >= 0) inside.context.nullFlagsOffset = fields_[static_cast<std::size_t>(header.nullFlags)].offset;
+  for (DbfField& field : fields_) field.name = inside.context.text.decode(field.name);
+  codePage_ = inside.context.text.page();
+  version_ = header.version;
+  recordLength_ = static_cast<int>(header.recordLength);
+}
+
+int DbfFile::fieldIndex(std::string_view name) const {
+  for (std::size_t i = 0; i < fields_.size(); ++i) {
+    if (!fields_[i].system && equalIgnoringCase(fields_[i].name, name)) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+std::uint32_t DbfFile::recordCount() {
+  Implementation& inside = *implementation_;
+  std::array<unsigned char, 4> bytes{};
+  const bool whole = inside.file->readAt(kCountPlace, bytes.data(), bytes.size()) == bytes.size();
+  const std::uint32_t promised = whole ? dbf::littleEndian(bytes.data(), 4) : 0;
+  inside.knownCount = dbf::rowsWithin(inside.file->size(), inside.header, promised);
+  return inside.knownCount;
+}
+
+bool DbfFile::readRecord(std::uint32_t number, unsigned char* bytes) {
+  Implementation& inside = *implementation_;
+  if (number >= inside.knownCount && number >= recordCount()) return false;
+  const auto length = static_cast<std::size_t>(recordLength_);
+  return inside.file->readAt(inside.offsetOf(number), bytes, length) == length;
+}
+
+void DbfFile::scan(const std::function<bool(std::uint32_t, const unsigned char*)>& visit) {
+  const std::uint32_t count = recordCount();
+  const auto length = static_cast<std::size_t>(recordLength_);
+  const auto perBlock = static_cast<std::uint32_t>(
+      std::min<std::size_t>(std::max<std::size_t>(1, kScanBytes / length), std::max<std::uint32_t>(count, 1)));
+  std::vector<unsigned char> block(perBlock * length);
+  for (std::uint32_t number = 0; number < count;) {
+    const std::uint32_t wanted = std::min(perBlock, count - number);
+    const std::size_t got = implementation_->file->readAt(implementation_->offsetOf(number), block.data(), wanted * length);
+    const auto rows = static_cast<std::uint32_t>(got / length);
+    for (std::uint32_t row = 0; row < rows; ++row) {
+      if (!visit(number + row, block.data() + row * length)) return;
+    }
+    if (rows < wanted) return;
+    number += rows;
+  }
+}
+
+Value DbfFile::value(const unsigned char* record, std::size_t field) {
+  Implementation& inside = *implementation_;
+  const DbfField& stored = inside.header.fields.at(field);
+  if (dbf::isMemo(stored, inside.context)) return inside.memoText(record, stored, path_);
+  const char* reason = nullptr;
+  Value result = dbf::decodeField(record, stored, inside.context, reason);
+  if (reason != nullptr) inside.noteUnreadable(stored, reason);
+  return result;
+}
+
+void DbfFile::put(unsigned char* record, std::size_t field, const Value& value) const {
+  dbf::encodeField(record, implementation_->header.fields.at(field), implementation_->context, value);
+}
+
+std::string DbfFile::cut(std::string_view text, std::size_t field) const {
+  return implementation_->context.text.cut(text, static_cast<std::size_t>(fields_.at(field).width));
+}
+
+std::vector<unsigned char> DbfFile::blankRecord() const {
+  std::vector<unsigned char> record(static_cast<std::size_t>(recordLength_), ' ');
+  const std::vector<DbfField>& fields = implementation_->header.fields;
+  // The flags first: the other fields set theirs in them.
+  for (const DbfField& field : fields) {
+    if (field.type == '0') dbf::blankField(record.data(), field, implementation_->context);
+  }
+  for (const DbfField& field : fields) {
+    if (field.type != '0') dbf::blankField(record.data(), field, implementation_->context);
+  }
+  return record;
+}
+
+std::uint32_t DbfFile::append(const unsigned char* record) { return append(record, 1); }
+
+std::uint32_t DbfFile::append(const unsigned char* records, std::uint32_t count) {
+  Implementation& inside = *implementation_;
+  inside.checkWritable(readOnly_, true);
+  WriteLock writing(*this);
+  const dbf::HeldLock header(*inside.file, dbf::kHeaderLock, LockKind::exclusive, inside.context.displayName);
+  const std::uint32_t first = recordCount();
+  if (count == 0) return first;
+  const std::uint64_t added = std::uint64_t{count} * inside.header.recordLength;
+  if (inside.offsetOf(first) + added + 1 > kLargestFile) inside.refuse("it would grow beyond 2 GB, more than the format holds");
+  inside.writeRows(first, records, count);
+  return first;
+}
+
+void DbfFile::update(std::uint32_t number, const std::function<void(unsigned char*)>& change) {
+  Implementation& inside = *implementation_;
+  inside.checkWritable(readOnly_, false);
+}
+
+}  // namespace vantrelix

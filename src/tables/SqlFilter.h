@@ -1,0 +1,51 @@
+// Which records of a table a condition lets through.
+//
+// Equalities of a character field and a text, joined by AND, are compared on the record's bytes: that decides nearly every
+// row of a search without a value being made. The rest of the condition is evaluated for what is left.
+#pragma once
+
+#include <vector>
+
+#include "tables/DbfFile.h"
+#include "tables/SqlEvaluator.h"
+
+namespace vantrelix {
+
+// A record's bytes as the row of an expression.
+class RecordRow : public SqlRow {
+ public:
+  explicit RecordRow(DbfFile& table) : table_(table) {}
+  void show(const unsigned char* record) { record_ = record; }
+  Value value(std::size_t field) const override { return table_.value(record_, field); }
+
+ private:
+  DbfFile& table_;
+  const unsigned char* record_ = nullptr;
+};
+
+class SqlFilter {
+ public:
+  // `condition` is bound to the table and outlives the filter; none lets every live record through.
+  SqlFilter(DbfFile& table, const SqlExpression* condition);
+  bool matches(const unsigned char* record);
+
+ private:
+  struct ByteEquality {
+    std::size_t offset = 0;
+    std::size_t width = 0;
+    std::string wanted;              // in the table's code page, without padding
+    std::vector<unsigned char> fold;  // upper case of each byte; empty where case counts
+    bool matches(const unsigned char* record) const;
+  };
+
+  void add(const SqlExpression& term);
+  bool addEquality(const SqlExpression& field, const SqlExpression& literal);
+
+  DbfFile& table_;
+  RecordRow row_;
+  bool never_ = false;
+  std::vector<ByteEquality> equalities_;
+  std::vector<const SqlExpression*> rest_;
+};
+
+}  // namespace vantrelix

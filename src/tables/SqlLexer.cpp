@@ -1,0 +1,152 @@
+#include "tables/SqlLexer.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "foundation/text.h"
+#include "tables/SqlCompare.h"
+
+namespace vantrelix {
+
+namespace {
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+bool isNameStart(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || static_cast<unsigned char>(c) >= 0x80;
+}
+// Short names hold "~", and "$" stands at the end of function names in older texts.
+bool isNamePart(char c) { return isNameStart(c) || isDigit(c) || c == '~' || c == '$'; }
+
+class Lexer {
+ public:
+  explicit Lexer(std::string_view text) : text_(text) {}
+
+  std::vector<SqlToken> run() {
+    if (text_.size() > kLongestQuery) {
+      throw RunTimeFailure(failure::badQuery, "The query is too long: " + std::to_string(text_.size()) +
+                                                  " bytes. Shorten it to " + std::to_string(kLongestQuery) + ".");
+    }
+    std::vector<SqlToken> tokens;
+    do {
+      while (at_ < text_.size() && isBlank(text_[at_])) ++at_;
+      tokens.push_back(next());
+    } while (tokens.back().kind != SqlTokenKind::end);
+    return tokens;
+  }
+
+ private:
+  char here(std::size_t ahead = 0) const { return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0'; }
+
+  SqlToken next() {
+    start_ = at_;
+    if (at_ == text_.size()) return make(SqlTokenKind::end);
+    const char c = here();
+    if (isNameStart(c)) return word();
+    if (isDigit(c) || (c == '.' && isDigit(here(1)))) return number();
+    if (c == '\'' || c == '"') return quoted(c);
+    if (c == '[') return bracketed();
+    if (c == '#') return date();
+    return symbol();
+  }
+
+  SqlToken make(SqlTokenKind kind, std::string text = "", Value value = Value()) const {
+    return {kind, start_, std::move(text), std::move(value)};
+  }
+
+  [[noreturn]] void fail(std::string_view what) const { throw sqlSyntaxFailure(text_, start_, what); }
+
+  SqlToken word() {
+    while (at_ < text_.size() && isNamePart(text_[at_])) ++at_;
+    return make(SqlTokenKind::word, std::string(text_.substr(start_, at_ - start_)));
+  }
+
+  SqlToken number() {
+    double value = 0;
+    const auto [end, error] = std::from_chars(text_.data() + at_, text_.data() + text_.size(), value);
+    if (error != std::errc()) fail("this number is out of range.");
+    at_ = static_cast<std::size_t>(end - text_.data());
+    if (at_ < text_.size() && isNamePart(text_[at_])) {
+      fail("a number ends in letters. Put a name that begins with a digit between [ and ].");
+    }
+    return make(SqlTokenKind::number, "", value);
+  }
+
+  // A quote inside stands doubled.
+  SqlToken quoted(char quote) {
+    std::string content;
+    for (++at_; at_ < text_.size(); ++at_) {
+      if (text_[at_] == quote) {
+        if (here(1) != quote) break;
+        ++at_;
+      }
+      content += text_[at_];
+    }
+    if (at_ == text_.size()) fail("the closing quote of this text is missing.");
+    ++at_;
+    return make(SqlTokenKind::text, std::move(content));
+  }
+
+  SqlToken bracketed() {
+    const std::string name = trim(between(']', "the closing ] of this name is missing."));
+    if (name.empty()) fail("there is no name between [ and ].");
+    return make(SqlTokenKind::bracketed, name);
+  }
+
+  SqlToken date() {
+    const auto value = sqlDate(between('#', "the closing # of this date is missing."));
+    if (!value) fail("this is no date. Write it as #11/21/2026# or #2026-11-21#.");
+    return make(SqlTokenKind::date, "", *value);
+  }
+
+  std::string_view between(char closing, std::string_view missing) {
+    const std::size_t end = text_.find(closing, at_ + 1);
+    if (end == std::string_view::npos) fail(missing);
+    const std::string_view content = text_.substr(at_ + 1, end - at_ - 1);
+    at_ = end + 1;
+    return content;
+  }
+
+  SqlToken symbol() {
+    const std::string_view two = text_.substr(at_, 2);
+    const bool isTwo = two == "<=" || two == ">=" || two == "<>";
+    if (!isTwo && std::string_view("(),*+-/&=<>;").find(here()) == std::string_view::npos) {
+      fail("this character has no meaning in a query.");
+    }
+    at_ += isTwo ? 2 : 1;
+    return make(SqlTokenKind::symbol, std::string(text_.substr(start_, at_ - start_)));
+  }
+
+  std::string_view text_;
+  std::size_t at_ = 0;
+  std::size_t start_ = 0;
+};
+
+// What a reader sees at the place: a whole word, or a few characters up to the next blank.
+std::string nearText(std::string_view text, std::size_t position) {
+  std::size_t end = position;
+  while (end < text.size() && isNamePart(text[end])) ++end;
+  if (end == position) {
+    while (end < text.size() && !isBlank(text[end])) ++end;
+  }
+  std::string result = leftCharacters(text.substr(position, end - position), 24);
+  std::replace_if(result.begin(), result.end(), [](char c) { return c >= 0 && c < ' '; }, '?');
+  return result;
+}
+
+}  // namespace
+
+std::vector<SqlToken> sqlTokens(std::string_view text) { return Lexer(text).run(); }
+
+std::size_t sqlPlace(std::string_view text, std::size_t position) {
+  return characterCount(text.substr(0, std::min(position, text.size()))) + 1;
+}
+
+RunTimeFailure sqlSyntaxFailure(std::string_view text, std::size_t position, std::string_view what) {
+  const std::string place = "Syntax error in query at position " + std::to_string(sqlPlace(text, position));
+  const std::string found = position < text.size() ? nearText(text, position) : "";
+  return {failure::badQuery, place + (found.empty() ? ", at its end" : ", near '" + found + "'") + ": " +
+                                 std::string(what)};
+}
+
+}  // namespace vantrelix

@@ -1,0 +1,36 @@
+// One field's value in a record's bytes, both ways. Private to the table-file sources.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "foundation/Value.h"
+#include "tables/DbfFile.h"
+#include "tables/dbfText.h"
+
+namespace vantrelix::dbf {
+
+// What the fields of a table need to know of it.
+struct FieldContext {
+  std::string displayName;
+  TextCodec text;
+  bool visual = false;        // of the family that keeps numbers in binary
+  int nullFlagsOffset = -1;  // of the null-flags field in the record
+};
+
+bool isMemo(const DbfField& field, const FieldContext& context);
+// The block that a memo field points to; 0 where it is blank or holds no number.
+std::uint32_t memoBlock(const unsigned char* record, const DbfField& field);
+bool isNullByFlag(const unsigned char* record, const DbfField& field, const FieldContext& context);
+
+// The value of a field that is no memo. Where its type cannot be read the value is null and `reason` is set.
+Value decodeField(const unsigned char* record, const DbfField& field, const FieldContext& context, const char*& reason);
+
+// Puts a value; throws as DbfFile::put tells and then leaves the bytes as they are.
+void encodeField(unsigned char* record, const DbfField& field, const FieldContext& context, const Value& value);
+
+// Makes the field blank: null where it can be null by flag.
+void blankField(unsigned char* record, const DbfField& field, const FieldContext& context);
+
+}  // namespace vantrelix::dbf

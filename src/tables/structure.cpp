@@ -1,0 +1,222 @@
+#include "tables/structure.h"
+
+#include "foundation/errHand.h"
+#include "foundation/extract.h"
+#include "foundation/messages.h"
+#include "foundation/procedures.h"
+#include "foundation/suitePaths.h"
+#include "foundation/text.h"
+#include "tables/repairTable.h"
+#include "tables/tableFiles.h"
+
+namespace vantrelix {
+
+namespace {
+
+constexpr const char* kConnect = "FoxPro 2.6";
+
+// How a table is to be opened for its check.
+struct Opening {
+  RecordsetType type = RecordsetType::dynaset;
+  int options = 0;
+  bool exclusive = false;
+  bool readOnly = false;
+};
+
+struct Check {
+  const FieldList& fields;
+  std::string path;
+  bool repair;
+  bool create;
+  std::string tableType;
+  Opening opening;
+};
+
+std::string nameOfToken(const std::string& token) { return trim(token.substr(1, token.size() - 2)); }
+
+// Makes the missing table, complete, under a name of its own first: another program finds it at its path with its final
+// header or not at all, and a table that another made meanwhile is not replaced.
+int createMissing(const Check& check) {
+  const std::string made = reserveStampedTable(ExtractFolderNoSlash(check.path), "YYHHMMSS");
+  int code = tableCode::fine;
+  if (!NewTable(check.fields, made)) {
+    SetFlag(1400);
+    code = tableCode::creationError;
+  } else if (getLenTrim(check.tableType) == 0) {
+    SetFlag(1300);
+  } else {
+    SetFlag(1220);
+    if (!ModNewDBF(check.tableType, made)) code = tableCode::headerError;
+  }
+  if (code != tableCode::fine) {
+    removeQuietly(made);
+    return code;
+  }
+  if (platform::current().fileExists(check.path) && !getFileExistLEN(check.path)) removeQuietly(check.path);
+  try {
+    platform::current().renameNew(made, check.path);
+  } catch (const RunTimeFailure& failure) {
+    removeQuietly(made);
+    if (failure.number() != failure::fileExists) throw;
+  }
+  return code;
+}
+
+// Opens the table as asked and tells whether it has every field of the list.
+bool hasAllFields(const Check& check, TableTrace& trace) {
+  trace.databasePath = ExtractFolderNoSlash(getShortName(check.path));
+  const DatabasePtr database =
+      DBEngine::OpenDatabase(trace.databasePath, check.opening.exclusive, check.opening.readOnly, kConnect);
+  const std::string token = TableToken(check.path);
+  trace.select = check.opening.type == RecordsetType::table ? nameOfToken(token) : "SELECT * from " + token;
+  const RecordsetPtr cursor = database->OpenRecordset(trace.select, check.opening.type, check.opening.options);
+  SetFlag(2400);
+  bool all = true;
+  for (const FieldDescription& field : check.fields) {
+    all = all && getIsFieldInTable(*cursor, field.Name);
+  }
+  cursor->Close();
+  database->Close();
+  return all;
+}
+
+int checkTable(const Check& check, TableTrace& trace) {
+  SetFlag(100);
+  trace.pathName = check.path;
+  if (!getFileExistLEN(check.path)) {
+    SetFlag(1100);
+    if (!check.create) return tableCode::missingFile;
+    return createMissing(check);
+  }
+  SetFlag(2000);
+  if (check.fields.empty()) throw RunTimeFailure(failure::objectNotSet, "There is no field list to check against.");
+  if (hasAllFields(check, trace)) {
+    SetFlag(2500);
+    return tableCode::fine;
+  }
+  if (!check.repair) return tableCode::structureUnknown;
+  if (check.opening.readOnly) {
+    throw RunTimeFailure(failure::readOnlyTable, "The table " + displayPath(check.path) +
+                                                     " lacks a field and is opened for reading. Open it for writing.");
+  }
+  return repairTable(check.fields, check.path, trace) ? tableCode::fine : tableCode::temporaryFileError;
+}
+
+// A table that is not there in the given case is the one that differs from it in case only.
+std::string tablePath(const std::string& path) { return platform::current().findIgnoringCase(path); }
+
+struct Outcome {
+  int code = tableCode::fine;
+  std::string error;  // of a run-time failure, as text
+};
+
+bool takesErrorWay(int code) { return code == tableCode::creationError || code == tableCode::temporaryFileError; }
+
+Outcome validTable(const Check& check) {
+  Procedure guard(procedure::RSTblValid);
+  TableTrace trace;
+  try {
+    const int code = checkTable(check, trace);
+    if (takesErrorWay(code)) ErrHand(0, GetTblErrShort(code), trace.text());
+    return {code, ""};
+  } catch (const RunTimeFailure& failure) {
+    ErrHand(failure, trace.text());
+    return {tableCode::unknown, modErrStr(failure)};
+  } catch (const std::exception& failure) {
+    ErrHand(failure, trace.text());
+    return {tableCode::unknown, failure.what()};
+  }
+}
+
+void logFailure(int code, const std::string& error, const TableTrace& trace) {
+  wrtTechSupNoMak(AddALine(AddALine(error, trace.text()), GetTblErrShort(code)));
+}
+
+void showOpenError(const std::string& path, const Outcome& outcome, const std::string& tableType) {
+  const std::string what = outcome.error.empty() ? GetTblErrShort(outcome.code) : outcome.error;
+  std::string text = displayPath(path);
+  for (const std::string& line : {std::string("RSTblValid Error opening database:"),
+                                  "MakeDataSmTableFile Open Error: " + what, tableType, TableToken(path)}) {
+    text = AddALine(text, line);
+  }
+  wrtTechSupNoMak(text);
+  text = AddALine(text,
+                  "Please send the QVTECSUP.TXT file, along with a description of what you were trying to do when this "
+                  "error happened, to:");
+  showInformation("Database Error", text + kBlankLine + supportAddress());
+}
+
+}  // namespace
+
+bool NewTable(const FieldList& fields, const std::string& path) {
+  Procedure guard(procedure::NewTable);
+  std::string working;
+  try {
+    SetFlag(100);
+    const std::string name = nameOfToken(TableToken(path));
+    if (name.find_first_of(" []") == std::string::npos) {
+      SetFlag(200);
+      createTable(fields, path);
+      return true;
+    }
+    SetFlag(300);
+    working = reserveStampedTable(ExtractFolderNoSlash(path), "YYHHMMSS");
+    createTable(fields, working);
+    SetFlag(400);
+    platform::current().rename(working, path);
+    return true;
+  } catch (const RunTimeFailure& failure) {
+    ErrHand(failure, "PathName: " + displayPath(path));
+  } catch (const std::exception& failure) {
+    ErrHand(failure, "PathName: " + displayPath(path));
+  }
+  if (!working.empty()) removeQuietly(working);
+  return false;
+}
+
+bool RSTblValid(const FieldList& fields, const std::string& path, bool repair, bool create,
+                const std::string& tableType) {
+  return validTable({fields, tablePath(path), repair, create, tableType, {}}).code == tableCode::fine;
+}
+
+int RSTblValidRS(const FieldList& fields, const std::string& path, bool repair, bool create,
+                 const std::string& tableType, RecordsetType openType, int openOptions, bool exclusive, bool readOnly) {
+  Procedure guard(procedure::RSTblValidRS);
+  TableTrace trace;
+  int code = tableCode::unknown;
+  std::string error;
+  try {
+    code = checkTable(
+        {fields, tablePath(path), repair, create, tableType, {openType, openOptions, exclusive, readOnly}}, trace);
+    if (!takesErrorWay(code)) return code;
+  } catch (const RunTimeFailure& failure) {
+    const bool inUse = failure.number() == failure::cannotOpen || failure.number() == failure::locked;
+    code = inUse ? tableCode::inUse : tableCode::unknown;
+    error = modErrStr(failure);
+  } catch (const std::exception& failure) {
+    error = failure.what();
+  }
+  logFailure(code, error, trace);
+  return code;
+}
+
+RecordsetPtr MakeDataSmTableFile(const std::string& path, const std::string& tableType) {
+  Procedure guard(procedure::MakeDataSmTableFile);
+  SetFlag(100);
+  const std::string file = tablePath(path);
+  const DatabasePtr database = DBEngine::OpenDatabase(ExtractFolderNoSlash(file), false, false, kConnect);
+  const std::string token = TableToken(file);
+  const FieldList fields = FieldsFromDataSum(tableType);
+  SetFlag(200);
+  const Outcome outcome = validTable({fields, file, true, true, tableType, {}});
+  if (outcome.code != tableCode::fine) {
+    showOpenError(file, outcome, tableType);
+    return nullptr;
+  }
+  SetFlag(300);
+  RecordsetPtr cursor = database->OpenRecordset("SELECT * from " + token);
+  if (cursor->RecordCount() > 0) cursor->MoveFirst();
+  return cursor;
+}
+
+}  // namespace vantrelix

@@ -1,0 +1,31 @@
+// Names made from the clock, and the small file work of making and mending tables. Private to this layer.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/Platform.h"
+#include "tables/FieldType.h"
+
+namespace vantrelix {
+
+// Moves a time on by one second.
+platform::DateTime nextSecond(platform::DateTime time);
+
+// Takes a name for a table in the folder: the date in that format and ".DBF", or the one of the next second that is
+// free. The file is there, empty, when this returns, so that no other program takes the same name. Gives its path.
+std::string reserveStampedTable(const std::string& folder, std::string_view format);
+
+// Writes an empty table of those fields to path, replacing what is there at once.
+void createTable(const FieldList& fields, const std::string& path);
+
+// Copies the file to a name that does not exist yet: path without extension, "_", the date as "YYYYMMDDHHSS", ".DBF",
+// or the date of the next second that is free. A reader never finds half a copy. Gives the name.
+std::string keepDatedCopy(const std::string& path);
+
+// Makes the file's content durable.
+void syncFile(const std::string& path);
+// Removes a file of ours that serves no purpose any more; a failure to do so is of no interest.
+void removeQuietly(const std::string& path);
+
+}  // namespace vantrelix

@@ -1,0 +1,4 @@
+file(GLOB found ${FOLDER}/*)
+if(NOT found)
+  message(FATAL_ERROR "no corpus files in ${FOLDER}")
+endif()

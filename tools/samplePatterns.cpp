@@ -2,7 +2,8 @@
 //
 // Usage: sample-patterns FOLDER
 //
-// All values are attenuations below the major lobe in dB; the angle of the vertical cut counts downward from the horizon.
+// All values are attenuations below the major lobe in dB; the angle of the vertical cut counts downward from the
+// horizon.
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
@@ -79,7 +80,13 @@ double dishAttenuation(double angle, double diameterInWavelengths, double frontT
 }
 
 Sample dipole() {
-  return {"dipole.msi", "Sample dipole 160 MHz", "MECHANICAL", 160, 0, "dBd", [](double) { return 0.0; },
+  return {"dipole.msi",
+          "Sample dipole 160 MHz",
+          "MECHANICAL",
+          160,
+          0,
+          "dBd",
+          [](double) { return 0.0; },
           [](double e) { return attenuation(dipoleField(e)); }};
 }
 
@@ -87,8 +94,14 @@ Sample collinear() {
   constexpr int elements = 8;
   constexpr double spacing = 0.8;
   const auto field = [](double e) { return dipoleField(e) * arrayFactor(elements, spacing, e); };
-  return {"collinear.msi", "Sample collinear 8 elements 450 MHz", "MECHANICAL", 450, omniDirectivity(field), "dBi",
-          [](double) { return 0.0; }, [field](double e) { return attenuation(field(e)); }};
+  return {"collinear.msi",
+          "Sample collinear 8 elements 450 MHz",
+          "MECHANICAL",
+          450,
+          omniDirectivity(field),
+          "dBi",
+          [](double) { return 0.0; },
+          [field](double e) { return attenuation(field(e)); }};
 }
 
 Sample panel() {
@@ -97,7 +110,12 @@ Sample panel() {
   constexpr double downtilt = 4;
   // J. D. Kraus, "Antennas", 2-9: gain of a single beam near 32400 / (azimuth width x elevation width), in degrees.
   const double gain = 10 * std::log10(32400 / (azimuthWidth * elevationWidth));
-  return {"sector-panel.msi", "Sample sector panel 65 deg 1950 MHz", "ELECTRICAL", 1950, gain, "dBi",
+  return {"sector-panel.msi",
+          "Sample sector panel 65 deg 1950 MHz",
+          "ELECTRICAL",
+          1950,
+          gain,
+          "dBi",
           [](double a) { return sectorBeam(a, azimuthWidth, 25); },
           [](double e) { return sectorBeam(std::fmod(e - downtilt + 360, 360), elevationWidth, 30); }};
 }

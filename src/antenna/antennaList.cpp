@@ -8,6 +8,7 @@
 #include "foundation/extract.h"
 #include "foundation/text.h"
 #include "platform/Platform.h"
+#include "platform/RunTimeFailure.h"
 #include "tables/Database.h"
 #include "tables/DbfFile.h"
 

@@ -26,8 +26,9 @@ constexpr struct {
   MsgAnswer answer;
   const char* text;
 } kAnswerTexts[] = {
-    {MsgAnswer::ok, "OK"},         {MsgAnswer::cancel, "Cancel"}, {MsgAnswer::abort, "Abort"}, {MsgAnswer::retry, "Retry"},
-    {MsgAnswer::ignore, "Ignore"}, {MsgAnswer::yes, "Yes"},       {MsgAnswer::no, "No"},
+    {MsgAnswer::ok, "OK"},       {MsgAnswer::cancel, "Cancel"}, {MsgAnswer::abort, "Abort"},
+    {MsgAnswer::retry, "Retry"}, {MsgAnswer::ignore, "Ignore"}, {MsgAnswer::yes, "Yes"},
+    {MsgAnswer::no, "No"},
 };
 
 std::string buttonsText(MsgButtons buttons) {

@@ -26,7 +26,8 @@ using PictureWriter = std::function<void(const PlotPage& page, const std::string
 
 class Session {
  public:
-  Session(std::ostream& out, std::ostream& err, bool errIsTerminal) : out_(out), err_(err), errIsTerminal_(errIsTerminal) {}
+  Session(std::ostream& out, std::ostream& err, bool errIsTerminal)
+      : out_(out), err_(err), errIsTerminal_(errIsTerminal) {}
 
   // Options before the command.
   std::string suite;

@@ -21,9 +21,8 @@ void addCalculation(CLI::App& parent, const std::string& name, const std::string
   command->footer("Example: " + example);
   const auto values = std::make_shared<std::vector<std::string>>(names.size());
   for (std::size_t i = 0; i < names.size(); ++i) command->add_option(names[i], (*values)[i])->required();
-  command->callback([&session, values, calculate] {
-    session.job = [&session, values, calculate] { calculate(session, *values); };
-  });
+  command->callback(
+      [&session, values, calculate] { session.job = [&session, values, calculate] { calculate(session, *values); }; });
 }
 
 template <class Result>
@@ -44,8 +43,8 @@ void pattern(Session& session, const std::vector<std::string>& a) {
   bool failed = false;
   const std::string result = ConvertAntPattern(a[0], a[1], a[2], a[3], a[4], failed);
   answer(session, result, result, failed,
-         "A pattern value of " + a[2] + " " + a[0] + " cannot be expressed in " + a[1] + " with a major lobe of " + a[3] +
-             " " + a[4] + ".");
+         "A pattern value of " + a[2] + " " + a[0] + " cannot be expressed in " + a[1] + " with a major lobe of " +
+             a[3] + " " + a[4] + ".");
 }
 
 using UnitConversion = double (*)(std::string_view from, std::string_view to, double value, bool& err);
@@ -66,8 +65,8 @@ void addCalcCommands(CLI::App& app, Session& session) {
   addCalculation(*calc, "pattern", "Convert a pattern value, given the major lobe",
                  "vantrelix calc pattern REL dBd 0.5 10 dBd", {"FROM", "TO", "VALUE", "MAJGAIN", "MAJUNITS"}, session,
                  pattern);
-  addCalculation(*calc, "length", "Convert a length (m, km, cm, mm, ft, in, mi, nm ...)", "vantrelix calc length ft m 100",
-                 {"FROM", "TO", "VALUE"}, session,
+  addCalculation(*calc, "length", "Convert a length (m, km, cm, mm, ft, in, mi, nm ...)",
+                 "vantrelix calc length ft m 100", {"FROM", "TO", "VALUE"}, session,
                  [](Session& s, const std::vector<std::string>& a) { convertUnits(s, a, ConvertLen); });
   addCalculation(*calc, "frequency", "Convert a frequency (Hz, KHz, MHz, GHz)", "vantrelix calc frequency GHz MHz 1.9",
                  {"FROM", "TO", "VALUE"}, session,

@@ -63,7 +63,8 @@ void import(Session& session, const ImportArguments& arguments) {
   const LibraryTables tables = openLibrary(name);
   ImportOwner owner;
   owner.progress = [&session](const std::string& line) { session.progress(line); };
-  report(session, importFiles(*format, name.code, tables.ams, tables.ahd, tables.avd, files, false, owner), files.size());
+  report(session, importFiles(*format, name.code, tables.ams, tables.ahd, tables.avd, files, false, owner),
+         files.size());
 }
 
 }  // namespace

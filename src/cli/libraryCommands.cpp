@@ -20,8 +20,7 @@ void libraries(Session& session, const std::string& family) {
   session.needSuite();
   Json list = Json::array();
   TextTable table({{"File"}, {"Description"}});
-  for (const LibraryEntry& entry :
-       libraryFiles(family == "lines" ? LibraryFamily::line : LibraryFamily::antenna)) {
+  for (const LibraryEntry& entry : libraryFiles(family == "lines" ? LibraryFamily::line : LibraryFamily::antenna)) {
     list.push_back({{"file", entry.file}, {"description", entry.description}});
     table.add({entry.file, entry.description});
   }
@@ -53,8 +52,8 @@ void antennas(Session& session, const std::string& library) {
                     {"freq_units", a.freqUnits},
                     {"horizontal_points", a.horizontalPoints},
                     {"vertical_points", a.verticalPoints}});
-    table.add({a.id, a.description, formatNumber(a.gain, "0.00"), a.gainUnits, generalText(a.fLow), generalText(a.fHigh),
-               a.freqUnits, pointsText(a.horizontalPoints), pointsText(a.verticalPoints)});
+    table.add({a.id, a.description, formatNumber(a.gain, "0.00"), a.gainUnits, generalText(a.fLow),
+               generalText(a.fHigh), a.freqUnits, pointsText(a.horizontalPoints), pointsText(a.verticalPoints)});
   }
   session.document["antennas"] = list;
   table.write(session.text);

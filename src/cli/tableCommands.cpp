@@ -12,9 +12,12 @@ namespace vantrelix::cli {
 
 namespace {
 
+std::string twoDigits(int number) { return (number < 10 ? "0" : "") + std::to_string(number); }
+
 std::string isoDate(const DateTime& date) {
-  const bool midnight = date.hour == 0 && date.minute == 0 && date.second == 0;
-  return formatDate(date, "YYYY-MM-DD") + (midnight ? "" : formatDate(date, "THH:MM:SS"));
+  const std::string day = formatDate(date, "YYYY-MM-DD");
+  if (date.hour == 0 && date.minute == 0 && date.second == 0) return day;
+  return day + "T" + twoDigits(date.hour) + ":" + twoDigits(date.minute) + ":" + twoDigits(date.second);
 }
 
 Json jsonOf(const Value& value) {
@@ -71,7 +74,8 @@ struct Rows {
 Rows readRows(DbfFile& table) {
   const std::vector<std::size_t> shown = shownFields(table);
   std::vector<TextTable::Column> columns;
-  for (const std::size_t i : shown) columns.push_back({table.fields()[i].name, alignOf(fieldTypeOf(table.fields()[i]))});
+  for (const std::size_t i : shown)
+    columns.push_back({table.fields()[i].name, alignOf(fieldTypeOf(table.fields()[i]))});
   Rows rows{Json::array(), TextTable(columns), 0};
   table.scan([&](std::uint32_t, const unsigned char* record) {
     if (record[0] == '*') {
@@ -106,7 +110,8 @@ void dump(Session& session, const std::string& file) {
   }
   session.text << '\n';
   rows.text.write(session.text);
-  session.text << '\n' << live << " rows, " << rows.deleted << " deleted, version " << versionText(table->version()) << '\n';
+  session.text << '\n'
+               << live << " rows, " << rows.deleted << " deleted, version " << versionText(table->version()) << '\n';
 }
 
 void query(Session& session, const std::string& folder, const std::string& sql) {
@@ -163,9 +168,8 @@ void addTableCommand(CLI::App& parent, const std::string& name, const std::strin
   const auto arguments = std::make_shared<TableArguments>();
   command->add_option(names[0], arguments->first)->required();
   if (names.size() > 1) command->add_option(names[1], arguments->second)->required();
-  command->callback([&session, arguments, job] {
-    session.job = [&session, arguments, job] { job(session, *arguments); };
-  });
+  command->callback(
+      [&session, arguments, job] { session.job = [&session, arguments, job] { job(session, *arguments); }; });
 }
 
 }  // namespace

@@ -14,7 +14,9 @@ struct Field {
   std::string (*text)(const DateTime& date);
 };
 
-// The longer of two with the same start comes first.
+int hourOfTwelve(const DateTime& date) { return date.hour % 12 == 0 ? 12 : date.hour % 12; }
+
+// Letters of dates in names. The longer of two with the same start comes first.
 constexpr Field kFields[] = {
     {"HHMM", [](const DateTime& date) { return padded(date.hour, 2) + padded(date.minute, 2); }},
     {"YYYY", [](const DateTime& date) { return padded(date.year, 4); }},
@@ -25,11 +27,44 @@ constexpr Field kFields[] = {
     {"SS", [](const DateTime& date) { return padded(date.second, 2); }},
 };
 
-const Field* fieldAt(std::string_view format) {
-  for (const Field& field : kFields) {
+// Letters of the regional settings.
+constexpr Field kRegionalFields[] = {
+    {"yyyy", [](const DateTime& date) { return padded(date.year, 4); }},
+    {"yy", [](const DateTime& date) { return padded(date.year % 100, 2); }},
+    {"MM", [](const DateTime& date) { return padded(date.month, 2); }},
+    {"M", [](const DateTime& date) { return padded(date.month, 1); }},
+    {"dd", [](const DateTime& date) { return padded(date.day, 2); }},
+    {"d", [](const DateTime& date) { return padded(date.day, 1); }},
+    {"HH", [](const DateTime& date) { return padded(date.hour, 2); }},
+    {"H", [](const DateTime& date) { return padded(date.hour, 1); }},
+    {"hh", [](const DateTime& date) { return padded(hourOfTwelve(date), 2); }},
+    {"h", [](const DateTime& date) { return padded(hourOfTwelve(date), 1); }},
+    {"mm", [](const DateTime& date) { return padded(date.minute, 2); }},
+    {"ss", [](const DateTime& date) { return padded(date.second, 2); }},
+    {"tt", [](const DateTime& date) { return std::string(date.hour < 12 ? "AM" : "PM"); }},
+};
+
+template <std::size_t N>
+const Field* fieldAt(const Field (&fields)[N], std::string_view format) {
+  for (const Field& field : fields) {
     if (format.starts_with(field.letters)) return &field;
   }
   return nullptr;
+}
+
+template <std::size_t N>
+std::string filled(const Field (&fields)[N], const DateTime& date, std::string_view format) {
+  std::string result;
+  while (!format.empty()) {
+    const Field* field = fieldAt(fields, format);
+    result += field != nullptr ? field->text(date) : std::string(1, format.front());
+    format.remove_prefix(field != nullptr ? field->letters.size() : 1);
+  }
+  return result;
+}
+
+std::string regionalText(const DateTime& date, std::string_view letters) {
+  return filled(kRegionalFields, date, letters);
 }
 
 constexpr long kSerialZero = -25569;  // 1899-12-30
@@ -38,28 +73,13 @@ bool isLeapYear(int year) { return (year % 4 == 0 && year % 100 != 0) || year % 
 
 }  // namespace
 
-std::string formatDate(const DateTime& date, std::string_view format) {
-  std::string result;
-  while (!format.empty()) {
-    const Field* field = fieldAt(format);
-    if (field != nullptr) {
-      result += field->text(date);
-    } else {
-      result += format.front();
-    }
-    format.remove_prefix(field != nullptr ? field->letters.size() : 1);
-  }
-  return result;
-}
+std::string formatDate(const DateTime& date, std::string_view format) { return filled(kFields, date, format); }
 
-std::string shortDate(const DateTime& date) {
-  return std::to_string(date.month) + "/" + std::to_string(date.day) + "/" + padded(date.year, 4);
-}
+std::string shortDate(const DateTime& date) { return regionalText(date, platform::current().regional().shortDate); }
 
 std::string generalDate(const DateTime& date) {
-  const int hour = date.hour % 12 == 0 ? 12 : date.hour % 12;
-  return shortDate(date) + " " + std::to_string(hour) + ":" + padded(date.minute, 2) + ":" + padded(date.second, 2) +
-         (date.hour < 12 ? " AM" : " PM");
+  const platform::Regional regional = platform::current().regional();
+  return regionalText(date, regional.shortDate) + " " + regionalText(date, regional.longTime);
 }
 
 double serialDate(const DateTime& date) {

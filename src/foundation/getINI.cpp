@@ -41,7 +41,7 @@ std::optional<std::string> readValue(std::string_view section, std::string_view 
 // Where a file stands, or where it will be made: each folder on the way in the case that it has.
 std::string placeOf(const std::string& file) {
   const std::string path = current().fromMachine(file);
-  const std::string found = current().findIgnoringCase(path);
+  std::string found = current().findIgnoringCase(path);
   if (current().state(found)) return found;
   const std::string folder = ExtractFolder(path);
   return folder.empty() ? path : current().findIgnoringCase(folder) + ExtractFileName(path);

@@ -85,7 +85,7 @@ void appendToHostLog(const std::string& text) {
 
 std::string folderOfHit(const RegistryHit& hit) {
   const bool namesProgram = upperCase(hit.value).find(upperCase(hit.program)) != std::string::npos;
-  const std::string folder = namesProgram ? ExtractFolder(hit.value) : hit.value;
+  std::string folder = namesProgram ? ExtractFolder(hit.value) : hit.value;
   if (getLenTrim(folder) == 0) {
     appendToHostLog("Empty return in getQuorvendalDirectoryAny" + std::string(kLineBreak) +
                     "Registry Key: " + registryKey(hit.program));

@@ -207,8 +207,11 @@ std::string CleanFileName(const std::string& name, const std::string& replacemen
     // The first of the list is harmless behind the first character of a name.
     const bool leadingOnly = std::exchange(first, false);
     if (leadingOnly ? !result.starts_with(illegal) : result.find(illegal) == std::string::npos) continue;
-    result =
-        leadingOnly ? replacement + result.substr(1) : replaceAll(result, std::string_view(&illegal, 1), replacement);
+    if (leadingOnly) {
+      result.replace(0, 1, replacement);
+    } else {
+      result = replaceAll(result, std::string_view(&illegal, 1), replacement);
+    }
     if (!warn) continue;
     if (!acceptCleanName(name, illegal, result)) {
       cancelled = true;

@@ -83,6 +83,9 @@ struct DateTime {
 struct Regional {
   std::string decimalCharacter = ".";
   std::string digitSeparator = ",";
+  // Of the letters M, MM, d, dd, yy, yyyy, h, hh (of 12), H, HH (of 24), mm, ss and tt (AM or PM).
+  std::string shortDate = "M/d/yyyy";
+  std::string longTime = "h:mm:ss tt";
 };
 
 class Platform {

@@ -49,7 +49,7 @@ std::string search(Platform& platform, const std::string& folder, std::string_vi
   for (const std::string& entry : names) {
     const std::string found = folder + entry;
     if (next == rest.size()) return found + separator;
-    const std::string below = search(platform, found + separator, rest.substr(next));
+    std::string below = search(platform, found + separator, rest.substr(next));
     if (!below.empty()) return below;
   }
   return {};

@@ -2,6 +2,7 @@
 
 #ifndef _WIN32
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <iconv.h>
@@ -90,10 +91,59 @@ std::string regionalCharacter(const char* text, const std::string& fallback) {
   return result;
 }
 
+struct TimeLetter {
+  char conversion;
+  const char* letters;
+};
+constexpr std::array kTimeLetters{
+    TimeLetter{'m', "MM"},        TimeLetter{'d', "dd"},    TimeLetter{'e', "d"},           TimeLetter{'y', "yy"},
+    TimeLetter{'Y', "yyyy"},      TimeLetter{'H', "HH"},    TimeLetter{'k', "H"},           TimeLetter{'I', "hh"},
+    TimeLetter{'l', "h"},         TimeLetter{'M', "mm"},    TimeLetter{'S', "ss"},          TimeLetter{'p', "tt"},
+    TimeLetter{'T', "HH:mm:ss"},  TimeLetter{'R', "HH:mm"}, TimeLetter{'r', "hh:mm:ss tt"}, TimeLetter{'D', "MM/dd/yy"},
+    TimeLetter{'F', "yyyy-MM-dd"}};
+
+// A conversion text of the C library in this library's letters; blank where it holds one that has none (an era, a
+// name).
+std::string regionalLetters(const char* format) {
+  std::string result;
+  for (const char* at = format; at != nullptr && *at != 0; ++at) {
+    if (*at != '%') {
+      result += *at;
+      continue;
+    }
+    ++at;
+    while (*at == '-' || *at == 'O' || *at == 'E') ++at;
+    const auto letter = std::find_if(kTimeLetters.begin(), kTimeLetters.end(),
+                                     [at](const TimeLetter& l) { return l.conversion == *at; });
+    if (letter == kTimeLetters.end()) return {};
+    result += letter->letters;
+  }
+  return result;
+}
+
+bool isPlainLocale(locale_t locale) {
+  const std::string name = ::nl_langinfo_l(_NL_LOCALE_NAME(LC_TIME), locale);
+  return name == "C" || name == "POSIX" || name.rfind("C.", 0) == 0;
+}
+
+// The dates of LC_TIME; those of the plain locale are no one's setting.
+void readDates(Regional& regional) {
+  const locale_t locale = ::newlocale(LC_TIME_MASK, "", nullptr);
+  if (locale == nullptr) return;
+  const std::string date = regionalLetters(::nl_langinfo_l(D_FMT, locale));
+  const std::string time = regionalLetters(::nl_langinfo_l(T_FMT, locale));
+  if (!isPlainLocale(locale) && !date.empty() && !time.empty()) {
+    regional.shortDate = date;
+    regional.longTime = time;
+  }
+  ::freelocale(locale);
+}
+
 }  // namespace
 
 Regional userRegional() {
   Regional regional;
+  readDates(regional);
   const locale_t locale = ::newlocale(LC_NUMERIC_MASK, "", nullptr);
   if (locale == nullptr) return regional;
   regional.decimalCharacter = regionalCharacter(::nl_langinfo_l(RADIXCHAR, locale), ".");

@@ -1,8 +1,8 @@
 // A folder of tables, and the queries over it.
 //
-// Every .DBF file in the folder is a table named by its base name. SQL names a table by its token, the base name between
-// brackets. The texts understood are listed in docs/table-format.md; any other fails with 3061 and a description that
-// names the place.
+// Every .DBF file in the folder is a table named by its base name. SQL names a table by its token, the base name
+// between brackets. The texts understood are listed in docs/table-format.md; any other fails with 3061 and a
+// description that names the place.
 #pragma once
 
 #include <memory>
@@ -29,12 +29,22 @@ class TableDef {
 };
 
 class Database {
- public:
-  const std::string& folder() const { return folder_; }
-  const std::string& connect() const { return connect_; }
+  struct Opening {
+    std::string folder;
+    bool exclusive;
+    bool readOnly;
+    std::string connect;
+  };
 
-  // A cursor on its first row. A type of `table` takes a bare table name in place of a query. 3011 no such table, 3061 a
-  // text not understood, 3051 and 3211 in use by another.
+ public:
+  // For DBEngine alone, which can make an Opening.
+  explicit Database(Opening opening) : opening_(std::move(opening)) {}
+
+  const std::string& folder() const { return opening_.folder; }
+  const std::string& connect() const { return opening_.connect; }
+
+  // A cursor on its first row. A type of `table` takes a bare table name in place of a query. 3011 no such table, 3061
+  // a text not understood, 3051 and 3211 in use by another.
   RecordsetPtr OpenRecordset(std::string_view sql, RecordsetType type = RecordsetType::dynaset, int options = 0);
   // Runs "Insert Into [target] Select list From [source]"; gives the number of rows added.
   long Execute(std::string_view sql);
@@ -47,11 +57,10 @@ class Database {
 
  private:
   friend class DBEngine;
-  Database(std::string folder, bool exclusive, bool readOnly, std::string connect);
-  std::string folder_;
-  bool exclusive_;
-  bool readOnly_;
-  std::string connect_;
+  void requireOpen() const;
+  void requireWritable() const;
+
+  Opening opening_;
   bool open_ = true;
 };
 
@@ -59,8 +68,8 @@ using DatabasePtr = std::shared_ptr<Database>;
 
 class DBEngine {
  public:
-  // Opens a folder; a path with a file name at its end opens the folder of that file. The connect text is kept and changes
-  // nothing. 3044 where the folder cannot be used.
+  // Opens a folder; a path with a file name at its end opens the folder of that file. The connect text is kept and
+  // changes nothing. 3044 where the folder cannot be used.
   static DatabasePtr OpenDatabase(const std::string& folder, bool exclusive = false, bool readOnly = false,
                                   const std::string& connect = "");
   // Lets other cursors see what was written. Every write here reaches the file at once, so there is nothing to do.

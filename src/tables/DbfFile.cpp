@@ -33,7 +33,7 @@ constexpr std::size_t kScanBytes = 256 * 1024;
 constexpr std::uint64_t kLargestFile = 0x7FFFFFFF;
 constexpr std::uint64_t kDatePlace = 1;
 constexpr std::uint64_t kCountPlace = 4;
-constexpr std::uint64_t kUtf8Page = 65001;
+constexpr int kUtf8Page = 65001;
 
 std::atomic<int> lockWaitMilliseconds{2000};
 
@@ -112,7 +112,7 @@ int codePageOf(const dbf::Header& header, const std::string& path) {
       // A partner that cannot be read names no code page.
     }
   }
-  return namesAreUtf8(header.fields) ? static_cast<int>(kUtf8Page) : 1252;
+  return namesAreUtf8(header.fields) ? kUtf8Page : 1252;
 }
 
 std::array<unsigned char, 3> dateBytes() {
@@ -137,10 +137,11 @@ struct DbfFile::Implementation {
   }
 
   [[noreturn]] void refuse(const std::string& reason) const {
-    throw RunTimeFailure(failure::readOnlyTable, "The table " + context.displayName + " cannot be changed: " + reason + ".");
+    throw RunTimeFailure(failure::readOnlyTable,
+                         "The table " + context.displayName + " cannot be changed: " + reason + ".");
   }
   void checkWritable(bool readOnly, bool adding) const;
-  std::optional<dbf::HeldLock> writing() const;
+  void lockWriting(std::optional<dbf::HeldLock>& lock) const;
   void writeRows(std::uint32_t first, const unsigned char* records, std::uint32_t count);
   void takeBack(std::uint64_t offset, std::uint64_t formerSize) noexcept;
   void writeCount(std::uint32_t count);
@@ -160,6 +161,12 @@ void DbfFile::Implementation::checkWritable(bool readOnly, bool adding) const {
   if (adding && header.autoIncrement) refuse("it counts its rows in a field by itself, which is not done here");
 }
 
+// A writer tells those who would deny writing that it is at work, unless it denies writing to all others itself.
+void DbfFile::Implementation::lockWriting(std::optional<dbf::HeldLock>& lock) const {
+  if (sharing == Sharing::shared) lock.emplace(*file, dbf::kDenyWriteLock, LockKind::shared, context.displayName);
+}
+
+// Leaves the file as it was before a write that failed.
 void DbfFile::Implementation::takeBack(std::uint64_t offset, std::uint64_t formerSize) noexcept {
   if (formerSize > offset + 1) return;
   try {
@@ -255,7 +262,8 @@ void DbfFile::takeHeader() {
   inside.context.text = dbf::TextCodec(codePageOf(header, path_));
   inside.context.visual = dbf::isVisual(header.version);
   fields_ = header.fields;
-  if (header.nullFlags >= 0) inside.context.nullFlagsOffset = fields_[static_cast<std::size_t>(header.nullFlags)].offset;
+  if (header.nullFlags >= 0)
+    inside.context.nullFlagsOffset = fields_[static_cast<std::size_t>(header.nullFlags)].offset;
   for (DbfField& field : fields_) field.name = inside.context.text.decode(field.name);
   codePage_ = inside.context.text.page();
   version_ = header.version;
@@ -293,7 +301,8 @@ void DbfFile::scan(const std::function<bool(std::uint32_t, const unsigned char*)
   std::vector<unsigned char> block(perBlock * length);
   for (std::uint32_t number = 0; number < count;) {
     const std::uint32_t wanted = std::min(perBlock, count - number);
-    const std::size_t got = implementation_->file->readAt(implementation_->offsetOf(number), block.data(), wanted * length);
+    const std::size_t got =
+        implementation_->file->readAt(implementation_->offsetOf(number), block.data(), wanted * length);
     const auto rows = static_cast<std::uint32_t>(got / length);
     for (std::uint32_t row = 0; row < rows; ++row) {
       if (!visit(number + row, block.data() + row * length)) return;
@@ -339,12 +348,14 @@ std::uint32_t DbfFile::append(const unsigned char* record) { return append(recor
 std::uint32_t DbfFile::append(const unsigned char* records, std::uint32_t count) {
   Implementation& inside = *implementation_;
   inside.checkWritable(readOnly_, true);
-  WriteLock writing(*this);
+  std::optional<dbf::HeldLock> writing;
+  inside.lockWriting(writing);
   const dbf::HeldLock header(*inside.file, dbf::kHeaderLock, LockKind::exclusive, inside.context.displayName);
   const std::uint32_t first = recordCount();
   if (count == 0) return first;
   const std::uint64_t added = std::uint64_t{count} * inside.header.recordLength;
-  if (inside.offsetOf(first) + added + 1 > kLargestFile) inside.refuse("it would grow beyond 2 GB, more than the format holds");
+  if (inside.offsetOf(first) + added + 1 > kLargestFile)
+    inside.refuse("it would grow beyond 2 GB, more than the format holds");
   inside.writeRows(first, records, count);
   return first;
 }
@@ -352,6 +363,28 @@ std::uint32_t DbfFile::append(const unsigned char* records, std::uint32_t count)
 void DbfFile::update(std::uint32_t number, const std::function<void(unsigned char*)>& change) {
   Implementation& inside = *implementation_;
   inside.checkWritable(readOnly_, false);
+  std::optional<dbf::HeldLock> writing;
+  inside.lockWriting(writing);
+  const std::uint64_t offset = inside.offsetOf(number);
+  const dbf::HeldLock lock(*inside.file, dbf::recordLock(offset, inside.header.recordLength, number, false),
+                           LockKind::exclusive, inside.context.displayName);
+  std::vector<unsigned char> before(inside.header.recordLength);
+  if (number >= recordCount() || !readRecord(number, before.data()) || before[0] == '*') {
+    throw RunTimeFailure(failure::recordDeleted, "Record " + std::to_string(std::uint64_t{number} + 1) +
+                                                     " of the table " + inside.context.displayName + " is deleted.");
+  }
+  std::vector<unsigned char> after = before;
+  change(after.data());
+  if (after == before) return;
+  inside.file->writeAt(offset, after.data(), after.size());
+  inside.touchDate();
 }
+
+void DbfFile::markDeleted(std::uint32_t number) {
+  update(number, [](unsigned char* record) { record[0] = '*'; });
+}
+
+int DbfFile::lockWait() { return lockWaitMilliseconds; }
+void DbfFile::setLockWait(int milliseconds) { lockWaitMilliseconds = milliseconds; }
 
 }  // namespace vantrelix

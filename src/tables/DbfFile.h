@@ -1,7 +1,8 @@
 // One dBase-family table file: its header, its records as bytes, and the locks that other programs honour.
 //
-// The file format, the damage it tolerates and the lock points are written down in docs/table-format.md. Nothing here knows
-// queries or cursors. Records are numbered from 0. Record bytes begin with the deletion byte ('*' deleted, ' ' live).
+// The file format, the damage it tolerates and the lock points are written down in docs/table-format.md. Nothing here
+// knows queries or cursors. Records are numbered from 0. Record bytes begin with the deletion byte ('*' deleted, ' '
+// live).
 #pragma once
 
 #include <cstdint>
@@ -21,11 +22,11 @@ class MemoFile;
 struct DbfField {
   std::string name;  // as stored, upper case in tables of ours
   char type = 'C';
-  int width = 0;      // bytes in the record
+  int width = 0;  // bytes in the record
   int decimals = 0;
-  int offset = 0;     // of its first byte in the record; the deletion byte is 0
-  int nullBit = -1;   // bit in the null-flags field, -1 where the field cannot be null by flag
-  int lengthBit = -1;  // varying-length fields: bit that tells that the last byte holds the length
+  int offset = 0;       // of its first byte in the record; the deletion byte is 0
+  int nullBit = -1;     // bit in the null-flags field, -1 where the field cannot be null by flag
+  int lengthBit = -1;   // varying-length fields: bit that tells that the last byte holds the length
   bool system = false;  // the null-flags field itself: no field of the table to anyone above
 };
 
@@ -47,11 +48,12 @@ class DbfFile {
  public:
   // Opens a table. 3011 no such file, 3051 cannot be opened or held exclusively by another, 3343 not a table or damaged
   // beyond reading, each naming the file and the reason.
-  static std::shared_ptr<DbfFile> open(const std::string& path, bool readOnly = false, Sharing sharing = Sharing::shared);
+  static std::shared_ptr<DbfFile> open(const std::string& path, bool readOnly = false,
+                                       Sharing sharing = Sharing::shared);
 
   // Makes a new empty table (version 0x03 and the mark of code page 1252; with a memo field version 0xF5 and its .FPT).
-  // Written under a temporary name and renamed, replacing what is there. Field names longer than 10 characters, doubled or
-  // empty, and widths that the format cannot hold fail with 3163 or 51 before any file is touched.
+  // Written under a temporary name and renamed, replacing what is there. Field names longer than 10 characters, doubled
+  // or empty, and widths that the format cannot hold fail with 3163 or 51 before any file is touched.
   static void create(const std::string& path, const std::vector<DbfNewField>& fields);
 
   ~DbfFile();
@@ -74,18 +76,21 @@ class DbfFile {
   // Copies a record's bytes; false where it is not in the file (any more). A record that is being written by another
   // program comes as it was before or after, never torn.
   bool readRecord(std::uint32_t number, unsigned char* bytes);
-  // Runs over all records in file order, deleted ones included, in large reads; stops where `visit` gives false. The bytes
-  // are valid during the call.
+  // Runs over all records in file order, deleted ones included, in large reads; stops where `visit` gives false. The
+  // bytes are valid during the call.
   void scan(const std::function<bool(std::uint32_t number, const unsigned char* bytes)>& visit);
 
-  // A field's value in a record. A character field keeps its trailing blanks; blank is null, but where the table has null
-  // flags, which then decide. A number field that is blank or holds no number is null. Memo texts come from the memo file.
+  // A field's value in a record. A character field keeps its trailing blanks; blank is null, but where the table has
+  // null flags, which then decide. A number field that is blank or holds no number is null. Memo texts come from the
+  // memo file.
   Value value(const unsigned char* record, std::size_t field);
-  // Puts a value into record bytes. Text longer than the field, or a number whose whole part does not fit, fails with 3163
-  // and changes nothing; fewer decimals are written only where the whole part needs the room. Null and empty text give a
-  // blank field (and the null flag where the table has one). A value of the wrong kind fails with 13. A field type that
-  // cannot be written fails with 3027.
+  // Puts a value into record bytes. Text longer than the field, or a number whose whole part does not fit, fails with
+  // 3163 and changes nothing; fewer decimals are written only where the whole part needs the room. Null and empty text
+  // give a blank field (and the null flag where the table has one). A value of the wrong kind fails with 13. A field
+  // type that cannot be written fails with 3027.
   void put(unsigned char* record, std::size_t field, const Value& value) const;
+  // The longest start of the text that fits into the field, without splitting a character.
+  std::string cut(std::string_view text, std::size_t field) const;
   // Bytes of an empty live record.
   std::vector<unsigned char> blankRecord() const;
 
@@ -95,8 +100,8 @@ class DbfFile {
   std::uint32_t append(const unsigned char* record);
   // Appends several records under one lock with one write of the rows, then one count.
   std::uint32_t append(const unsigned char* records, std::uint32_t count);
-  // Changes a record under its lock: `change` gets the bytes as they stand in the file now and may throw, which leaves the
-  // file as it is. 3211, 3027 as append; 3167 where the record is deleted or gone.
+  // Changes a record under its lock: `change` gets the bytes as they stand in the file now and may throw, which leaves
+  // the file as it is. 3211, 3027 as append; 3167 where the record is deleted or gone.
   void update(std::uint32_t number, const std::function<void(unsigned char* record)>& change);
   void markDeleted(std::uint32_t number);
 
@@ -107,6 +112,7 @@ class DbfFile {
  private:
   DbfFile();
   struct Implementation;
+  void takeHeader();
 
   std::string path_;
   int version_ = 3;

@@ -1,11 +1,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <optional>
 
 #include "foundation/errHand.h"
 #include "foundation/numbers.h"
 #include "foundation/procedures.h"
 #include "foundation/text.h"
+#include "tables/ColumnScan.h"
 #include "tables/structure.h"
 
 namespace vantrelix {
@@ -20,6 +22,7 @@ class NewId {
   NewId(Recordset& cursor, const std::string& field, const std::string& prefix, const std::string& start)
       : cursor_(cursor),
         field_(cursor.Fields(field)),
+        column_(cursor, field),
         prefix_(trim(prefix)),
         prefixLength_(characterCount(prefix_)),
         start_(CValP(start)) {}
@@ -31,11 +34,12 @@ class NewId {
   std::string text(double number) const;
   double firstCandidate();
   double lastRowsLimit(double candidate);
-  std::optional<double> numberOfRow();
-  std::vector<double> numbersAbove(double limit);
+  std::optional<double> numberIn(const unsigned char* record) const;
+  std::vector<double> numbersAbove(double limit) const;
 
   Recordset& cursor_;
   Field field_;
+  ColumnScan column_;
   std::string prefix_;
   std::size_t prefixLength_;
   double start_;
@@ -64,15 +68,35 @@ double NewId::firstCandidate() {
   return isNumberField() ? lastRowsLimit(candidate) : candidate;
 }
 
-// The number that the row's ID takes away from new ones.
-std::optional<double> NewId::numberOfRow() {
-  Value value;
-  try {
-    value = field_.value();
-  } catch (const RunTimeFailure& failure) {
-    if (failure.number() != failure::recordDeleted) throw;
-    return std::nullopt;
+// Digits and nothing else, as nearly every ID has them, up to a length that a double holds; the text's blanks at its
+// end do not count.
+std::optional<double> plainDigits(const unsigned char* begin, const unsigned char* end) {
+  constexpr std::ptrdiff_t kDigits = 15;
+  while (end != begin && end[-1] == ' ') --end;
+  if (end == begin || end - begin > kDigits) return std::nullopt;
+  std::int64_t number = 0;
+  for (; begin != end; ++begin) {
+    if (*begin < '0' || *begin > '9') return std::nullopt;
+    number = number * 10 + (*begin - '0');
   }
+  return static_cast<double>(number);
+}
+
+bool isAscii(const unsigned char* begin, const unsigned char* end) {
+  return std::all_of(begin, end, [](unsigned char byte) { return byte < 0x80; });
+}
+
+// The number that a row's ID takes away from new ones.
+std::optional<double> NewId::numberIn(const unsigned char* record) const {
+  const DbfField& stored = column_.field();
+  const unsigned char* begin = record + stored.offset;
+  const unsigned char* end = begin + stored.width;
+  if (stored.type == 'C' && stored.nullBit < 0 && prefixLength_ < static_cast<std::size_t>(stored.width) &&
+      isAscii(begin, begin + prefixLength_)) {
+    const std::optional<double> digits = plainDigits(begin + prefixLength_, end);
+    if (digits) return digits;
+  }
+  const Value value = column_.value(record);
   if (value.isNull()) return std::nullopt;
   if (value.isNumber() && prefixLength_ == 0) return value.number();
   const std::string id = value.asText();
@@ -80,12 +104,12 @@ std::optional<double> NewId::numberOfRow() {
 }
 
 // In ascending order. One pass gathers what a scan per candidate would find again and again.
-std::vector<double> NewId::numbersAbove(double limit) {
+std::vector<double> NewId::numbersAbove(double limit) const {
   std::vector<double> numbers;
-  for (cursor_.MoveFirst(); !cursor_.Eof(); cursor_.MoveNext()) {
-    const std::optional<double> number = numberOfRow();
+  column_.run([&](const unsigned char* record) {
+    const std::optional<double> number = numberIn(record);
     if (number && *number > limit) numbers.push_back(*number);
-  }
+  });
   std::sort(numbers.begin(), numbers.end());
   return numbers;
 }

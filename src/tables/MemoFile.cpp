@@ -61,7 +61,8 @@ std::string MemoFile::read(std::uint32_t block) {
     const bool counted = got == kEntryHead && head[0] == 0xFF && head[1] == 0xFF && head[2] == 0x08 && head[3] == 0;
     if (!counted) return readUntilMark(offset, size);
     const std::uint32_t length = dbf::littleEndian(&head[4], 4);
-    if (length < kEntryHead) damaged(path_, "block " + std::to_string(block) + " claims " + std::to_string(length) + " bytes");
+    if (length < kEntryHead)
+      damaged(path_, "block " + std::to_string(block) + " claims " + std::to_string(length) + " bytes");
     return readCounted(offset + kEntryHead, length - kEntryHead, size);
   }
   if (got < kEntryHead) damaged(path_, "block " + std::to_string(block) + " is cut short");
@@ -84,7 +85,7 @@ std::string MemoFile::readUntilMark(std::uint64_t offset, std::uint64_t fileSize
   while (offset < fileSize) {
     const std::size_t got = file_->readAt(offset, block.data(), block.size());
     const char* end = std::find(block.data(), block.data() + got, '\x1A');
-    text.append(block.data(), end);
+    text.append(block.data(), static_cast<std::size_t>(end - block.data()));
     if (got == 0 || end != block.data() + got) break;
     offset += got;
   }

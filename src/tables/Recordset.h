@@ -1,8 +1,9 @@
 // A cursor over the rows of a query.
 //
-// A cursor keeps which rows it has and reads each row's values from the file when they are asked for: what another cursor
-// or program has written to a row is seen at the next read. Rows that others add are seen after Requery. A row that this
-// cursor adds stands at its end.
+// A cursor keeps which rows it has and reads each row's values from the file when they are asked for: what another
+// cursor of this process has written to a row is seen at the next read, what another program has written at the next
+// move or Edit. Rows that others add are seen after Requery. A row that this cursor adds stands at its end. One thread
+// alone uses the cursors of a process.
 #pragma once
 
 #include <cstdint>
@@ -36,7 +37,8 @@ class Field {
   int decimals() const;
   // The value in the current row, or in the row being added or edited. 3021 without a current row.
   vantrelix::Value value() const;
-  // Only between AddNew or Edit and Update, else 3020. 3163 where it does not fit; 3027 in a result that has no table row.
+  // Only between AddNew or Edit and Update, else 3020. 3163 where it does not fit; 3027 in a result that has no table
+  // row.
   void put(const vantrelix::Value& value);
   // The text cut to the field's width, without splitting a character of its code page.
   std::string cut(std::string_view text) const;
@@ -49,9 +51,13 @@ class Field {
 };
 
 class Recordset {
+  struct Implementation;
+
  public:
   using Bookmark = std::uint64_t;
 
+  // For Database alone, which knows what an Implementation is.
+  explicit Recordset(std::unique_ptr<Implementation> implementation);
   ~Recordset();
   Recordset(const Recordset&) = delete;
   Recordset& operator=(const Recordset&) = delete;
@@ -64,19 +70,20 @@ class Recordset {
   // Zero-based; -1 without a current row. Setting it moves; 3021 outside the rows.
   long AbsolutePosition() const;
   void setAbsolutePosition(long position);
-  // Names the current row for as long as this cursor is open. 3021 without a current row, 3159 for a bookmark not of it.
+  // Names the current row for as long as this cursor is open. 3021 without a current row, 3159 for a bookmark not of
+  // it.
   Bookmark bookmark() const;
   void setBookmark(Bookmark bookmark);
 
-  // A move drops a row that was being added or edited. MoveFirst and MoveLast without rows fail with 3021, as does MoveNext
-  // at the end and MovePrevious before the beginning.
+  // A move drops a row that was being added or edited. MoveFirst and MoveLast without rows fail with 3021, as does
+  // MoveNext at the end and MovePrevious before the beginning.
   void MoveFirst();
   void MoveLast();
   void MoveNext();
   void MovePrevious();
 
-  // Moves to the first row that meets the criterion (FIELD = 'value', val(FIELD) = 3, and what a filter may hold), or sets
-  // NoMatch and leaves the row undefined. 3061 for a criterion that cannot be read.
+  // Moves to the first row that meets the criterion (FIELD = 'value', val(FIELD) = 3, and what a filter may hold), or
+  // sets NoMatch and leaves the row undefined. 3061 for a criterion that cannot be read.
   void FindFirst(std::string_view criterion);
 
   // Fields in table order. An unknown name fails with 3265.
@@ -87,9 +94,10 @@ class Recordset {
   Value value(std::string_view name) { return Fields(name).value(); }
   void put(std::string_view name, const vantrelix::Value& value) { Fields(name).put(value); }
 
-  // AddNew begins a blank row, Edit the change of the current one; Update writes it, CancelUpdate drops it. After AddNew
-  // and Update the current row is the one before AddNew. Update of an edited row writes the fields that were put and keeps
-  // what others wrote to the rest meanwhile; a field put here that another changed since Edit fails with 3197.
+  // AddNew begins a blank row, Edit the change of the current one; Update writes it, CancelUpdate drops it. After
+  // AddNew and Update the current row is the one before AddNew. Update of an edited row writes the fields that were put
+  // and keeps what others wrote to the rest meanwhile; a field put here that another changed since Edit fails with
+  // 3197.
   void AddNew();
   void Edit();
   void Update();
@@ -105,10 +113,10 @@ class Recordset {
   bool isOpen() const;
 
  private:
+  friend class ColumnScan;
   friend class Database;
   friend class Field;
-  struct Implementation;
-  explicit Recordset(std::unique_ptr<Implementation> implementation);
+  Implementation& state() const;
   std::unique_ptr<Implementation> implementation_;
 };
 

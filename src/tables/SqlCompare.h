@@ -38,7 +38,8 @@ double sqlLeadingNumber(std::string_view text);
 // A date as month/day/year or year-month-day, a time of day behind it allowed (hours:minutes[:seconds], AM, PM).
 std::optional<DateTime> sqlDate(std::string_view text);
 
-// Whether the whole text matches: "*" and "%" stand for any text, "?" and "_" for one character; letters match in any case.
+// Whether the whole text matches: "*" and "%" stand for any text, "?" and "_" for one character; letters match in any
+// case.
 bool matchesPattern(std::string_view text, std::string_view pattern);
 
 }  // namespace vantrelix

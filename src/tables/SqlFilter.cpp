@@ -3,23 +3,19 @@
 #include <algorithm>
 #include <cstring>
 
-#include "foundation/text.h"
 #include "tables/SqlCompare.h"
 
 namespace vantrelix {
 
 namespace {
 
-// Upper case of each byte of a code page; nothing where that is no byte of the page for one of them.
-std::vector<unsigned char> foldTable(const CodePage& page) {
-  std::vector<unsigned char> table(256);
-  for (std::size_t byte = 0; byte < table.size(); ++byte) {
-    const std::string upper = upperCase(page.decode(std::string(1, static_cast<char>(byte))));
-    const std::string encoded = page.encode(upper);
-    if (encoded.size() != 1 || page.decode(encoded) != upper) return {};
-    table[byte] = static_cast<unsigned char>(encoded[0]);
-  }
-  return table;
+// In every encoding of a table such a text has the same bytes, and no other bytes are read as it.
+bool isPlain(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return c > 0; });
+}
+
+unsigned char upperByte(unsigned char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<unsigned char>(c - 'a' + 'A') : c;
 }
 
 bool isUpperCaseOfField(const SqlExpression& e) {
@@ -30,20 +26,26 @@ bool isUpperCaseOfField(const SqlExpression& e) {
 
 bool SqlFilter::ByteEquality::matches(const unsigned char* record) const {
   const unsigned char* bytes = record + offset;
-  if (fold.empty()) {
+  if (!folded) {
     if (std::memcmp(bytes, wanted.data(), wanted.size()) != 0) return false;
   } else {
     for (std::size_t i = 0; i < wanted.size(); ++i) {
-      if (fold[bytes[i]] != static_cast<unsigned char>(wanted[i])) return false;
+      if (upperByte(bytes[i]) != static_cast<unsigned char>(wanted[i])) return false;
     }
   }
-  return std::all_of(bytes + wanted.size(), bytes + width, [](unsigned char c) { return c == ' ' || c == '\0'; });
+  // A NUL ends a text, whatever stands behind it.
+  const unsigned char* end = bytes + width;
+  const unsigned char* rest = std::find_if(bytes + wanted.size(), end, [](unsigned char c) { return c != ' '; });
+  return rest == end || *rest == '\0';
 }
 
 SqlFilter::SqlFilter(DbfFile& table, const SqlExpression* condition) : table_(table), row_(table) {
   if (condition == nullptr) return;
-  if (condition->kind != SqlKind::logicalAnd) return add(*condition);
-  for (const SqlExpression& term : condition->arguments) add(term);
+  if (condition->kind == SqlKind::logicalAnd) {
+    for (const SqlExpression& term : condition->arguments) add(term);
+  } else {
+    add(*condition);
+  }
 }
 
 void SqlFilter::add(const SqlExpression& term) {
@@ -60,16 +62,12 @@ bool SqlFilter::addEquality(const SqlExpression& field, const SqlExpression& lit
   if (literal.kind != SqlKind::literal || !literal.literal.isText()) return false;
   const int index = folded ? field.arguments[0].field : field.field;
   const DbfField& column = table_.fields()[static_cast<std::size_t>(index)];
-  const CodePage& page = table_.codePage();
-  if (column.type != 'C' || column.nullBit >= 0 || column.lengthBit >= 0 || !page.singleByte()) return false;
+  if (column.type != 'C' || column.nullBit >= 0 || column.lengthBit >= 0) return false;
   ByteEquality equality;
-  if (folded) equality.fold = foldTable(page);
-  if (folded && equality.fold.empty()) return false;
-  const std::string text(withoutPadding(literal.literal.text()));
-  equality.wanted = page.encode(text);
-  // A blank field is null, which equals nothing; a text that the page cannot hold is in no record.
-  if (text.empty() || page.decode(equality.wanted) != text ||
-      equality.wanted.size() > static_cast<std::size_t>(column.width)) {
+  equality.folded = folded;
+  equality.wanted = withoutPadding(literal.literal.text());
+  if (equality.wanted.empty() || !isPlain(equality.wanted)) return false;
+  if (equality.wanted.size() > static_cast<std::size_t>(column.width)) {
     never_ = true;
     return true;
   }

@@ -1,9 +1,10 @@
 // Which records of a table a condition lets through.
 //
-// Equalities of a character field and a text, joined by AND, are compared on the record's bytes: that decides nearly every
-// row of a search without a value being made. The rest of the condition is evaluated for what is left.
+// Equalities of a character field and a text, joined by AND, are compared on the record's bytes: that decides nearly
+// every row of a search without a value being made. The rest of the condition is evaluated for what is left.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "tables/DbfFile.h"
@@ -33,8 +34,8 @@ class SqlFilter {
   struct ByteEquality {
     std::size_t offset = 0;
     std::size_t width = 0;
-    std::string wanted;              // in the table's code page, without padding
-    std::vector<unsigned char> fold;  // upper case of each byte; empty where case counts
+    std::string wanted;   // without padding
+    bool folded = false;  // compared with the upper case of the field
     bool matches(const unsigned char* record) const;
   };
 

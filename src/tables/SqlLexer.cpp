@@ -130,7 +130,8 @@ std::string nearText(std::string_view text, std::size_t position) {
     while (end < text.size() && !isBlank(text[end])) ++end;
   }
   std::string result = leftCharacters(text.substr(position, end - position), 24);
-  std::replace_if(result.begin(), result.end(), [](char c) { return c >= 0 && c < ' '; }, '?');
+  std::replace_if(
+      result.begin(), result.end(), [](char c) { return c >= 0 && c < ' '; }, '?');
   return result;
 }
 
@@ -145,8 +146,8 @@ std::size_t sqlPlace(std::string_view text, std::size_t position) {
 RunTimeFailure sqlSyntaxFailure(std::string_view text, std::size_t position, std::string_view what) {
   const std::string place = "Syntax error in query at position " + std::to_string(sqlPlace(text, position));
   const std::string found = position < text.size() ? nearText(text, position) : "";
-  return {failure::badQuery, place + (found.empty() ? ", at its end" : ", near '" + found + "'") + ": " +
-                                 std::string(what)};
+  return {failure::badQuery,
+          place + (found.empty() ? ", at its end" : ", near '" + found + "'") + ": " + std::string(what)};
 }
 
 }  // namespace vantrelix

@@ -13,9 +13,9 @@ namespace {
 // Nesting of parentheses, NOT and signs; keeps the stack small whatever the text.
 constexpr int kDeepestNesting = 100;
 
-constexpr std::array<std::string_view, 21> kKeywords = {"select", "from",  "where", "order",   "by",   "as",  "and",
-                                                        "or",     "not",   "like",  "is",      "null", "in",  "between",
-                                                        "asc",    "desc",  "true",  "false",   "into", "insert", "distinct"};
+constexpr std::array<std::string_view, 21> kKeywords = {
+    "select", "from", "where",   "order", "by",   "as",   "and",   "or",   "not",    "like",    "is",
+    "null",   "in",   "between", "asc",   "desc", "true", "false", "into", "insert", "distinct"};
 
 struct FunctionRow {
   std::string_view name;
@@ -224,9 +224,8 @@ class Parser {
 
   SqlExpression expression() {
     const Level level(*this);
-    return logicalChain(SqlKind::logicalOr, "or", [this] {
-      return logicalChain(SqlKind::logicalAnd, "and", [this] { return negation(); });
-    });
+    return logicalChain(SqlKind::logicalOr, "or",
+                        [this] { return logicalChain(SqlKind::logicalAnd, "and", [this] { return negation(); }); });
   }
 
   template <class Part>

@@ -1,5 +1,5 @@
-// Query texts read into what they say. The texts understood are listed in docs/table-format.md; every other fails with 3061
-// and a description that names the place.
+// Query texts read into what they say. The texts understood are listed in docs/table-format.md; every other fails with
+// 3061 and a description that names the place.
 #pragma once
 
 #include <string_view>

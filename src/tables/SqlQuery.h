@@ -40,7 +40,8 @@ class SqlQuery {
 
   // The numbers of the records that the query gives, in its order.
   std::vector<std::uint32_t> rows() const;
-  // Runs over the same records in file order; the bytes are valid during the call. Records added meanwhile are left out.
+  // Runs over the same records in file order; the bytes are valid during the call. Records added meanwhile are left
+  // out.
   void visitRows(const std::function<void(std::uint32_t number, const unsigned char* record)>& visit) const;
   // The one row of a query of aggregates.
   std::vector<Value> aggregates() const;

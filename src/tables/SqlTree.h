@@ -51,7 +51,7 @@ enum class SqlAggregate { none, minimum, maximum, count, sum, average };
 struct SqlItem {
   SqlAggregate aggregate = SqlAggregate::none;
   SqlExpression expression;  // of count(*) a literal that is not null
-  std::string alias;  // blank where none is given
+  std::string alias;         // blank where none is given
 };
 
 struct SqlOrder {
@@ -60,7 +60,7 @@ struct SqlOrder {
 };
 
 struct SqlSelect {
-  std::string text;  // the whole query, for messages
+  std::string text;            // the whole query, for messages
   std::vector<SqlItem> items;  // none for *
   std::string table;
   std::optional<SqlExpression> where;

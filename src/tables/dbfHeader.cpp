@@ -41,8 +41,7 @@ void checkVersion(int version, const std::string& name) {
 }
 
 bool isFieldType(unsigned char type) {
-  return (type >= 'A' && type <= 'Z') || (type >= 'a' && type <= 'z') || (type >= '0' && type <= '9') || type == '@' ||
-         type == '+';
+  return (type >= 'A' && type <= 'Z') || (type >= '0' && type <= '9') || type == '@' || type == '+';
 }
 
 // A name ends at its first NUL; what stands behind is of no meaning.
@@ -61,7 +60,7 @@ struct Descriptors {
   void add(const unsigned char* bytes) {
     DbfField field;
     field.name = fieldName(bytes);
-    field.type = static_cast<char>(bytes[11] >= 'a' ? bytes[11] - 'a' + 'A' : bytes[11]);
+    field.type = static_cast<char>(bytes[11]);
     field.width = bytes[16];
     field.decimals = bytes[17];
     fields.push_back(std::move(field));
@@ -123,8 +122,8 @@ void checkHeaderLength(std::string_view bytes, const Header& header, const std::
   const Descriptors beyond = readDescriptors(bytes, bytes.size());
   if (!beyond.terminated || beyond.end + 1 <= header.headerLength) return;
   if (sumOfWidths(beyond.fields, false) != header.recordLength) return;
-  damaged(name, "its header claims " + std::to_string(header.headerLength) + " bytes, but its field descriptions reach to byte " +
-                    std::to_string(beyond.end));
+  damaged(name, "its header claims " + std::to_string(header.headerLength) +
+                    " bytes, but its field descriptions reach to byte " + std::to_string(beyond.end));
 }
 
 // A field that does not lie in the record whole is left with what of it does.
@@ -138,7 +137,8 @@ void placeFields(Header& header) {
   }
 }
 
-// Bits are dealt out in field order: a varying-length field takes one for its length, then a nullable field one for null.
+// Bits are dealt out in field order: a varying-length field takes one for its length, then a nullable field one for
+// null.
 void placeNullBits(Header& header, const std::vector<unsigned char>& flags) {
   int next = 0;
   for (std::size_t i = 0; i < header.fields.size(); ++i) {
@@ -158,7 +158,8 @@ void placeNullBits(Header& header, const std::vector<unsigned char>& flags) {
 
 void checkLengths(const Header& header, std::uint64_t fileSize, const std::string& name) {
   if (header.headerLength < kFixedHeader) {
-    damaged(name, "its header claims a length of " + std::to_string(header.headerLength) + " bytes, less than a header has");
+    damaged(name,
+            "its header claims a length of " + std::to_string(header.headerLength) + " bytes, less than a header has");
   }
   if (header.headerLength > fileSize) {
     damaged(name, "its header claims a length of " + std::to_string(header.headerLength) + " bytes, but the file has " +
@@ -193,6 +194,8 @@ Header parseHeader(std::string_view bytes, std::uint64_t fileSize, const std::st
   header.recordLength = littleEndian(at + 10, 2);
   header.structuralIndex = (at[28] & kTableFlagIndex) != 0;
   header.languageMark = at[29];
+  // A text that happens to begin with one of the versions has letters where the date stands.
+  if (at[2] > 12 && at[3] > 31) damaged(displayName, "it is no dBase or FoxPro table (there is no date in its header)");
   checkLengths(header, fileSize, displayName);
   Descriptors found = readDescriptors(bytes, header.headerLength);
   if (found.fields.empty() && header.recordLength > 1) damaged(displayName, "its header describes no field");
@@ -206,22 +209,27 @@ Header parseHeader(std::string_view bytes, std::uint64_t fileSize, const std::st
 
 std::uint32_t rowsWithin(std::uint64_t fileSize, const Header& header, std::uint32_t count) {
   if (fileSize < header.headerLength) return 0;
-  return static_cast<std::uint32_t>(std::min<std::uint64_t>(count, (fileSize - header.headerLength) / header.recordLength));
+  return static_cast<std::uint32_t>(
+      std::min<std::uint64_t>(count, (fileSize - header.headerLength) / header.recordLength));
 }
 
 bool isVisual(int version) { return version >= 0x30 && version <= 0x32; }
 
 MemoFormat memoFormatOf(int version) {
   switch (version) {
-    case 0x83: return MemoFormat::dbase3;
+    case 0x83:
+      return MemoFormat::dbase3;
     case 0x8B:
-    case 0xCB: return MemoFormat::dbase4;
+    case 0xCB:
+      return MemoFormat::dbase4;
     case 0x30:
     case 0x31:
     case 0x32:
     case 0xF5:
-    case 0xFB: return MemoFormat::foxpro;
-    default: return MemoFormat::none;
+    case 0xFB:
+      return MemoFormat::foxpro;
+    default:
+      return MemoFormat::none;
   }
 }
 

@@ -22,21 +22,21 @@ struct Header {
   int version = 3;
   std::uint32_t count = 0;  // as the header says
   std::uint32_t headerLength = 0;
-  std::uint32_t recordLength = 0;  // as the rows stand in the file
+  std::uint32_t recordLength = 0;   // as the rows stand in the file
   bool recordLengthMended = false;  // the header says another
   bool structuralIndex = false;
   bool autoIncrement = false;
   unsigned char languageMark = 0;
-  int nullFlags = -1;              // index of the null-flags field
-  std::vector<DbfField> fields;    // names as bytes of the file
+  int nullFlags = -1;            // index of the null-flags field
+  std::vector<DbfField> fields;  // names as bytes of the file
 };
 
 // Reads the 16-bit and 32-bit numbers of the format, lowest byte first.
 std::uint32_t littleEndian(const unsigned char* bytes, int count);
 void putLittleEndian(unsigned char* bytes, std::uint32_t value, int count);
 
-// The header of the file whose first bytes are given: at least min(fileSize, 65536 + 32) of them. Fails with 3343, naming
-// the file and the fault.
+// The header of the file whose first bytes are given: at least min(fileSize, 65536 + 32) of them. Fails with 3343,
+// naming the file and the fault.
 Header parseHeader(std::string_view bytes, std::uint64_t fileSize, const std::string& displayName);
 
 // Rows that both the header's count and the file's size promise.

@@ -27,8 +27,9 @@ bool waitFor(const Attempt& attempt) {
 }
 
 [[noreturn]] void denied(const std::string& name) {
-  throw RunTimeFailure(failure::locked,
-                       "The table " + name + " is locked: another cursor or program denies writing to it. Try again later.");
+  throw RunTimeFailure(
+      failure::locked,
+      "The table " + name + " is locked: another cursor or program denies writing to it. Try again later.");
 }
 
 // A writer at work goes in a moment and is waited for; one who denies writing stays, and is not.
@@ -45,7 +46,8 @@ void denyWriting(platform::File& file, const std::string& name) {
 
 }  // namespace
 
-LockRange recordLock(std::uint64_t recordOffset, std::uint64_t recordLength, std::uint32_t number, bool structuralIndex) {
+LockRange recordLock(std::uint64_t recordOffset, std::uint64_t recordLength, std::uint32_t number,
+                     bool structuralIndex) {
   if (structuralIndex) return {kDenyWriteLock.offset - (std::uint64_t{number} + 1), 1};
   return {kHeaderLock.offset + recordOffset, recordLength};
 }
@@ -53,11 +55,10 @@ LockRange recordLock(std::uint64_t recordOffset, std::uint64_t recordLength, std
 void lockForSharing(platform::File& file, Sharing sharing, const std::string& displayName) {
   const bool exclusive = sharing == Sharing::exclusive;
   if (!tryLock(file, kSharingLock, exclusive ? LockKind::exclusive : LockKind::shared)) {
-    throw RunTimeFailure(failure::cannotOpen,
-                         exclusive ? "The table " + displayName +
-                                         " cannot be opened exclusively: another cursor or program has it open."
-                                   : "The table " + displayName +
-                                         " cannot be opened: another cursor or program holds it exclusively.");
+    throw RunTimeFailure(
+        failure::cannotOpen,
+        exclusive ? "The table " + displayName + " cannot be opened exclusively: another cursor or program has it open."
+                  : "The table " + displayName + " cannot be opened: another cursor or program holds it exclusively.");
   }
   if (sharing == Sharing::denyWrite) denyWriting(file, displayName);
 }

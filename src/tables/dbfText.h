@@ -1,5 +1,5 @@
-// The encoding of a table's texts: by the mark of its header, by the .CPG file that geographic programs put beside it, or
-// Windows-1252. Private to the table-file sources.
+// The encoding of a table's texts: by the mark of its header, by the .CPG file that geographic programs put beside it,
+// or Windows-1252. Private to the table-file sources.
 #pragma once
 
 #include <cstdint>
@@ -14,14 +14,15 @@ namespace vantrelix::dbf {
 // The code page that a language mark (header byte 29) stands for; 0 where it stands for none.
 int codePageOfMark(unsigned char mark);
 
-// What the content of a .CPG file names ("UTF-8", "1252", "ISO-8859-1", "ANSI 1251"): a code page, 65001 for UTF-8, 0 for
-// what is not understood.
+// What the content of a .CPG file names ("UTF-8", "1252", "ISO-8859-1", "ANSI 1251"): a code page, 65001 for UTF-8, 0
+// for what is not understood.
 int codePageOfName(std::string_view name);
 
 class TextCodec {
  public:
   // 65001 is UTF-8. A page that cannot be had gives Windows-1252.
-  explicit TextCodec(int codePage = 1252);
+  TextCodec() : TextCodec(1252) {}
+  explicit TextCodec(int codePage);
 
   const CodePage& page() const { return page_; }
   bool utf8() const { return utf8_; }

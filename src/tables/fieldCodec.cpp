@@ -70,12 +70,15 @@ Value decodeLogical(char byte) {
     case 'T':
     case 't':
     case 'Y':
-    case 'y': return true;
+    case 'y':
+      return true;
     case 'F':
     case 'f':
     case 'N':
-    case 'n': return false;
-    default: return {};
+    case 'n':
+      return false;
+    default:
+      return {};
   }
 }
 
@@ -131,10 +134,14 @@ Value decodeBinary(const unsigned char* at, const DbfField& field, const char*& 
     return {};
   }
   switch (field.type) {
-    case 'I': return static_cast<double>(static_cast<std::int32_t>(littleEndian(at, 4)));
-    case 'Y': return static_cast<double>(static_cast<std::int64_t>(wide(at))) / 10000;
-    case 'T': return decodeMoment(at);
-    default: return decodeDouble(at);
+    case 'I':
+      return static_cast<double>(static_cast<std::int32_t>(littleEndian(at, 4)));
+    case 'Y':
+      return static_cast<double>(static_cast<std::int64_t>(wide(at))) / 10000;
+    case 'T':
+      return decodeMoment(at);
+    default:
+      return decodeDouble(at);
   }
 }
 
@@ -148,8 +155,9 @@ std::string shortText(const Value& value) {
 }
 
 [[noreturn]] void tooSmall(const DbfField& field, const FieldContext& context, const Value& value) {
-  throw RunTimeFailure(failure::fieldTooSmall, "The " + nameOf(field, context) + " is too small for \"" + shortText(value) +
-                                                   "\": its width is " + std::to_string(field.width) + ".");
+  throw RunTimeFailure(failure::fieldTooSmall, "The " + nameOf(field, context) + " is too small for \"" +
+                                                   shortText(value) + "\": its width is " +
+                                                   std::to_string(field.width) + ".");
 }
 
 [[noreturn]] void notWritable(const DbfField& field, const FieldContext& context) {
@@ -158,8 +166,8 @@ std::string shortText(const Value& value) {
 }
 
 [[noreturn]] void wrongKind(const DbfField& field, const FieldContext& context, const Value& value) {
-  throw RunTimeFailure(failure::typeMismatch,
-                       "The " + nameOf(field, context) + " cannot take \"" + shortText(value) + "\": it is of another type.");
+  throw RunTimeFailure(failure::typeMismatch, "The " + nameOf(field, context) + " cannot take \"" + shortText(value) +
+                                                  "\": it is of another type.");
 }
 
 void putBytes(unsigned char* record, const DbfField& field, std::string_view bytes, char padding) {
@@ -245,10 +253,14 @@ void encodeBinary(unsigned char* record, const DbfField& field, const FieldConte
   if (field.width != (field.type == 'I' ? 4 : 8)) notWritable(field, context);
   unsigned char* at = record + field.offset;
   switch (field.type) {
-    case 'I': return encodeInteger(record, field, context, value);
-    case 'Y': return putWide(at, static_cast<std::uint64_t>(scaled(field, context, value, 4)));
-    case 'T': return encodeMoment(record, field, context, value);
-    default: return putWide(at, std::bit_cast<std::uint64_t>(numberOf(field, context, value)));
+    case 'I':
+      return encodeInteger(record, field, context, value);
+    case 'Y':
+      return putWide(at, static_cast<std::uint64_t>(scaled(field, context, value, 4)));
+    case 'T':
+      return encodeMoment(record, field, context, value);
+    default:
+      return putWide(at, std::bit_cast<std::uint64_t>(numberOf(field, context, value)));
   }
 }
 
@@ -285,26 +297,38 @@ bool isNullByFlag(const unsigned char* record, const DbfField& field, const Fiel
   return flag(record, field.nullBit, context);
 }
 
-Value decodeField(const unsigned char* record, const DbfField& field, const FieldContext& context, const char*& reason) {
+Value decodeField(const unsigned char* record, const DbfField& field, const FieldContext& context,
+                  const char*& reason) {
   if (field.width == 0 || isNullByFlag(record, field, context)) return {};
   const std::string_view bytes = bytesOf(record, field);
   switch (field.type) {
-    case 'C': return decodeText(bytes, context);
+    case 'C':
+      return decodeText(bytes, context);
     case 'N':
-    case 'F': return decodeNumber(bytes);
-    case 'D': return decodeDate(bytes);
-    case 'L': return decodeLogical(bytes.front());
+    case 'F':
+      return decodeNumber(bytes);
+    case 'D':
+      return decodeDate(bytes);
+    case 'L':
+      return decodeLogical(bytes.front());
     case 'V':
-    case 'Q': return decodeVarying(record, field, context);
+    case 'Q':
+      return decodeVarying(record, field, context);
     case 'I':
     case 'B':
     case 'Y':
-    case 'T': return decodeBinary(record + field.offset, field, reason);
+    case 'T':
+      return decodeBinary(record + field.offset, field, reason);
     case 'G':
     case 'P':
-    case 'W': reason = "it holds pictures, objects or other binary data"; return {};
-    case '0': return {};
-    default: reason = "its type is not known"; return {};
+    case 'W':
+      reason = "it holds pictures, objects or other binary data";
+      return {};
+    case '0':
+      return {};
+    default:
+      reason = "its type is not known";
+      return {};
   }
 }
 
@@ -316,19 +340,29 @@ void encodeField(unsigned char* record, const DbfField& field, const FieldContex
   if (isBlankFor(field, value)) return blankField(record, field, context);
   switch (field.type) {
     case 'C':
-    case 'V': encodeText(record, field, context, value); break;
-    case 'D': encodeDate(record, field, context, value); break;
-    case 'L': encodeLogical(record, field, context, value); break;
+    case 'V':
+      encodeText(record, field, context, value);
+      break;
+    case 'D':
+      encodeDate(record, field, context, value);
+      break;
+    case 'L':
+      encodeLogical(record, field, context, value);
+      break;
     case 'N':
-    case 'F': encodeNumber(record, field, context, value); break;
-    default: encodeBinary(record, field, context, value);
+    case 'F':
+      encodeNumber(record, field, context, value);
+      break;
+    default:
+      encodeBinary(record, field, context, value);
   }
   setFlag(record, field.nullBit, context, false);
 }
 
 void blankField(unsigned char* record, const DbfField& field, const FieldContext& context) {
-  const bool zeros = (isBinary(field) && !isMemo(field, context)) || field.type == 'Q' || field.type == '0' ||
-                     (field.width == kBinaryPointer && std::string_view("MGPW").find(field.type) != std::string_view::npos);
+  const bool zeros =
+      (isBinary(field) && !isMemo(field, context)) || field.type == 'Q' || field.type == '0' ||
+      (field.width == kBinaryPointer && std::string_view("MGPW").find(field.type) != std::string_view::npos);
   putBytes(record, field, "", zeros ? '\0' : ' ');
   if (field.lengthBit >= 0 && field.width > 0) {
     record[field.offset + field.width - 1] = 0;

@@ -1,23 +1,20 @@
 #include "tables/repairTable.h"
 
 #include <algorithm>
-#include <utility>
+#include <variant>
 
 #include "foundation/errHand.h"
 #include "foundation/extract.h"
-#include "foundation/numbers.h"
 #include "foundation/text.h"
 #include "tables/Database.h"
+#include "tables/SqlInsert.h"
+#include "tables/SqlParser.h"
 #include "tables/structure.h"
 #include "tables/tableFiles.h"
 
 namespace vantrelix {
 
 namespace {
-
-constexpr std::size_t kBatchBytes = std::size_t{1} << 20;
-
-using FieldPair = std::pair<std::size_t, std::size_t>;  // index in the old table, in the new one
 
 bool isMemo(FieldType type) { return type == FieldType::memo || type == FieldType::binary; }
 
@@ -31,51 +28,6 @@ void refuseMemos(const DbfFile& table, const FieldList& fields) {
                                                    "along. Add the field with the program that made the table.");
 }
 
-std::vector<FieldPair> commonFields(const DbfFile& from, const DbfFile& to) {
-  std::vector<FieldPair> pairs;
-  for (std::size_t i = 0; i < to.fields().size(); ++i) {
-    const int source = from.fieldIndex(to.fields()[i].name);
-    if (source >= 0) pairs.emplace_back(static_cast<std::size_t>(source), i);
-  }
-  return pairs;
-}
-
-// A value as a field of that kind takes it: a table of old may hold as text what the dictionary now has as a number.
-Value fitted(const Value& value, const DbfField& target) {
-  const bool wantsText = target.type == 'C';
-  if (value.isText() && wantsText) return trimRight(value.text());
-  if (value.isText() && (target.type == 'N' || target.type == 'F')) {
-    const std::string text = trim(value.text());
-    return text.empty() ? Value() : Value(CDbl(text));
-  }
-  if (wantsText && !value.isNull()) return value.asText();
-  return value;
-}
-
-void copyRows(DbfFile& from, DbfFile& to) {
-  const std::vector<FieldPair> pairs = commonFields(from, to);
-  const std::vector<unsigned char> blank = to.blankRecord();
-  std::vector<unsigned char> batch;
-  std::uint32_t rows = 0;
-  const auto flush = [&] {
-    if (rows > 0) to.append(batch.data(), rows);
-    batch.clear();
-    rows = 0;
-  };
-  from.scan([&](std::uint32_t, const unsigned char* record) {
-    if (*record == '*') return true;
-    std::vector<unsigned char> made = blank;
-    for (const auto& [source, target] : pairs) {
-      to.put(made.data(), target, fitted(from.value(record, source), to.fields()[target]));
-    }
-    batch.insert(batch.end(), made.begin(), made.end());
-    ++rows;
-    if (batch.size() >= kBatchBytes) flush();
-    return true;
-  });
-  flush();
-}
-
 std::string insertStatement(const FieldList& fields, const DbfFile& old, const std::string& target,
                             const std::string& source) {
   std::string list;
@@ -85,6 +37,17 @@ std::string insertStatement(const FieldList& fields, const DbfFile& old, const s
   return "Insert Into " + target + " Select " + list + " From " + source;
 }
 
+// Opens the table exclusively. A table that another program put at the path between opening and lock would not be the
+// one that is held.
+std::shared_ptr<DbfFile> openHeld(const std::string& path) {
+  const auto before = platform::current().state(path);
+  auto table = DbfFile::open(path, false, Sharing::exclusive);
+  const auto after = platform::current().state(path);
+  if (before && after && before->inode == after->inode && before->device == after->device) return table;
+  throw RunTimeFailure(failure::locked, "The table " + displayPath(path) +
+                                            " was replaced by another program while it was being opened. Try again.");
+}
+
 // Whether another program has mended the table between the look at its fields and its exclusive opening.
 bool lacksField(const DbfFile& table, const FieldList& fields) {
   return std::any_of(fields.begin(), fields.end(),
@@ -92,12 +55,13 @@ bool lacksField(const DbfFile& table, const FieldList& fields) {
 }
 
 // The old rows in a table of the new fields, written and made durable.
-void fillTemporary(const FieldList& fields, DbfFile& old, const std::string& temporary, TableTrace& trace) {
+void fillTemporary(const FieldList& fields, const std::shared_ptr<DbfFile>& old, const std::string& temporary,
+                   TableTrace& trace) {
   SetFlag(4300);
   trace.tempTable = TableToken(temporary);
-  trace.sql = insertStatement(fields, old, trace.tempTable, TableToken(old.path()));
+  trace.sql = insertStatement(fields, *old, trace.tempTable, TableToken(old->path()));
   const auto made = DbfFile::open(temporary, false, Sharing::exclusive);
-  copyRows(old, *made);
+  runInsert(std::get<SqlInsert>(parseSql(trace.sql)), old, made);
   syncFile(temporary);
   SetFlag(4400);
 }
@@ -117,7 +81,7 @@ bool repairTable(const FieldList& fields, const std::string& tablePath, TableTra
   SetFlag(3000);
   platform::Platform& system = platform::current();
   const std::string path = system.linkTarget(tablePath);  // the new table is to stand behind the link, not in its place
-  const auto old = DbfFile::open(path, false, Sharing::exclusive);
+  const auto old = openHeld(path);
   if (!lacksField(*old, fields)) return true;
   refuseMemos(*old, fields);
   SetFlag(3100);
@@ -128,7 +92,7 @@ bool repairTable(const FieldList& fields, const std::string& tablePath, TableTra
     removeQuietly(temporary);
     return false;
   }
-  fillTemporary(fields, *old, temporary, trace);
+  fillTemporary(fields, old, temporary, trace);
   SetFlag(4500);
   trace.newName = keepDatedCopy(path);
   SetFlag(4600);

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "foundation/SettingsPlatform.h"
 #include "foundation/dateTime.h"
 
 namespace vantrelix {
@@ -29,6 +30,15 @@ TEST(GeneralDate, IsShortDateAndLongTime) {
   EXPECT_EQ(generalDate({2026, 1, 2, 0, 0, 0}), "1/2/2026 12:00:00 AM");
   EXPECT_EQ(generalDate({2026, 1, 2, 12, 5, 9}), "1/2/2026 12:05:09 PM");
   EXPECT_EQ(generalDate({2026, 1, 2, 11, 59, 59}), "1/2/2026 11:59:59 AM");
+}
+
+TEST(GeneralDate, FollowsTheRegionalLetters) {
+  test::SettingsPlatform settings;
+  settings.characters.shortDate = "dd.MM.yyyy";
+  settings.characters.longTime = "HH:mm:ss";
+  const platform::Substitute inUse(settings);
+  EXPECT_EQ(generalDate({2026, 1, 2, 16, 5, 9}), "02.01.2026 16:05:09");
+  EXPECT_EQ(shortDate({2026, 1, 2}), "02.01.2026");
 }
 
 TEST(SerialDate, CountsDaysFromTheEndOf1899) {

@@ -1,5 +1,5 @@
 #include <gtest/gtest.h>
-#include <new>
+#include <stdexcept>
 
 #include "foundation/SettingsPlatform.h"
 #include "foundation/errHand.h"
@@ -135,8 +135,7 @@ TEST_F(Failures, AnExceptionOfTheStandardLibraryHasNumber51) {
 }
 
 TEST_F(Failures, ALogThatCannotBeOpenedFailsInTheCallerAndTellsBothFailures) {
-  setSuiteDir(suite.file("MISSING"));
-  resetTechSupFile();
+  suite.folder().write("QVTECSUP.TXT/a folder in its place", "");
   const Procedure guard(1);
   try {
     ErrHand(53, "File not found", "", true);
@@ -182,6 +181,23 @@ TEST_F(Failures, TheLogIsInTheInstallationFolderAndKept) {
   EXPECT_EQ(GetTechSupFile(), suite.file("QVTECSUP.TXT"));
   resetTechSupFile();
   EXPECT_EQ(GetTechSupFile(), suite.file("QVTECSUP.TXT"));
+}
+
+TEST_F(Failures, ARecordIsOneWriteSoThatTwoProgramsDoNotMixTheirs) {
+  clock.reset();
+  wrtTechSupNoMak("text\r\nof two lines");
+  ASSERT_EQ(clock.calls(), 2);
+  EXPECT_TRUE(clock.journal()[0].starts_with("open")) << clock.journal()[0];
+  EXPECT_TRUE(clock.journal()[1].starts_with("append")) << clock.journal()[1];
+}
+
+TEST_F(Failures, WithoutAnInstallationFolderTheLogHasARelativeNameUntilOneIsKnown) {
+  setHostFolder(suite.path());
+  setSuiteDir("");
+  EXPECT_EQ(GetTechSupFile(), "QVTECSUP.TXT");
+  suite.folder().write("QVRegistry.INI", "[CONFIG]\r\nQuorvendalDirectory=" + suite.path() + "\r\n");
+  EXPECT_EQ(GetTechSupFile(), suite.file("QVTECSUP.TXT"));
+  setHostFolder("");
 }
 
 TEST_F(Failures, ModErrStrPutsThePrefixOnALineOfItsOwn) {

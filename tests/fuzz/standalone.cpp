@@ -89,8 +89,8 @@ int main(int argc, char** argv) {
       for (Bytes& bytes : corpusOf(argv[i])) corpus.push_back(std::move(bytes));
     }
   }
-  std::cout << std::filesystem::path(argv[0]).filename().string() << ": " << corpus.size() << " corpus inputs, seed " << seed
-            << std::endl;
+  std::cout << std::filesystem::path(argv[0]).filename().string() << ": " << corpus.size() << " corpus inputs, seed "
+            << seed << std::endl;
   for (const Bytes& bytes : corpus) run(bytes);
 
   Mutator mutator(seed);

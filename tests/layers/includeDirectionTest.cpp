@@ -1,9 +1,8 @@
-// The layers of the library, proved by the includes of their sources: none points upward, none of the core names a toolkit
-// or, outside platform/, an operating system.
-#include <gtest/gtest.h>
-
+// The layers of the library, proved by the includes of their sources: none points upward, none of the core names a
+// toolkit or, outside platform/, an operating system.
 #include <filesystem>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <map>
 #include <regex>
 #include <set>
@@ -54,9 +53,7 @@ std::vector<Include> includesBelow(const fs::path& root) {
   return found;
 }
 
-std::vector<Include> sourceIncludes() {
-  return includesBelow(fs::path(VANTRELIX_SOURCE_DIR) / "src");
-}
+std::vector<Include> sourceIncludes() { return includesBelow(fs::path(VANTRELIX_SOURCE_DIR) / "src"); }
 
 TEST(Layers, EverySourceFolderHasItsPlace) {
   for (const auto& entry : fs::directory_iterator(fs::path(VANTRELIX_SOURCE_DIR) / "src")) {

@@ -1,12 +1,14 @@
 // Tables for the tests of dictionary and structure: made, filled and read back below the cursors.
 #pragma once
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "foundation/text.h"
+#include "platform/FaultPlatform.h"
 #include "support/TempSuite.h"
 #include "tables/DbfFile.h"
 #include "tables/dictionary.h"
@@ -17,6 +19,18 @@ namespace vantrelix::test {
 struct DictionarySuite : TempSuite {
   DictionarySuite() : dictionary(installDictionary()) {}
   std::string dictionary;
+};
+
+// A clock that stands still, so that two operations fall in one second, and a list of what was renamed.
+class StoppedClock : public platform::FaultPlatform {
+ public:
+  using FaultPlatform::FaultPlatform;
+  platform::DateTime now() override { return {2026, 11, 21, 16, 2, 48}; }
+  bool hasRenamed(const std::string& name) const {
+    return std::any_of(journal().begin(), journal().end(), [&](const std::string& call) {
+      return call.rfind("rename", 0) == 0 && call.find(name) != std::string::npos;
+    });
+  }
 };
 
 using Row = std::map<std::string, Value>;

@@ -1,10 +1,9 @@
-#include "tables/dictionary.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "foundation/suitePaths.h"
 #include "platform/RunTimeFailure.h"
+#include "tables/dictionary.h"
 #include "tables/dictionaryTables.h"
 
 namespace vantrelix {
@@ -48,11 +47,9 @@ TEST(FieldsFromDataSum, TheSortKeyGivesTheOrderAndNotThePlaceInTheFile) {
 
 TEST(FieldsFromDataSum, ANullInTheDecimalsIsTheEmptyText) {
   DictionarySuite suite;
-  test::addRow(suite.dictionary, {{"TABLE_TYPE", "OTHER"},
-                                  {"DATASUM_ID", 1},
-                                  {"FLD_NAME", "NAME"},
-                                  {"FLD_WIDTH", 7},
-                                  {"VB_TYPE", "string"}});
+  test::addRow(
+      suite.dictionary,
+      {{"TABLE_TYPE", "OTHER"}, {"DATASUM_ID", 1}, {"FLD_NAME", "NAME"}, {"FLD_WIDTH", 7}, {"VB_TYPE", "string"}});
   EXPECT_THAT(described(FieldsFromDataSum("OTHER")), ElementsAre("NAME 10 7."));
 }
 
@@ -129,7 +126,8 @@ TEST(InstallDictionary, TheDictionaryIsATableOfTheSevenColumns) {
   const std::string path = installDictionary();
   EXPECT_EQ(path, getSystemPath() + "\\QVDATASM.DBF");
   std::vector<std::string> columns;
-  for (const DbfField& field : DbfFile::open(path, true)->fields()) {
+  const auto table = DbfFile::open(path, true);
+  for (const DbfField& field : table->fields()) {
     columns.push_back(field.name + " " + field.type + std::to_string(field.width));
   }
   EXPECT_THAT(columns, ElementsAre("TABLE_TYPE C12", "DATASUM_ID N8", "FLD_NAME C10", "FLD_WIDTH N5", "FLD_DEC N3",

@@ -35,8 +35,7 @@ TEST(GetTblErrText, PlainFactsStandAlone) {
 
 TEST(GetTblErrText, ErrorsOfTheSystemAskForTheLog) {
   test::TempSuite suite;
-  EXPECT_EQ(GetTblErrText(2),
-            "There was an error determining the data structure for the specified file." + kRequest);
+  EXPECT_EQ(GetTblErrText(2), "There was an error determining the data structure for the specified file." + kRequest);
   EXPECT_EQ(GetTblErrText(4), "There was an error in the data header for the specified file." + kRequest);
   EXPECT_EQ(GetTblErrText(5), "There was an error creating the specified file." + kRequest);
   EXPECT_EQ(GetTblErrText(6), "There was an error creating a temporary file." + kRequest);

@@ -1,0 +1,36 @@
+#include "tables/ColumnScan.h"
+
+#include <algorithm>
+
+#include "platform/RunTimeFailure.h"
+#include "tables/RecordsetState.h"
+
+namespace vantrelix {
+
+std::size_t ColumnScan::tableField(const Recordset::Implementation& state, const std::string& name) {
+  const SqlColumn& column = state.column(state.columnNumber(name));
+  if (column.field >= 0 && !state.query->aggregated()) return static_cast<std::size_t>(column.field);
+  throw RunTimeFailure(failure::readOnlyTable,
+                       "The column " + name + " is computed by its query. Name a table's field.");
+}
+
+ColumnScan::ColumnScan(Recordset& cursor, const std::string& field)
+    : state_(cursor.state()), table_(state_.query->table()), field_(tableField(state_, field)) {}
+
+void ColumnScan::run(const std::function<void(const unsigned char* record)>& visit) const {
+  std::vector<std::uint32_t> sorted;
+  if (state_.query->ordered()) {
+    sorted = state_.rows;
+    std::sort(sorted.begin(), sorted.end());
+  }
+  const std::vector<std::uint32_t>& rows = state_.query->ordered() ? sorted : state_.rows;
+  auto next = rows.begin();
+  table_.scan([&](std::uint32_t number, const unsigned char* record) {
+    while (next != rows.end() && *next < number) ++next;
+    const bool ours = next == rows.end() || *next == number;
+    if (ours && *record != '*') visit(record);
+    return true;
+  });
+}
+
+}  // namespace vantrelix

@@ -1,0 +1,33 @@
+// A run over one field of a cursor's rows in large reads, for work that looks at every row. Private to this layer.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "tables/DbfFile.h"
+#include "tables/Recordset.h"
+
+namespace vantrelix {
+
+class ColumnScan {
+ public:
+  // 3265 for a name that the cursor does not have, 3027 for a column that its query computes.
+  ColumnScan(Recordset& cursor, const std::string& field);
+
+  const DbfField& field() const { return table_.fields()[field_]; }
+  // The field's value in the bytes of a record.
+  Value value(const unsigned char* record) const { return table_.value(record, field_); }
+
+  // Visits the cursor's live rows in file order, whatever their order in the cursor, and behind them the rows that
+  // other cursors and programs have added to the table since. The cursor does not move.
+  void run(const std::function<void(const unsigned char* record)>& visit) const;
+
+ private:
+  static std::size_t tableField(const Recordset::Implementation& state, const std::string& name);
+
+  const Recordset::Implementation& state_;
+  DbfFile& table_;
+  std::size_t field_;
+};
+
+}  // namespace vantrelix

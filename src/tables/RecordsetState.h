@@ -1,0 +1,93 @@
+// What a cursor holds. Private to Recordset and Database.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tables/Recordset.h"
+#include "tables/SqlFilter.h"
+#include "tables/SqlQuery.h"
+
+namespace vantrelix {
+
+// Counts the writes of this process to a table file: a cursor keeps the bytes of its row only while the count stands.
+std::shared_ptr<std::uint64_t> writesTo(const std::string& path);
+
+struct Recordset::Implementation {
+  using Opener = std::function<std::shared_ptr<DbfFile>()>;
+
+  // `opener` opens the table anew each time it is called; `select` is bound to what it gives.
+  Implementation(SqlSelect select, Opener opener, RecordsetType type, bool shared);
+
+  // The rows, and the place among them.
+  void run();
+  void requery();
+  bool hasCurrent() const { return index >= 0 && index < size(); }
+  long size() const { return static_cast<long>(rows.size()); }
+  long recordCount() const;
+  void moveTo(long position);
+  void moveLast();
+  void moveNext();
+  void movePrevious();
+  void setBookmark(Bookmark bookmark);
+  Bookmark bookmark() const;
+  void findFirst(std::string_view criterion);
+
+  // Columns and values.
+  const SqlColumn& column(std::size_t number) const { return query->columns()[number]; }
+  std::size_t columnNumber(std::string_view name) const;
+  Value value(std::size_t column);
+
+  // Changes.
+  void put(std::size_t column, const Value& value);
+  void beginAdd();
+  void beginEdit();
+  void update();
+  void dropEdit();
+  void deleteCurrent();
+
+  enum class Editing { none, adding, changing };
+
+  Opener opener;
+  std::unique_ptr<SqlQuery> query;
+  RecordsetType type;
+  bool shared;
+  std::optional<platform::FileState> opened;
+  std::shared_ptr<std::uint64_t> writes;
+
+  std::vector<std::uint32_t> rows;  // record numbers; of a query of aggregates one that means nothing
+  std::vector<Value> aggregates;
+  long index = 0;  // -1 before the first row, the number of rows behind the last
+  long reached = 0;
+  bool noMatch = false;
+  bool currentDeleted = false;  // deleted here; leaves the rows at the next move
+  std::uint64_t serial;         // tells the bookmarks of one cursor from those of another
+
+  std::vector<unsigned char> record;  // of the current row
+  bool recordRead = false;
+  std::uint64_t recordWrites = 0;  // what `writes` was when it was read
+
+  Editing editing = Editing::none;
+  std::vector<unsigned char> before;  // the row as Edit found it
+  std::vector<unsigned char> changed;
+  std::map<std::size_t, Value> puts;  // by field of the table
+
+ private:
+  void open(SqlSelect select);
+  bool settle();
+  void reach();
+  void requireCurrent() const;
+  void requireUpdatable() const;
+  const unsigned char* currentRecord();
+  std::optional<long> search(SqlFilter& filter);
+  std::optional<long> searchFile(SqlFilter& filter);
+  long positionOf(std::uint32_t number) const;
+  void writeChange();
+  void checkUnchanged(std::size_t field, const unsigned char* now);
+};
+
+}  // namespace vantrelix

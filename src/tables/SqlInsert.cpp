@@ -1,0 +1,124 @@
+#include "tables/SqlInsert.h"
+
+#include "foundation/extract.h"
+#include "tables/RecordsetState.h"
+#include "tables/SqlCompare.h"
+#include "tables/SqlFilter.h"
+#include "tables/SqlLexer.h"
+
+namespace vantrelix {
+
+namespace {
+
+constexpr std::size_t kBatchBytes = 1 << 20;
+
+// The value in the kind that the field keeps. A text that is no number stays, so that the put refuses it by name.
+Value converted(const Value& value, const DbfField& field) {
+  switch (field.type) {
+    case 'C':
+    case 'M':
+      return value.isNull() ? value : Value(withoutPadding(value.asText()));
+    case 'L':
+    case 'D':
+      return value;
+    default:
+      break;
+  }
+  if (value.isBoolean()) return value.asNumber();
+  if (!value.isText()) return value;
+  if (withoutPadding(value.text()).empty()) return {};
+  const auto number = sqlNumber(value.text());
+  return number ? Value(*number) : value;
+}
+
+class Insert {
+ public:
+  Insert(SqlInsert insert, const std::shared_ptr<DbfFile>& source, const std::shared_ptr<DbfFile>& target)
+      : query_(std::move(insert.source), source), target_(*target), blank_(target->blankRecord()), row_(*source) {
+    mapFields(insert.fields);
+    // A file that is being run over is not written to before the run has ended.
+    keepAll_ = source->path() == target->path();
+  }
+
+  long run() {
+    query_.visitRows([this](std::uint32_t number, const unsigned char* record) {
+      add(number, record);
+      if (!keepAll_ && batch_.size() >= kBatchBytes) flush();
+    });
+    flush();
+    return written_;
+  }
+
+ private:
+  void mapFields(const std::vector<SqlTargetField>& named) {
+    const SqlSelect& select = query_.select();
+    if (query_.aggregated()) throw sqlSyntaxFailure(select.text, 0, "an insert takes rows, not aggregates.");
+    const auto& columns = query_.columns();
+    if (!named.empty() && named.size() != columns.size()) {
+      throw sqlSyntaxFailure(select.text, named.back().position,
+                             "the list of the target has " + std::to_string(named.size()) +
+                                 " fields, that behind SELECT " + std::to_string(columns.size()) + ".");
+    }
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      const std::string& name = named.empty() ? columns[i].name : named[i].name;
+      const int field = target_.fieldIndex(name);
+      if (field < 0) {
+        const std::size_t listed = select.items.empty() ? 0 : select.items[i].expression.position;
+        const std::size_t position = named.empty() ? listed : named[i].position;
+        throw RunTimeFailure(failure::badQuery,
+                             "Field '" + name + "' at position " + std::to_string(sqlPlace(select.text, position)) +
+                                 " of the query is not in table '" + displayPath(target_.path()) + "'.");
+      }
+      targets_.push_back(static_cast<std::size_t>(field));
+    }
+  }
+
+  void add(std::uint32_t number, const unsigned char* record) {
+    row_.show(record);
+    const std::size_t start = batch_.size();
+    batch_.insert(batch_.end(), blank_.begin(), blank_.end());
+    try {
+      for (std::size_t i = 0; i < targets_.size(); ++i) put(batch_.data() + start, i);
+    } catch (const RunTimeFailure& problem) {
+      throw RunTimeFailure(problem.number(), "Record " + std::to_string(number + 1) + " of table '" +
+                                                 displayPath(query_.table().path()) +
+                                                 "' cannot be copied: " + problem.description());
+    }
+    ++pending_;
+  }
+
+  void put(unsigned char* record, std::size_t column) {
+    const SqlColumn& from = query_.columns()[column];
+    const Value value =
+        from.field >= 0 ? row_.value(static_cast<std::size_t>(from.field)) : evaluate(from.expression, row_);
+    const std::size_t field = targets_[column];
+    target_.put(record, field, converted(value, target_.fields()[field]));
+  }
+
+  void flush() {
+    if (pending_ == 0) return;
+    target_.append(batch_.data(), pending_);
+    ++*writesTo(target_.path());
+    written_ += pending_;
+    pending_ = 0;
+    batch_.clear();
+  }
+
+  SqlQuery query_;
+  DbfFile& target_;
+  const std::vector<unsigned char> blank_;
+  RecordRow row_;
+  bool keepAll_ = false;
+  std::vector<std::size_t> targets_;
+  std::vector<unsigned char> batch_;
+  std::uint32_t pending_ = 0;
+  long written_ = 0;
+};
+
+}  // namespace
+
+long runInsert(SqlInsert insert, const std::shared_ptr<DbfFile>& source, const std::shared_ptr<DbfFile>& target) {
+  return Insert(std::move(insert), source, target).run();
+}
+
+}  // namespace vantrelix

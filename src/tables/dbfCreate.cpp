@@ -1,0 +1,95 @@
+// New tables.
+#include <algorithm>
+#include <set>
+
+#include "foundation/encoding.h"
+#include "foundation/extract.h"
+#include "foundation/text.h"
+#include "platform/RunTimeFailure.h"
+#include "tables/DbfFile.h"
+#include "tables/MemoFile.h"
+#include "tables/dbfHeader.h"
+#include "tables/partnerFile.h"
+
+namespace vantrelix {
+
+namespace {
+
+constexpr std::size_t kLongestName = 10;
+constexpr std::size_t kMostFields = 255;  // what programs of the FoxPro family take
+constexpr int kLongestRecord = 65535;
+
+struct WidthRule {
+  char type;
+  int least;
+  int most;
+};
+constexpr WidthRule kWidths[] = {{'C', 1, 254}, {'N', 1, 20}, {'F', 1, 20}, {'L', 1, 1}, {'D', 8, 8}, {'M', 10, 10}};
+
+[[noreturn]] void refuse(int number, const std::string& path, const std::string& reason) {
+  throw RunTimeFailure(number, "The table " + displayPath(path) + " cannot be made: " + reason + ".");
+}
+
+const WidthRule& ruleOf(const DbfNewField& field, const std::string& path) {
+  for (const WidthRule& rule : kWidths) {
+    if (rule.type == field.type) return rule;
+  }
+  refuse(
+      failure::internalError, path,
+      "the field " + field.name + " has the type \"" + std::string(1, field.type) + "\", which new tables cannot have");
+}
+
+std::string storedName(const DbfNewField& field, const std::string& path) {
+  const std::string name = CodePage::windows1252().encode(upperCase(trim(field.name)));
+  if (name.empty()) refuse(failure::internalError, path, "a field has no name");
+  if (name.size() > kLongestName) {
+    refuse(failure::internalError, path, "the field name " + field.name + " has more than 10 characters");
+  }
+  return name;
+}
+
+// Types with one width have it whatever was asked for; a decimal part takes its point and one digit before it.
+DbfNewField checkedField(const DbfNewField& asked, const std::string& path) {
+  DbfNewField field = asked;
+  const WidthRule& rule = ruleOf(asked, path);
+  field.name = storedName(asked, path);
+  if (rule.least == rule.most) field.width = rule.most;
+  const bool number = field.type == 'N' || field.type == 'F';
+  if (!number) field.decimals = 0;
+  const bool decimalsFit =
+      field.decimals == 0 || (field.decimals > 0 && field.decimals <= std::min(15, field.width - 2));
+  if (field.width >= rule.least && field.width <= rule.most && decimalsFit) return field;
+  refuse(failure::fieldTooSmall, path,
+         "the field " + asked.name + " of type " + field.type + " cannot have the width " +
+             std::to_string(asked.width) + " with " + std::to_string(asked.decimals) + " decimals");
+}
+
+std::vector<DbfNewField> checkedFields(const std::vector<DbfNewField>& asked, const std::string& path) {
+  if (asked.empty()) refuse(failure::internalError, path, "it has no field");
+  if (asked.size() > kMostFields) refuse(failure::internalError, path, "it has more than 255 fields");
+  std::vector<DbfNewField> fields;
+  std::set<std::string> names;
+  int length = 1;
+  for (const DbfNewField& field : asked) {
+    fields.push_back(checkedField(field, path));
+    length += fields.back().width;
+    if (!names.insert(fields.back().name).second) {
+      refuse(failure::internalError, path, "the field name " + field.name + " comes twice");
+    }
+  }
+  if (length > kLongestRecord) refuse(failure::fieldTooSmall, path, "its records would be longer than 65535 bytes");
+  return fields;
+}
+
+}  // namespace
+
+void DbfFile::create(const std::string& path, const std::vector<DbfNewField>& fields) {
+  const std::vector<DbfNewField> checked = checkedFields(fields, path);
+  const bool withMemo =
+      std::any_of(checked.begin(), checked.end(), [](const auto& field) { return field.type == 'M'; });
+  // The memo file first: a table that has none beside it is worse than a memo file alone.
+  if (withMemo) MemoFile::create(withExtension(path, "FPT"));
+  platform::replaceWholeFile(path, dbf::newHeader(checked, platform::current().now()));
+}
+
+}  // namespace vantrelix

@@ -1,0 +1,154 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "aliases/aliasStore.h"
+#include "aliases/builtInAliases.h"
+#include "foundation/getINI.h"
+#include "foundation/hostProgram.h"
+#include "foundation/suitePaths.h"
+#include "platform/Platform.h"
+#include "support/TempSuite.h"
+
+namespace vantrelix::test {
+
+namespace {
+
+using ::testing::ElementsAre;
+
+constexpr const char* kSection = "ANTENNAS\\AMS?????.DBF";
+
+class AliasStore : public ::testing::Test {
+ protected:
+  AliasStore() {
+    setHostFolder(host.path());
+    getAntennasPath();
+    getLinesPath();
+  }
+  ~AliasStore() override { setHostFolder(""); }
+
+  static void store(const std::string& path, const std::string& file, const std::string& description,
+                    const std::string& section = kSection) {
+    setINI(section, file, path, description);
+  }
+  static std::string antenna(const std::string& file) { return libraryDescription(LibraryFamily::antenna, file); }
+  static std::string line(const std::string& file) { return libraryDescription(LibraryFamily::line, file); }
+  std::string folderStore() const { return suite.file("ANTENNAS/QVAliasANT.INI"); }
+
+  TempSuite suite;
+  TempFolder host;
+};
+
+TEST_F(AliasStore, TheFoldersStoreComesFirst) {
+  store(folderStore(), "AMSZ0015.DBF", "Ours");
+  store(host.file("QVALIAS.INI"), "AMSZ0015.DBF", "General");
+  EXPECT_EQ(antenna("AMSZ0015.DBF"), "Ours");
+}
+
+TEST_F(AliasStore, TheGeneralStoreComesBeforeTheBuiltInTable) {
+  store(host.file("QVALIAS.INI"), "AMSZ0015.DBF", "General");
+  EXPECT_EQ(antenna("AMSZ0015.DBF"), "General");
+}
+
+TEST_F(AliasStore, ABarFallsThroughToTheGeneralStoreAndOnToTheBuiltInTable) {
+  store(folderStore(), "AMSZ0015.DBF", "|");
+  store(host.file("QVALIAS.INI"), "AMSZ0015.DBF", "General");
+  EXPECT_EQ(antenna("AMSZ0015.DBF"), "General");
+  store(host.file("QVALIAS.INI"), "AMSZ0015.DBF", "|");
+  EXPECT_EQ(antenna("AMSZ0015.DBF"), "0404 Scala 30-512");
+}
+
+TEST_F(AliasStore, ABlankDescriptionFallsThrough) {
+  store(folderStore(), "AMSZ0046.DBF", " ");
+  EXPECT_EQ(antenna("AMSZ0046.DBF"), "0404 Sinclair");
+}
+
+TEST_F(AliasStore, ANameInAnyCaseFindsItsBuiltInDescription) {
+  EXPECT_EQ(antenna("amsz0015.dbf"), "0404 Scala 30-512");
+  EXPECT_EQ(line("lmstms00.Dbf"), "Times Microwave Lines version 00");
+}
+
+TEST_F(AliasStore, AFileNotKnownAnywhereHasABar) {
+  EXPECT_EQ(antenna("AMSX0001.DBF"), "|");
+  EXPECT_EQ(line("AMSZ0015.DBF"), "|");
+  EXPECT_EQ(antenna("LMSAND00.DBF"), "|");
+}
+
+TEST_F(AliasStore, TheStoreOfASystemWithoutDataStandsInForAnAbsentFolderStore) {
+  store(host.write("SYSNODTA/QVALIAS.INI", ""), "AMSX0001.DBF", "From afar");
+  EXPECT_EQ(antenna("AMSX0001.DBF"), "From afar");
+  store(folderStore(), "AMSX0002.DBF", "Another");
+  EXPECT_EQ(antenna("AMSX0001.DBF"), "|");
+}
+
+TEST_F(AliasStore, TheInstallationFolderServesAHostThatStandsElsewhere) {
+  store(suite.file("QVALIAS.INI"), "AMSX0001.DBF", "Of the installation");
+  EXPECT_EQ(antenna("AMSX0001.DBF"), "Of the installation");
+  store(host.file("QVALIAS.INI"), "AMSX0001.DBF", "Of the host");
+  EXPECT_EQ(antenna("AMSX0001.DBF"), "Of the host");
+}
+
+TEST_F(AliasStore, LinesHaveAStoreAndASectionOfTheirOwn) {
+  store(suite.file("LINES/QVAliasLIN.INI"), "LMSX0001.DBF", "Coax", "LINES\\LMS?????.DBF");
+  EXPECT_EQ(line("LMSX0001.DBF"), "Coax");
+  EXPECT_EQ(antenna("LMSX0001.DBF"), "|");
+}
+
+TEST_F(AliasStore, TheDefaultsFileOfTheFolderComesBeforeTheBuiltInTable) {
+  store(suite.file("ANTENNAS/QVAliasAntDefaults.INI"), "AMSZ0015.DBF", "Default");
+  EXPECT_EQ(GetAliasDefault("antennas\\ams?????.dbf", "AMSZ0015.DBF"), "Default");
+  EXPECT_EQ(antenna("AMSZ0015.DBF"), "Default");
+  store(suite.file("ANTENNAS/QVAliasAntDefaults.INI"), "AMSZ0015.DBF", "|");
+  EXPECT_EQ(antenna("AMSZ0015.DBF"), "0404 Scala 30-512");
+}
+
+TEST_F(AliasStore, ASectionOfNoFamilyHasNoDefault) {
+  EXPECT_EQ(GetAliasDefault("OTHER\\AMS?????.DBF", "AMSZ0015.DBF"), "");
+  EXPECT_EQ(GetAliasDefault(kSection, "AMSX0001.DBF"), "");
+  EXPECT_EQ(GetAliasDefault("lines\\lms?????.dbf", "lmsand00.dbf"), "Andrew Lines  version 00");
+}
+
+TEST_F(AliasStore, TheBuiltInTablesKeepTheirSpelling) {
+  EXPECT_EQ(builtInLineAlias("LMSAND00.DBF"), "Andrew Lines  version 00");
+  EXPECT_EQ(builtInAntennaAlias("AMSSIN00.DBF"), "Sinclair Antennas Version 00");
+  EXPECT_EQ(builtInAntennaAlias("AMSSRL00.DBF"), "Sinclair Antennas Version 00");
+  EXPECT_EQ(builtInAntennaAlias("AMSI9999.DBF"), "IMPORTED Antennas");
+  EXPECT_EQ(builtInAntennaAlias("AMSATL00.DBF"), "Antel Antennas");
+  EXPECT_EQ(builtInAntennaAlias("AMSCEL16.DBF"), "Celwave Optimizer 800MHz Antennas (updated 11/2001)");
+}
+
+TEST_F(AliasStore, ListsTheFilesOfTheFamilyInOrderOfDescription) {
+  for (const char* name : {"AMSX0002.DBF", "AMSX0001.DBF", "AMSZ0015.DBF", "AHDX0001.DBF", "AMSX00011.DBF",
+                           "AMSX001.DBF", "AMSX0001.TXT"}) {
+    suite.folder().write(std::string("ANTENNAS/") + name, "x");
+  }
+  suite.folder().write("ANTENNAS/AMSXFOLD.DBF/inside", "x");
+  store(folderStore(), "AMSX0002.DBF", "B");
+  store(folderStore(), "AMSX0001.DBF", "a");
+  std::vector<std::string> files, descriptions;
+  for (const LibraryEntry& entry : libraryFiles(LibraryFamily::antenna)) {
+    files.push_back(entry.file);
+    descriptions.push_back(entry.description);
+  }
+  EXPECT_THAT(files, ElementsAre("AMSZ0015.DBF", "AMSX0002.DBF", "AMSX0001.DBF"));
+  EXPECT_THAT(descriptions, ElementsAre("0404 Scala 30-512", "B", "a"));
+}
+
+TEST_F(AliasStore, AnEmptyFolderHasNoFiles) {
+  EXPECT_TRUE(libraryFiles(LibraryFamily::antenna).empty());
+  EXPECT_TRUE(libraryFiles(LibraryFamily::line).empty());
+}
+
+TEST_F(AliasStore, TiesStayInOrderOfArrival) {
+  for (const char* name : {"AMSX0003.DBF", "AMSX0001.DBF", "amsx0002.dbf"}) {
+    suite.folder().write(std::string("ANTENNAS/") + name, "x");
+  }
+  std::vector<std::string> arrival;
+  for (const std::string& name : platform::current().list(getAntennasPath())) arrival.push_back(name);
+  std::vector<std::string> files;
+  for (const LibraryEntry& entry : libraryFiles(LibraryFamily::antenna)) files.push_back(entry.file);
+  EXPECT_EQ(files, arrival);
+}
+
+}  // namespace
+
+}  // namespace vantrelix::test

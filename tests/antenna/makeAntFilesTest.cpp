@@ -1,0 +1,92 @@
+#include "AntennaSuite.h"
+#include "antenna/makeAntFiles.h"
+#include "foundation/errHand.h"
+#include "foundation/extract.h"
+#include "platform/Platform.h"
+
+namespace vantrelix::test {
+
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+using MakeAntFilesTest = AntennaSuite;
+
+TEST_F(MakeAntFilesTest, MakesTheThreeTablesOfALibrary) {
+  EXPECT_EQ(MakeAntFiles(kCode), "");
+  for (const char* name : {"AMST0001.DBF", "AHDT0001.DBF", "AVDT0001.DBF"}) EXPECT_TRUE(tableExists(name)) << name;
+  EXPECT_THAT(suite.messages, IsEmpty());
+}
+
+TEST_F(MakeAntFilesTest, TheTablesHaveTheirFieldsInOrder) {
+  const auto names = [](const RecordsetPtr& rows) {
+    std::string list;
+    for (std::size_t i = 0; i < rows->fieldCount(); ++i) list += rows->Fields(i).Name() + " ";
+    return list;
+  };
+  EXPECT_EQ(names(MakeAMSFile(kCode)), "ATYPE_ID ANTENNA GAIN GAIN_UN F_LOW F_HIGH FREQ_UN POWER POWER_UN ");
+  EXPECT_EQ(names(MakeAHDFile(kCode)), "ATYPE_ID HOR_AZ HOR_FIELD ");
+  EXPECT_EQ(names(MakeAVDFile(kCode)), "ATYPE_ID VERT_ANGLE VERT_FIELD ");
+}
+
+TEST_F(MakeAntFilesTest, TheMasterTableHasTheWidthsOfTheDictionary) {
+  const RecordsetPtr rows = MakeAMSFile(kCode);
+  EXPECT_EQ(rows->Fields("ATYPE_ID").Size(), 12);
+  EXPECT_EQ(rows->Fields("ANTENNA").Size(), 60);
+  EXPECT_EQ(rows->Fields("GAIN").decimals(), 4);
+  EXPECT_EQ(rows->Fields("F_LOW").Size(), 14);
+  EXPECT_EQ(rows->Fields("F_LOW").decimals(), 5);
+}
+
+TEST_F(MakeAntFilesTest, AMissingPatternTableIsMadeAnewWithoutComplaint) {
+  ASSERT_EQ(add(1, "dBd", {1, 0}, {1}), "");
+  removeTable("AHDT0001.DBF");
+  EXPECT_EQ(MakeAntFiles(kCode), "");
+  EXPECT_TRUE(tableExists("AHDT0001.DBF"));
+  EXPECT_EQ(read(kFirstId).nHor, 0);
+  EXPECT_EQ(read(kFirstId).nVer, 1);
+  EXPECT_THAT(suite.messages, IsEmpty());
+}
+
+TEST_F(MakeAntFilesTest, KeepsTheRowsThatAreThere) {
+  ASSERT_EQ(add(1, "dBd", {1, 0}, {1}), "");
+  EXPECT_EQ(MakeAntFiles(kCode), "");
+  EXPECT_EQ(rowCount(MakeAHDFile(kCode)), 2);
+}
+
+TEST_F(MakeAntFilesTest, ACodeOfAnotherLengthGivesNoCursorAndNoFile) {
+  EXPECT_EQ(MakeAMSFile("T001"), nullptr);
+  EXPECT_EQ(MakeAHDFile("T00011"), nullptr);
+  EXPECT_EQ(MakeAVDFile(""), nullptr);
+  EXPECT_EQ(MakeAntFiles("T00011"), "");
+  EXPECT_FALSE(tableExists("AMST001.DBF"));
+  EXPECT_FALSE(tableExists("AHDT00011.DBF"));
+  EXPECT_THAT(suite.messages, IsEmpty());
+}
+
+TEST_F(MakeAntFilesTest, AFailureWhileOpeningGoesToTheHandlerAndGivesNoCursor) {
+  ASSERT_FALSE(folder().empty());
+  ASSERT_EQ(std::remove(suite.folder().machine("ANTENNAS").c_str()), 0);
+  EXPECT_EQ(MakeAVDFile(kCode), nullptr);
+  EXPECT_FALSE(suite.messages.empty());
+  EXPECT_THAT(suite.log(), HasSubstr("AVDT0001\r\nError opening Antenna Library AVD file"));
+  EXPECT_EQ(currentProcedure(), 0);
+}
+
+TEST_F(MakeAntFilesTest, AFailedOpeningDoesNotShowInTheResult) {
+  suite.folder().write("ANTENNAS/AMST0001.DBF", "this is no table");
+  EXPECT_EQ(MakeAntFiles(kCode), "");
+  EXPECT_FALSE(suite.messages.empty());
+  EXPECT_EQ(suite.folder().read("ANTENNAS/AMST0001.DBF"), "this is no table");
+  EXPECT_TRUE(tableExists("AVDT0001.DBF"));
+}
+
+TEST_F(MakeAntFilesTest, PartnerTablesDifferInTheirFirstThreeCharacters) {
+  EXPECT_EQ(partnerTable("AMSZ0015", "AHD"), "AHDZ0015");
+  EXPECT_EQ(partnerTable("amsz0015", "AVD"), "AVDz0015");
+}
+
+}  // namespace
+
+}  // namespace vantrelix::test

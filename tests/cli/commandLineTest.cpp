@@ -1,0 +1,116 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "cli/CliRun.h"
+#include "support/TempSuite.h"
+
+namespace vantrelix::test {
+namespace {
+
+using testing::HasSubstr;
+
+TEST(CommandLine, NothingAskedIsAWrongCommandLine) { EXPECT_EQ(runCli({}).status, 2); }
+
+TEST(CommandLine, AnUnknownCommandIsAWrongCommandLine) {
+  const CliRun run = runCli({"brew"});
+  EXPECT_EQ(run.status, 2);
+  EXPECT_THAT(run.err, HasSubstr("brew"));
+}
+
+TEST(CommandLine, HelpListsEveryCommandAndEachHasAnExample) {
+  const CliRun help = runCli({"--help"});
+  EXPECT_EQ(help.status, 0);
+  for (const char* command : {"suite", "libraries", "antennas", "show", "import", "plot", "calc", "table", "ini"}) {
+    EXPECT_THAT(help.out, HasSubstr(command));
+  }
+  for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{{"suite", "init"},
+                                                                                       {"libraries"},
+                                                                                       {"antennas"},
+                                                                                       {"show"},
+                                                                                       {"import"},
+                                                                                       {"plot"},
+                                                                                       {"calc", "gain"},
+                                                                                       {"calc", "pattern"},
+                                                                                       {"calc", "length"},
+                                                                                       {"calc", "frequency"},
+                                                                                       {"table", "dump"},
+                                                                                       {"table", "query"},
+                                                                                       {"table", "create"},
+                                                                                       {"table", "repair"},
+                                                                                       {"ini", "get"},
+                                                                                       {"ini", "set"}}) {
+    std::vector<std::string> arguments = command;
+    arguments.emplace_back("--help");
+    EXPECT_THAT(runCli(arguments).out, HasSubstr("Example: vantrelix " + command[0]));
+  }
+}
+
+TEST(CommandLine, AWrongAnswerPolicyIsAWrongCommandLine) {
+  EXPECT_EQ(runCli({"--assume", "maybe", "libraries"}).status, 2);
+}
+
+TEST(CommandLine, AMissingInstallationFolderIsNamedWithTheRemedy) {
+  const TempFolder folder;
+  const CliRun run = runCli({"--suite", folder.machine("nowhere"), "libraries"});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr(folder.machine("nowhere")));
+  EXPECT_THAT(run.err, HasSubstr("suite init"));
+}
+
+TEST(CommandLine, AFailureWithJsonIsAMemberOfTheDocument) {
+  const TempFolder folder;
+  const CliRun run = runCli({"--json", "table", "dump", folder.machine("none.dbf")});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.json()["error"].get<std::string>(), HasSubstr(folder.machine("none.dbf")));
+  EXPECT_TRUE(run.json()["messages"].is_array());
+}
+
+TEST(CalcCommand, ConvertsGainsAsText) {
+  const CliRun run = runCli({"--json", "calc", "gain", "dBd", "dBi", "0"});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.json()["result"], "2.1500");
+  EXPECT_EQ(run.json()["failed"], false);
+}
+
+TEST(CalcCommand, TakesANegativeNumberWithAndWithoutTheDashes) {
+  EXPECT_EQ(runCli({"calc", "gain", "dBd", "dBi", "-3"}).out, "-0.8500\n");
+  EXPECT_EQ(runCli({"calc", "gain", "dBd", "dBi", "--", "-3"}).out, "-0.8500\n");
+  EXPECT_EQ(runCli({"calc", "pattern", "dBd", "REL", "-10", "10", "dBd"}).out, "0.1000\n");
+}
+
+TEST(CalcCommand, AgreesWithTheWorkedExamples) {
+  EXPECT_EQ(runCli({"calc", "gain", "dBd", "REL", "3"}).out, "1.9953\n");
+  EXPECT_EQ(runCli({"calc", "gain", "REL", "dBi", "1"}).out, "2.1500\n");
+  EXPECT_EQ(runCli({"calc", "pattern", "REL", "dBd", "0.5", "10", "dBd"}).out, "3.9794\n");
+  EXPECT_EQ(runCli({"calc", "pattern", "dBd", "dBi", "10", "10", "dBd"}).out, "12.1500\n");
+  EXPECT_EQ(runCli({"--json", "calc", "length", "nm", "m", "1"}).json()["result"], 1853.0);
+  EXPECT_EQ(runCli({"--json", "calc", "frequency", "GHz", "MHz", "1"}).json()["result"], 1000.0);
+}
+
+TEST(CalcCommand, AFailedConversionSaysSoAndEndsWithOne) {
+  const CliRun gain = runCli({"--json", "calc", "gain", "REL", "dBd", "0"});
+  EXPECT_EQ(gain.status, 1);
+  EXPECT_EQ(gain.json()["failed"], true);
+  EXPECT_EQ(gain.json()["result"], "");
+  const CliRun frequency = runCli({"--json", "calc", "frequency", "khz", "MHz", "1"});
+  EXPECT_EQ(frequency.status, 1);
+  EXPECT_EQ(frequency.json()["result"], -88.0);
+}
+
+TEST(IniCommand, ReadsADefaultAndWhatWasWritten) {
+  const TempFolder folder;
+  const std::string file = folder.machine("my.ini");
+  EXPECT_EQ(runCli({"ini", "get", file, "s", "k", "none"}).out, "none\n");
+  EXPECT_EQ(runCli({"ini", "set", file, "s", "k", "value one"}).status, 0);
+  EXPECT_EQ(runCli({"--json", "ini", "get", file, "S", "K"}).json()["value"], "value one");
+}
+
+TEST(IniCommand, AFileThatCannotBeWrittenIsNamed) {
+  const TempFolder folder;
+  const CliRun run = runCli({"ini", "set", folder.machine("no/such/folder.ini"), "s", "k", "v"});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr("folder.ini"));
+}
+
+}  // namespace
+}  // namespace vantrelix::test

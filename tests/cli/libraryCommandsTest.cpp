@@ -1,0 +1,170 @@
+// Library commands from a fresh installation folder to plots, as a script would run them.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "cli/CliRun.h"
+#include "support/TempSuite.h"
+
+namespace vantrelix::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+std::string planetFile(const std::string& name, const std::string& gain, const std::string& side = "3.0") {
+  return "NAME " + name + "\nFREQUENCY 900\nGAIN " + gain + "\nHORIZONTAL 4\n0 0.0\n90 " + side +
+         "\n180 20.0\n270 3.0\nVERTICAL 3\n0 0.0\n10 6.0\n350 6.0\n";
+}
+
+class LibraryCommands : public testing::Test {
+ protected:
+  LibraryCommands() {
+    const std::string suite = suite_.folder().machine();
+    EXPECT_EQ(run({"suite", "init", suite}).status, 0);
+  }
+
+  CliRun run(std::vector<std::string> arguments) const {
+    arguments.insert(arguments.begin(), {"--suite", suite_.folder().machine()});
+    return runCli(arguments);
+  }
+  CliRun json(std::vector<std::string> arguments) const {
+    arguments.insert(arguments.begin(), "--json");
+    return run(std::move(arguments));
+  }
+  std::string pattern(const std::string& file, const std::string& content) const {
+    suite_.folder().write(file, content);
+    return suite_.folder().machine(file);
+  }
+
+  TempSuite suite_;
+};
+
+TEST_F(LibraryCommands, ImportMakesTheLibraryAndNamesItsAntennas) {
+  const CliRun import = json({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("Yagi 900", "12.5 dBd"))});
+  ASSERT_EQ(import.status, 0) << import.err << import.out;
+  EXPECT_EQ(import.json()["files"], 1);
+  EXPECT_EQ(import.json()["errors"], 0);
+  EXPECT_EQ(import.json()["antennas"][0]["description"], "Yagi 900");
+  EXPECT_EQ(import.json()["antennas"][0]["id"], "X00010000001");
+}
+
+TEST_F(LibraryCommands, ImportNamesWhatItRefusesAndEndsWithOne) {
+  const std::string bad = pattern("bad.msi", "NAME no cuts\n");
+  const CliRun import = json({"import", "generic", "AMSX0001", bad, pattern("a.msi", planetFile("Good", "1 dBd"))});
+  EXPECT_EQ(import.status, 1);
+  EXPECT_EQ(import.json()["errors"], 1);
+  EXPECT_EQ(import.json()["antennas"].size(), 1U);
+  EXPECT_THAT(import.json()["error"].get<std::string>(), HasSubstr(bad));
+  EXPECT_EQ(import.json()["messages"][0]["title"], "Import Errors");
+}
+
+TEST_F(LibraryCommands, AnUnknownFormatIsAWrongCommandLine) {
+  EXPECT_EQ(run({"import", "papyrus", "AMSX0001", "x"}).status, 2);
+}
+
+TEST_F(LibraryCommands, AntennasStandInDescriptionOrder) {
+  run({"import", "generic", "AMSX0001", pattern("b.msi", planetFile("Beta", "2 dBi")),
+       pattern("a.msi", planetFile("Alpha", "1 dBd"))});
+  const auto list = json({"antennas", "amsx0001.dbf"}).json()["antennas"];
+  ASSERT_EQ(list.size(), 2U);
+  EXPECT_EQ(list[0]["description"], "Alpha");
+  EXPECT_EQ(list[1]["gain_units"], "dBi");
+  EXPECT_EQ(list[1]["horizontal_points"], 4);
+  EXPECT_EQ(list[1]["vertical_points"], 3);
+}
+
+TEST_F(LibraryCommands, ShowGivesAllDigitsAsStoredAndFourDecimalsConverted) {
+  run({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("A", "12.5 dBd", "3.33"))});
+  const auto stored = json({"show", "AMSX0001", "X00010000001"}).json();
+  EXPECT_EQ(stored["gain"], 12.5);
+  EXPECT_EQ(stored["horizontal"][1], nlohmann::json({90.0, 9.17}));
+  EXPECT_EQ(stored["vertical"][0][0], -10.0);
+  const auto relative = json({"show", "AMSX0001", "X00010000001", "--units", "REL"}).json();
+  EXPECT_EQ(relative["gain"], 17.7828);
+  EXPECT_EQ(relative["horizontal"][1][1], 0.6816);
+  EXPECT_EQ(relative["gain_units"], "REL");
+}
+
+TEST_F(LibraryCommands, ShowOfAMissingAntennaIsRefusedWithItsText) {
+  run({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("A", "1 dBd"))});
+  const CliRun show = json({"show", "AMSX0001", "NOPE", "--units", "dBi"});
+  EXPECT_EQ(show.status, 1);
+  EXPECT_EQ(show.json()["gain"], 2.15);
+  EXPECT_THAT(show.json()["error"].get<std::string>(), HasSubstr("The specified antenna was not found:"));
+  EXPECT_EQ(show.json()["messages"][0]["title"], "Antenna Data Base Error 3");
+}
+
+TEST_F(LibraryCommands, LibrariesShowTheirDescriptions) {
+  run({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("A", "1 dBd"))});
+  run({"ini", "set", suite_.folder().machine("ANTENNAS/QVAliasANT.INI"), "ANTENNAS\\AMS?????.DBF", "AMSX0001.DBF",
+       "Rooftop antennas"});
+  const auto list = json({"libraries"}).json()["libraries"];
+  ASSERT_EQ(list.size(), 1U);
+  EXPECT_EQ(list[0]["file"], "AMSX0001.DBF");
+  EXPECT_EQ(list[0]["description"], "Rooftop antennas");
+}
+
+TEST_F(LibraryCommands, PlotWritesADrawingWithoutAToolkit) {
+  run({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("A", "1 dBd"))});
+  const CliRun plot = json({"plot", "AMSX0001", "X00010000001", suite_.folder().machine("a.svg")});
+  ASSERT_EQ(plot.status, 0) << plot.out;
+  EXPECT_THAT(suite_.folder().read("a.svg"), HasSubstr("<svg"));
+  EXPECT_EQ(plot.json()["file"], suite_.folder().machine("a.svg"));
+}
+
+TEST_F(LibraryCommands, PlotNeedsAKnownKindOfFileAndAToolkitForPictures) {
+  run({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("A", "1 dBd"))});
+  const CliRun png = run({"plot", "AMSX0001", "X00010000001", suite_.folder().machine("a.png")});
+  EXPECT_EQ(png.status, 1);
+  EXPECT_THAT(png.err, HasSubstr(".svg needs none"));
+  EXPECT_THAT(run({"plot", "AMSX0001", "X00010000001", suite_.folder().machine("a.gif")}).err, HasSubstr("a.gif"));
+  EXPECT_FALSE(suite_.folder().exists("a.gif"));
+}
+
+TEST_F(LibraryCommands, PlotHandsAPictureToTheToolkit) {
+  run({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("A", "1 dBd"))});
+  std::string written;
+  const CliRun plot = runCli({"--suite", suite_.folder().machine(), "plot", "AMSX0001", "X00010000001", "/tmp/a.PNG"},
+                             [&](const PlotPage& page, const std::string& path) {
+                               EXPECT_EQ(page.pictures.size(), 2U);
+                               written = path;
+                             });
+  EXPECT_EQ(plot.status, 0) << plot.err;
+  EXPECT_EQ(written, "/tmp/a.PNG");
+}
+
+TEST_F(LibraryCommands, TableDumpShowsFieldsRowsAndDeletions) {
+  run({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("A", "1 dBd"))});
+  const auto dump = json({"table", "dump", suite_.folder().machine("ANTENNAS/AMSX0001.DBF")}).json();
+  EXPECT_EQ(dump["version"], "0x03");
+  EXPECT_EQ(dump["fields"][2], nlohmann::json({{"name", "GAIN"}, {"type", "N"}, {"width", 12}, {"decimals", 4}}));
+  EXPECT_EQ(dump["rows"][0]["ANTENNA"], "A");
+  EXPECT_TRUE(dump["rows"][0]["POWER"].is_null());
+  EXPECT_EQ(dump["deleted"], 0);
+}
+
+TEST_F(LibraryCommands, TableQueryRunsTheSubset) {
+  run({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("A", "1 dBd"))});
+  const std::string folder = suite_.folder().machine("ANTENNAS");
+  const auto query =
+      json({"table", "query", folder, "Select min([HOR_AZ]) AS A, max([HOR_AZ]) AS B from [AHDX0001]"}).json();
+  EXPECT_EQ(query["fields"], nlohmann::json({"A", "B"}));
+  EXPECT_EQ(query["rows"], nlohmann::json({{0.0, 270.0}}));
+  const CliRun wrong = run({"table", "query", folder, "Select * form [AHDX0001]"});
+  EXPECT_EQ(wrong.status, 1);
+  EXPECT_THAT(wrong.err, StartsWith("vantrelix: Error 3061:"));
+}
+
+TEST_F(LibraryCommands, TableCreateAndRepairFollowTheDictionary) {
+  const std::string file = suite_.folder().machine("ANTENNAS/AHDX0009.DBF");
+  EXPECT_EQ(json({"table", "create", file, "AHDTADBASE"}).json()["code"], 0);
+  EXPECT_TRUE(suite_.folder().exists("ANTENNAS/AHDX0009.DBF"));
+  EXPECT_EQ(json({"table", "repair", file, "AHDTADBASE"}).json()["code"], 0);
+  const CliRun missing = json({"table", "repair", suite_.folder().machine("ANTENNAS/NONE.DBF"), "AHDTADBASE"});
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_EQ(missing.json()["code"], 1);
+  EXPECT_EQ(run({"table", "create", file, "NOSUCHTYPE"}).status, 1);
+}
+
+}  // namespace
+}  // namespace vantrelix::test

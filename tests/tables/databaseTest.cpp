@@ -1,0 +1,224 @@
+#include <filesystem>
+#include <gtest/gtest.h>
+
+#include "platform/RunTimeFailure.h"
+#include "support/Processes.h"
+#include "tables/cursorTables.h"
+
+namespace vantrelix {
+namespace {
+
+using test::CursorTables;
+using test::failureOf;
+using test::TempFolder;
+
+TEST(OpenDatabase, KeepsTheFolderAndTheConnectText) {
+  const TempFolder folder;
+  const DatabasePtr database = DBEngine::OpenDatabase(folder.path() + "\\", false, false, "FoxPro 2.6");
+  EXPECT_EQ(database->folder(), folder.path());
+  EXPECT_EQ(database->connect(), "FoxPro 2.6");
+}
+
+TEST(OpenDatabase, TakesThePathOfATableForItsFolder) {
+  const CursorTables tables;
+  const DatabasePtr database = DBEngine::OpenDatabase(tables.folder.file("amstest.dbf"));
+  EXPECT_EQ(database->folder(), tables.folder.path());
+  EXPECT_EQ(DBEngine::OpenDatabase(tables.folder.file("NOTYET.DBF"))->folder(), tables.folder.path());
+}
+
+TEST(OpenDatabase, FailsWithTheFolderNamedWhereItCannotBeUsed) {
+  const TempFolder folder;
+  std::string text;
+  EXPECT_EQ(failureOf([&] { DBEngine::OpenDatabase(folder.file("missing")); }, &text), failure::badPath);
+  EXPECT_NE(text.find(folder.machine("missing")), std::string::npos) << text;
+  EXPECT_EQ(failureOf([] { DBEngine::OpenDatabase(""); }), failure::badPath);
+  EXPECT_EQ(failureOf([&] { DBEngine::OpenDatabase(folder.file("missing\\X.DBF")); }), failure::badPath);
+}
+
+TEST(OpenRecordset, FindsATableWithoutRegardToCase) {
+  const TempFolder folder;
+  DbfFile::create(folder.file("amslow.dbf"), {{"ATYPE_ID", 'C', 12, 0}});
+  const DatabasePtr database = DBEngine::OpenDatabase(folder.path());
+  EXPECT_TRUE(database->OpenRecordset("select * from [AMSLOW]")->Eof());
+  EXPECT_EQ(database->OpenRecordset("AMSLow", RecordsetType::table)->fieldCount(), 1U);
+  EXPECT_EQ(database->OpenRecordset(" [amslow] ", RecordsetType::table)->fieldCount(), 1U);
+}
+
+TEST(OpenRecordset, NamesATableThatIsNotThere) {
+  const CursorTables tables;
+  std::string text;
+  EXPECT_EQ(failureOf([&] { tables.open("select * from [NOSUCH]"); }, &text), failure::noSuchTable);
+  EXPECT_NE(text.find("NOSUCH"), std::string::npos) << text;
+  EXPECT_EQ(failureOf([&] { tables.open("select * from [..\\AMSTEST]"); }), failure::noSuchTable);
+  EXPECT_EQ(failureOf([&] { tables.open("select * from AMSTEST", RecordsetType::table); }), failure::noSuchTable);
+}
+
+TEST(OpenRecordset, OfADamagedFileFailsWithTheFileNamed) {
+  const CursorTables tables;
+  tables.folder.write("PICTURE.DBF", "\x89PNG\r\n\x1A\n and more that is no table");
+  std::string text;
+  EXPECT_NE(failureOf([&] { tables.open("select * from PICTURE"); }, &text), 0);
+  EXPECT_NE(text.find("PICTURE.DBF"), std::string::npos) << text;
+}
+
+TEST(OpenRecordset, FailsOnAClosedDatabase) {
+  const CursorTables tables;
+  tables.database->Close();
+  EXPECT_EQ(failureOf([&] { tables.open("select * from AMSTEST"); }), failure::objectNotSet);
+  EXPECT_EQ(failureOf([&] { tables.database->Execute("insert into a select * from b"); }), failure::objectNotSet);
+}
+
+TEST(OpenRecordset, ReportsATableHeldExclusivelyByAnotherProcess) {
+  const CursorTables tables;
+  const DatabasePtr holder = DBEngine::OpenDatabase(tables.folder.path(), true);
+  const RecordsetPtr held = holder->OpenRecordset("select * from AMSTEST");
+  const auto isInUse = [&] {
+    const int number = failureOf([&] { tables.open("select * from AMSTEST"); });
+    return number == failure::cannotOpen || number == failure::locked;
+  };
+  EXPECT_TRUE(isInUse());
+  EXPECT_EQ(test::exitCode(test::startChild(isInUse)), 0);
+  held->Close();
+  EXPECT_FALSE(isInUse());
+}
+
+TEST(OpenRecordset, DenyingReadsOrWritesKeepsOthersOut) {
+  const CursorTables tables;
+  const RecordsetPtr denied = tables.open("AMSTEST", RecordsetType::table, recordsetOption::denyRead);
+  EXPECT_NE(failureOf([&] { tables.open("select * from AMSTEST"); }), 0);
+  denied->Close();
+  DbfFile::setLockWait(20);
+  const RecordsetPtr writer = tables.open("AMSTEST", RecordsetType::table, recordsetOption::denyWrite);
+  const bool refused = failureOf([&] {
+                         const RecordsetPtr other = tables.open("select * from AMSTEST");
+                         other->Edit();
+                         other->put("GAIN", 1);
+                         other->Update();
+                       }) == failure::locked;
+  DbfFile::setLockWait(2000);
+  EXPECT_TRUE(refused);
+  writer->Edit();
+  writer->put("GAIN", 3);
+  writer->Update();
+  EXPECT_EQ(tables.list("select * from AMSTEST"), "3 10 9.5 -");
+}
+
+TEST(OpenRecordset, AWriteProtectedFileIsReadAndNotWritten) {
+  const CursorTables tables;
+  std::filesystem::permissions(tables.folder.machine(), std::filesystem::perms(0755));
+  std::filesystem::permissions(tables.folder.machine("AMSTEST.DBF"), std::filesystem::perms(0444));
+  EXPECT_EQ(test::runWithoutPrivilege([&] {
+              const RecordsetPtr rows = tables.open("select * from AMSTEST");
+              return rows->value("GAIN") == Value(2.15) && failureOf([&] { rows->Edit(); }) == failure::readOnlyTable &&
+                     failureOf([&] { rows->AddNew(); }) == failure::readOnlyTable;
+            }),
+            0);
+}
+
+TEST(TableDef, MakesATableOfItsFieldsInOrder) {
+  const TempFolder folder;
+  const DatabasePtr database = DBEngine::OpenDatabase(folder.path());
+  TableDef table = database->CreateTableDef("AMSNEW");
+  table.append("ATYPE_ID", FieldType::text, 12);
+  table.append("GAIN", FieldType::doubleNumber, 0);
+  table.append("ACTIVE", FieldType::boolean, 0);
+  EXPECT_FALSE(folder.exists("AMSNEW.DBF"));
+  database->append(table);
+  ASSERT_TRUE(folder.exists("AMSNEW.DBF"));
+  const RecordsetPtr rows = database->OpenRecordset("select * from [AMSNEW]");
+  EXPECT_EQ(rows->fieldCount(), 3U);
+  EXPECT_EQ(rows->Fields(0).Name(), "ATYPE_ID");
+  EXPECT_EQ(rows->Fields(0).Size(), 12);
+  EXPECT_EQ(rows->Fields("gain").Type(), FieldType::doubleNumber);
+  EXPECT_EQ(rows->Fields(2).Type(), FieldType::boolean);
+}
+
+TEST(TableDef, IsRefusedWhereTheTableExists) {
+  const CursorTables tables;
+  TableDef table = tables.database->CreateTableDef("amstest");
+  table.append("X", FieldType::text, 5);
+  EXPECT_EQ(failureOf([&] { tables.database->append(table); }), failure::fileExists);
+  EXPECT_EQ(tables.list("select * from AMSTEST"), "2.15 10 9.5 -");
+}
+
+struct InsertTables : CursorTables {
+  InsertTables() {
+    DbfFile::create(folder.file("AMSNEW.DBF"), {{"GAIN", 'N', 8, 2},
+                                                {"ATYPE_ID", 'C', 15, 0},
+                                                {"EXTRA", 'C', 5, 0},
+                                                {"FREQ", 'C', 10, 0},
+                                                {"ANTENNA", 'C', 4, 0}});
+  }
+};
+
+TEST(Execute, CopiesTheFieldsNamedAndLeavesTheRestBlank) {
+  const InsertTables tables;
+  EXPECT_EQ(tables.database->Execute("Insert Into [AMSNEW] Select ATYPE_ID, GAIN From [AMSTEST]"), 4);
+  EXPECT_EQ(tables.list("select * from AMSNEW"), "2.15 10 9.5 -");
+  EXPECT_EQ(tables.list("select * from AMSNEW", "ATYPE_ID"), "A1 B2 A1 C3");
+  EXPECT_EQ(tables.list("select * from AMSNEW", "EXTRA"), "- - - -");
+}
+
+TEST(Execute, TakesATargetListAFilterAndExpressions) {
+  const InsertTables tables;
+  EXPECT_EQ(tables.database->Execute("insert into AMSNEW (EXTRA, GAIN) select lcase(ATYPE_ID), GAIN*2 from AMSTEST "
+                                     "where GAIN is not null;"),
+            3);
+  EXPECT_EQ(tables.list("select * from AMSNEW", "EXTRA"), "a1 b2 a1");
+  EXPECT_EQ(tables.list("select * from AMSNEW"), "4.3 20 19");
+}
+
+TEST(Execute, ConvertsBetweenTextAndNumberAndKeepsNull) {
+  const InsertTables tables;
+  tables.database->Execute("Insert Into [AMSNEW] Select FREQ From [AMSTEST]");
+  EXPECT_EQ(tables.list("select * from AMSNEW", "FREQ"), "150 900 - 450");
+  tables.database->Execute("Insert Into [AMSNEW] (GAIN) Select FREQ From [AMSNEW]");
+  EXPECT_EQ(tables.list("select * from AMSNEW"), "- - - - 150 900 - 450");
+}
+
+TEST(Execute, IntoTheTableItselfAddsWhatWasThere) {
+  const CursorTables tables;
+  EXPECT_EQ(tables.database->Execute("Insert Into [AMSTEST] Select * From [amstest]"), 4);
+  EXPECT_EQ(tables.list("select * from AMSTEST"), "2.15 10 9.5 - 2.15 10 9.5 -");
+}
+
+TEST(Execute, NamesTheRowThatDoesNotFit) {
+  const InsertTables tables;
+  std::string text;
+  EXPECT_EQ(failureOf([&] { tables.database->Execute("Insert Into [AMSNEW] Select ANTENNA From [AMSTEST]"); }, &text),
+            failure::fieldTooSmall);
+  EXPECT_NE(text.find("Record 1 of table"), std::string::npos) << text;
+  EXPECT_NE(text.find("ANTENNA"), std::string::npos) << text;
+  EXPECT_EQ(tables.list("select * from AMSNEW"), "");
+}
+
+TEST(Execute, CopiesManyRowsInTheirOrder) {
+  const InsertTables tables;
+  for (int i = 0; i < 15; ++i) tables.database->Execute("Insert Into AMSTEST Select * From AMSTEST");
+  EXPECT_EQ(tables.database->Execute("Insert Into AMSNEW Select ATYPE_ID From AMSTEST"), 4 << 15);
+  const RecordsetPtr rows = tables.open("select count(*) as n from AMSNEW where ATYPE_ID = 'A1'");
+  EXPECT_EQ(rows->value("n"), Value(2 << 15));
+  const RecordsetPtr last = tables.open("select * from AMSNEW");
+  last->MoveLast();
+  EXPECT_EQ(trim(last->value("ATYPE_ID").text()), "C3");
+}
+
+TEST(Execute, RefusesWhatItCannotRun) {
+  const InsertTables tables;
+  const auto numberOf = [&](const std::string& sql) { return failureOf([&] { tables.database->Execute(sql); }); };
+  EXPECT_EQ(numberOf("Select * from [AMSTEST]"), failure::badQuery);
+  EXPECT_EQ(numberOf("Insert Into [NOSUCH] Select GAIN From [AMSTEST]"), failure::noSuchTable);
+  EXPECT_EQ(numberOf("Insert Into [AMSNEW] Select GAIN From [NOSUCH]"), failure::noSuchTable);
+  EXPECT_EQ(numberOf("Insert Into [AMSNEW] Select MADE From [AMSTEST]"), failure::badQuery);
+  EXPECT_EQ(numberOf("Insert Into [AMSNEW] Select EXTRA From [AMSTEST]"), failure::badQuery);
+  EXPECT_EQ(numberOf("Insert Into [AMSNEW] (GAIN, EXTRA) Select GAIN From [AMSTEST]"), failure::badQuery);
+  EXPECT_EQ(numberOf("Insert Into [AMSNEW] Select max(GAIN) as GAIN From [AMSTEST]"), failure::badQuery);
+  EXPECT_EQ(numberOf("Insert Into [AMSNEW] Select GAIN From [AMSTEST] order by GAIN"), failure::badQuery);
+  const DatabasePtr reader = DBEngine::OpenDatabase(tables.folder.path(), false, true);
+  EXPECT_EQ(failureOf([&] { reader->Execute("Insert Into [AMSNEW] Select GAIN From [AMSTEST]"); }),
+            failure::readOnlyTable);
+  EXPECT_EQ(tables.list("select * from AMSNEW"), "");
+}
+
+}  // namespace
+}  // namespace vantrelix

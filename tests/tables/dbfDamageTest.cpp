@@ -1,0 +1,244 @@
+// Damaged and lying table files: each reads by its rule or is refused with its reason.
+#include <gtest/gtest.h>
+
+#include "tables/DbfBytes.h"
+
+namespace vantrelix {
+namespace {
+
+using test::appendRow;
+using test::failureOf;
+using test::RawTable;
+using test::recordOf;
+using test::valueOf;
+using namespace std::string_literals;
+
+class DamagedTables : public ::testing::Test {
+ protected:
+  std::shared_ptr<DbfFile> opened(const std::string& content) {
+    suite.folder().write("T.DBF", content);
+    return DbfFile::open(suite.file("T.DBF"));
+  }
+  std::shared_ptr<DbfFile> opened(const RawTable& raw) { return opened(raw.bytes()); }
+  // The reason why it is refused; fails the test where it is not, or with another number or without its name.
+  std::string refusal(const std::string& content) {
+    const RunTimeFailure failure = failureOf([&] { opened(content); });
+    EXPECT_EQ(failure.number(), failure::damagedTable);
+    EXPECT_NE(failure.description().find("T.DBF"), std::string::npos);
+    return failure.description();
+  }
+  bool refusedFor(const std::string& content, std::string_view reason) {
+    return refusal(content).find(reason) != std::string::npos;
+  }
+
+  const RawTable good{.fields = {{"A", 'C', 3}, {"N", 'N', 4}}, .rows = " abc   1 def   2", .count = 2};
+  test::TempSuite suite;
+};
+
+TEST_F(DamagedTables, AFileWithoutAHeaderIsRefused) {
+  EXPECT_TRUE(refusedFor("", "empty"));
+  EXPECT_TRUE(refusedFor("\x03 10 bytes.", "less than a table's header"));
+  EXPECT_TRUE(refusedFor(good.bytes().substr(0, 31), "31 bytes"));
+}
+
+TEST_F(DamagedTables, APictureOrATextIsRefused) {
+  EXPECT_TRUE(refusedFor("\x89PNG\r\n\x1A\n" + std::string(200, 'x'), "no dBase or FoxPro table"));
+  EXPECT_TRUE(refusedFor("\xFF\xD8\xFF" + std::string(200, 'x'), "no dBase or FoxPro table"));
+  EXPECT_TRUE(refusedFor("C" + std::string(70000, 'x'), "no date in its header"));
+  EXPECT_TRUE(refusedFor("0 12 13\n1 14 15\n" + std::string(90000, ' '), "no date in its header"));
+}
+
+TEST_F(DamagedTables, VersionsOfAnotherFormatAreRefusedByName) {
+  const auto ofVersion = [&](int version) {
+    RawTable raw = good;
+    raw.version = version;
+    return raw.bytes();
+  };
+  EXPECT_TRUE(refusedFor(ofVersion(0x02), "dBase II"));
+  EXPECT_TRUE(refusedFor(ofVersion(0x04), "dBase 7"));
+  EXPECT_TRUE(refusedFor(ofVersion(0x8C), "dBase 7"));
+  EXPECT_TRUE(refusedFor(ofVersion(0x77), "0x77"));
+}
+
+TEST_F(DamagedTables, AllVersionsOfTheFamilyAreRead) {
+  for (const int version : {0x03, 0x30, 0x31, 0x32, 0x43, 0x63, 0x83, 0x8B, 0xCB, 0xF5, 0xFB}) {
+    RawTable raw = good;
+    raw.version = version;
+    const auto table = opened(raw);
+    EXPECT_EQ(table->version(), version);
+    EXPECT_EQ(valueOf(*table, 1, "N"), Value(2)) << version;
+  }
+}
+
+TEST_F(DamagedTables, AHeaderLengthThatCannotBeIsRefused) {
+  RawTable raw = good;
+  raw.headerLength = 5000;
+  EXPECT_TRUE(refusedFor(raw.bytes(), "5000"));
+  raw.headerLength = 20;
+  EXPECT_TRUE(refusedFor(raw.bytes(), "20"));
+  raw.headerLength = 65;
+  EXPECT_TRUE(refusedFor(raw.bytes(), "reach to byte 96"));
+}
+
+TEST_F(DamagedTables, AHeaderLongerThanItsFieldsIsRead) {
+  RawTable raw = good;
+  raw.terminator = "\r" + std::string(263, '\0');
+  EXPECT_EQ(valueOf(*opened(raw), 1, "A"), Value("def"));
+}
+
+TEST_F(DamagedTables, AMissingOrOddTerminatorIsNoField) {
+  RawTable raw = good;
+  for (const std::string& terminator : {""s, "\n"s, " "s, "\0"s, "\0\r"s}) {
+    raw.terminator = terminator;
+    const auto table = opened(raw);
+    EXPECT_EQ(table->fields().size(), 2U);
+    EXPECT_EQ(valueOf(*table, 1, "A"), Value("def"));
+  }
+}
+
+TEST_F(DamagedTables, ARecordLengthOfNoughtIsRefused) {
+  RawTable raw = good;
+  raw.recordLength = 0;
+  EXPECT_TRUE(refusedFor(raw.bytes(), "0 bytes"));
+}
+
+TEST_F(DamagedTables, ARecordMayBeLongerThanItsFields) {
+  RawTable raw = good;
+  raw.recordLength = 10;
+  raw.rows = " abc   1?? def   2??";
+  const auto table = opened(raw);
+  EXPECT_EQ(valueOf(*table, 1, "N"), Value(2));
+  table->update(1, [&](unsigned char* record) { table->put(record, 1, 9); });
+  EXPECT_NE(suite.folder().read("T.DBF").find(" def   9??"), std::string::npos);
+}
+
+TEST_F(DamagedTables, ARecordLengthThatIsTooShortGivesWayWhereTheFileShowsTheTrueOne) {
+  RawTable raw = good;
+  raw.recordLength = 7;
+  const auto table = opened(raw);
+  EXPECT_EQ(table->recordLength(), 8);
+  EXPECT_EQ(valueOf(*table, 1, "A"), Value("def"));
+  EXPECT_EQ(valueOf(*table, 1, "N"), Value(2));
+  EXPECT_EQ(failureOf([&] { table->markDeleted(0); }).number(), failure::readOnlyTable);
+}
+
+TEST_F(DamagedTables, FieldsBeyondTheRecordAreCutWhereTheFileAgreesWithItsHeader) {
+  RawTable raw = good;
+  raw.recordLength = 6;
+  raw.rows = " abc 1 def 2";
+  const auto table = opened(raw);
+  EXPECT_EQ(valueOf(*table, 1, "A"), Value("def"));
+  EXPECT_EQ(valueOf(*table, 1, "N"), Value(2));
+  raw.fields.push_back({"B", 'C', 9});
+  EXPECT_TRUE(valueOf(*opened(raw), 0, "B").isNull());
+}
+
+TEST_F(DamagedTables, ALongTextHasTheHighByteOfItsWidthInItsDecimals) {
+  RawTable raw{.fields = {{"L", 'C', 44, 1}, {"B", 'C', 2}}, .count = 1, .recordLength = 303};
+  raw.rows = " " + std::string(300, 'x') + "yz";
+  const auto table = opened(raw);
+  EXPECT_EQ(table->fields()[0].width, 300);
+  EXPECT_EQ(table->fields()[0].decimals, 0);
+  EXPECT_EQ(valueOf(*table, 0, "L"), Value(std::string(300, 'x')));
+  EXPECT_EQ(valueOf(*table, 0, "B"), Value("yz"));
+}
+
+TEST_F(DamagedTables, DecimalsOfATextAreNothingWhereTheWidthsAreRight) {
+  const auto table = opened({.fields = {{"A", 'C', 3, 2}}, .rows = " abc", .count = 1});
+  EXPECT_EQ(table->fields()[0].width, 3);
+  EXPECT_EQ(valueOf(*table, 0, "A"), Value("abc"));
+}
+
+TEST_F(DamagedTables, ACountAboveTheFileIsCutToTheWholeRowsThereAre) {
+  RawTable raw = good;
+  raw.count = 1'000'000'000;
+  raw.rows += " ab";
+  const auto table = opened(raw);
+  EXPECT_EQ(table->recordCount(), 2U);
+  EXPECT_TRUE(recordOf(*table, 2).empty());
+  int rows = 0;
+  table->scan([&](std::uint32_t, const unsigned char*) { return ++rows > 0; });
+  EXPECT_EQ(rows, 2);
+}
+
+TEST_F(DamagedTables, AnAppendToATableCutShortGoesBehindTheLastWholeRow) {
+  RawTable raw = good;
+  raw.count = 9;
+  raw.rows += " ab";
+  raw.end = "";
+  const auto table = opened(raw);
+  EXPECT_EQ(appendRow(*table, {"new", 3}), 2U);
+  EXPECT_EQ(table->recordCount(), 3U);
+  EXPECT_EQ(suite.folder().read("T.DBF").substr(97), " abc   1 def   2 new   3\x1A");
+}
+
+TEST_F(DamagedTables, RowsBeyondTheCountAreNotReadAndOverwritten) {
+  RawTable raw = good;
+  raw.count = 1;
+  const auto table = opened(raw);
+  EXPECT_EQ(table->recordCount(), 1U);
+  appendRow(*table, {"new", 3});
+  EXPECT_EQ(table->recordCount(), 2U);
+  EXPECT_EQ(valueOf(*table, 1, "A"), Value("new"));
+}
+
+TEST_F(DamagedTables, TheEndMarkMayBeAbsentOrStandAmongTheRows) {
+  RawTable raw = good;
+  raw.end = "";
+  EXPECT_EQ(opened(raw)->recordCount(), 2U);
+  raw.rows = " a\x1A"s + "c   1\x1A"s + "def   2";
+  const auto table = opened(raw);
+  EXPECT_EQ(table->recordCount(), 2U);
+  EXPECT_EQ(valueOf(*table, 0, "A"), Value("a\x1A"s + "c"));
+  EXPECT_EQ(valueOf(*table, 1, "N"), Value(2));
+}
+
+TEST_F(DamagedTables, NumbersOfAsterisksOrRubbishAreNull) {
+  RawTable raw = good;
+  raw.rows = " abc**** def1\0\0\0 ghi12x4"s;
+  raw.count = 3;
+  const auto table = opened(raw);
+  EXPECT_TRUE(valueOf(*table, 0, "N").isNull());
+  EXPECT_EQ(valueOf(*table, 1, "N"), Value(1));
+  EXPECT_TRUE(valueOf(*table, 2, "N").isNull());
+}
+
+TEST_F(DamagedTables, AFieldOfNoWidthIsNull) {
+  const auto table = opened({.fields = {{"A", 'N', 0}, {"L", 'L', 0}, {"B", 'C', 2}}, .rows = " xy", .count = 1});
+  EXPECT_TRUE(valueOf(*table, 0, "A").isNull());
+  EXPECT_TRUE(valueOf(*table, 0, "L").isNull());
+  EXPECT_EQ(valueOf(*table, 0, "B"), Value("xy"));
+}
+
+TEST_F(DamagedTables, ANameEndsAtItsNulWhateverStandsBehind) {
+  const auto table = opened({.fields = {{"A\0garbage"s, 'C', 3}}, .rows = " abc", .count = 1});
+  EXPECT_EQ(table->fields()[0].name, "A");
+  EXPECT_EQ(table->fieldIndex("a"), 0);
+}
+
+TEST_F(DamagedTables, ATableWithoutFieldsHasNone) {
+  const auto table = opened(RawTable{});
+  EXPECT_TRUE(table->fields().empty());
+  EXPECT_EQ(table->recordCount(), 0U);
+}
+
+TEST_F(DamagedTables, AMemoPointerIntoNowhereIsNullWithItsReason) {
+  suite.folder().write("T.DBT", std::string(512, '\0') + "text\x1A");
+  const auto table =
+      opened({.version = 0x83, .fields = {{"M", 'M', 10}}, .rows = "    9999999 xxxxxxxxxx          1", .count = 3});
+  EXPECT_TRUE(valueOf(*table, 0, "M").isNull());
+  EXPECT_NE(suite.log().find("9999999"), std::string::npos);
+  EXPECT_TRUE(valueOf(*table, 1, "M").isNull());
+  EXPECT_EQ(valueOf(*table, 2, "M"), Value("text"));
+}
+
+TEST_F(DamagedTables, AFileThatShrinksWhileItIsOpenHasFewerRows) {
+  const auto table = opened(good);
+  EXPECT_EQ(table->recordCount(), 2U);
+  suite.folder().write("T.DBF", good.bytes().substr(0, 97 + 8));
+  EXPECT_TRUE(recordOf(*table, 1).empty());
+  EXPECT_EQ(table->recordCount(), 1U);
+}
+
+}  // namespace
+}  // namespace vantrelix

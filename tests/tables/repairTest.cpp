@@ -1,0 +1,230 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/FaultPlatform.h"
+#include "tables/dictionaryTables.h"
+#include "tables/structure.h"
+
+namespace vantrelix {
+namespace {
+
+using platform::FaultPlatform;
+using test::column;
+using test::DictionarySuite;
+using test::filesThatBegin;
+using test::oldMaster;
+using test::StoppedClock;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+constexpr const char* kAms = "AMSPDBASE";
+constexpr const char* kTable = "AMSTEST1.DBF";
+
+int repair(const std::string& path) { return RSTblValidRS(FieldsFromDataSum(kAms), path, true, true, kAms); }
+
+TEST(Repair, TheRowsAreKeptAndTheNewFieldsAreBlank) {
+  DictionarySuite suite;
+  const std::string path = oldMaster(suite.folder());
+  ASSERT_TRUE(RSTblValid(FieldsFromDataSum(kAms), path, true, false, kAms));
+  EXPECT_THAT(column(path, "ATYPE_ID"), ElementsAre("TEST10000001", "TEST10000003"));
+  EXPECT_THAT(column(path, "ANTENNA"), ElementsAre("First", "Second"));
+  EXPECT_THAT(column(path, "GAIN"), ElementsAre("10.25", "(null)"));
+  EXPECT_THAT(column(path, "GAIN_UN"), ElementsAre("(null)", "dBi"));
+  EXPECT_THAT(column(path, "POWER"), ElementsAre("(null)", "(null)"));
+  EXPECT_THAT(column(path, "POWER_UN"), ElementsAre("(null)", "(null)"));
+}
+
+TEST(Repair, TheOldFileIsKeptByteForByteUnderItsDatedName) {
+  DictionarySuite suite;
+  const std::string path = oldMaster(suite.folder());
+  const std::string before = suite.folder().read(kTable);
+  ASSERT_EQ(repair(path), tableCode::fine);
+  const std::vector<std::string> files = filesThatBegin(suite.folder(), "AMS");
+  ASSERT_EQ(files.size(), 2u);
+  EXPECT_EQ(files[1].rfind("AMSTEST1_20", 0), 0u) << files[1];
+  EXPECT_EQ(files[1].size(), std::string("AMSTEST1_202611211648.DBF").size());
+  EXPECT_EQ(suite.folder().read(files[1]), before);
+  EXPECT_EQ(filesThatBegin(suite.folder(), "").size(), 3u);
+}
+
+TEST(Repair, TheNamesComeFromTheClock) {
+  DictionarySuite suite;
+  StoppedClock clock(platform::current());
+  platform::Substitute substitute(clock);
+  const std::string path = oldMaster(suite.folder());
+  ASSERT_EQ(repair(path), tableCode::fine);
+  EXPECT_TRUE(suite.folder().exists("AMSTEST1_202611211648.DBF"));
+  EXPECT_TRUE(clock.hasRenamed("48111626.DBF"));
+}
+
+TEST(Repair, TwoRepairsInOneSecondKeepBothOldFiles) {
+  DictionarySuite suite;
+  StoppedClock clock(platform::current());
+  platform::Substitute substitute(clock);
+  const std::string first = suite.folder().read(oldMaster(suite.folder()).substr(suite.path().size() + 1));
+  ASSERT_EQ(repair(suite.file(kTable)), tableCode::fine);
+  DbfFile::create(suite.file(kTable), {{"ATYPE_ID", 'C', 12, 0}});
+  const std::string second = suite.folder().read(kTable);
+  ASSERT_EQ(repair(suite.file(kTable)), tableCode::fine);
+  EXPECT_EQ(suite.folder().read("AMSTEST1_202611211648.DBF"), first);
+  EXPECT_EQ(suite.folder().read("AMSTEST1_202611211649.DBF"), second);
+}
+
+TEST(Repair, ATakenTemporaryNameIsLeftToItsOwner) {
+  DictionarySuite suite;
+  StoppedClock clock(platform::current());
+  platform::Substitute substitute(clock);
+  suite.folder().write("48111626.DBF", "another's");
+  ASSERT_EQ(repair(oldMaster(suite.folder())), tableCode::fine);
+  EXPECT_EQ(suite.folder().read("48111626.DBF"), "another's");
+  EXPECT_FALSE(suite.folder().exists("49111626.DBF"));
+}
+
+TEST(Repair, NumbersKeepTheEnginesOwnWidths) {
+  DictionarySuite suite;
+  const std::string path = oldMaster(suite.folder());
+  ASSERT_EQ(repair(path), tableCode::fine);
+  const auto table = DbfFile::open(path, true);
+  EXPECT_EQ(table->fields().at(2).width, engineField("GAIN", FieldType::doubleNumber, 12).width);
+  EXPECT_EQ(table->fieldIndex("NOTE"), -1);
+}
+
+TEST(Repair, ATableThatAnotherHasOpenIsNotTouched) {
+  DictionarySuite suite;
+  const std::string path = oldMaster(suite.folder());
+  const std::string before = suite.folder().read(kTable);
+  const auto reader = DbfFile::open(path, true);
+  EXPECT_EQ(repair(path), tableCode::inUse);
+  EXPECT_FALSE(RSTblValid(FieldsFromDataSum(kAms), path, true, true, kAms));
+  EXPECT_EQ(suite.folder().read(kTable), before);
+  EXPECT_THAT(filesThatBegin(suite.folder(), "AMS"), ElementsAre(kTable));
+}
+
+TEST(Repair, AReadOnlyCheckDoesNotRepair) {
+  DictionarySuite suite;
+  const std::string path = oldMaster(suite.folder());
+  EXPECT_EQ(RSTblValidRS(FieldsFromDataSum(kAms), path, true, true, kAms, RecordsetType::dynaset, 0, false, true),
+            tableCode::unknown);
+  EXPECT_THAT(suite.log(), HasSubstr("Error 3027: "));
+  EXPECT_THAT(filesThatBegin(suite.folder(), "AMS"), ElementsAre(kTable));
+}
+
+TEST(Repair, ATextThatDoesNotFitItsNewFieldIsNotCut) {
+  DictionarySuite suite;
+  const std::string path = suite.file("AHDTEST1.DBF");
+  DbfFile::create(path, {{"ATYPE_ID", 'C', 20, 0}});
+  test::addRow(path, {{"ATYPE_ID", "fits"}});
+  test::addRow(path, {{"ATYPE_ID", "longer than twelve"}});
+  const std::string before = suite.folder().read("AHDTEST1.DBF");
+  EXPECT_EQ(RSTblValidRS(FieldsFromDataSum("AHDTADBASE"), path, true, true, ""), tableCode::unknown);
+  EXPECT_EQ(suite.folder().read("AHDTEST1.DBF"), before);
+  EXPECT_THAT(suite.log(), HasSubstr("Error 3163: "));
+  EXPECT_THAT(suite.log(), HasSubstr("SQL: Insert Into ["));
+  EXPECT_THAT(suite.log(), HasSubstr("] Select ATYPE_ID From [AHDTEST1]"));
+}
+
+TEST(Repair, TextBecomesANumberWhereTheDictionaryNowHasOne) {
+  DictionarySuite suite;
+  const std::string path = suite.file("AHDTEST1.DBF");
+  DbfFile::create(path, {{"ATYPE_ID", 'N', 5, 0}, {"HOR_AZ", 'C', 10, 0}});
+  test::addRow(path, {{"ATYPE_ID", 17}, {"HOR_AZ", " 12.5"}});
+  ASSERT_EQ(RSTblValidRS(FieldsFromDataSum("AHDTADBASE"), path, true, true, ""), tableCode::fine);
+  EXPECT_THAT(column(path, "ATYPE_ID"), ElementsAre("17"));
+  EXPECT_THAT(column(path, "HOR_AZ"), ElementsAre("12.5"));
+}
+
+TEST(Repair, ATableWithMemosIsRefusedAndLeftWhole) {
+  DictionarySuite suite;
+  const std::string path = suite.file(kTable);
+  DbfFile::create(path, {{"ATYPE_ID", 'C', 12, 0}, {"NOTES", 'M', 10, 0}});
+  const std::string before = suite.folder().read(kTable);
+  EXPECT_EQ(repair(path), tableCode::unknown);
+  EXPECT_EQ(suite.folder().read(kTable), before);
+  EXPECT_THAT(suite.log(), HasSubstr("holds memos"));
+}
+
+TEST(Repair, BehindALinkTheTableItselfIsMended) {
+  DictionarySuite suite;
+  std::filesystem::create_directory(suite.folder().machine("REAL"));
+  oldMaster(suite.folder(), "REAL/AMSTEST1.DBF");
+  std::filesystem::create_symlink(suite.folder().machine("REAL/AMSTEST1.DBF"), suite.folder().machine(kTable));
+  ASSERT_EQ(repair(suite.file(kTable)), tableCode::fine);
+  EXPECT_TRUE(std::filesystem::is_symlink(suite.folder().machine(kTable)));
+  EXPECT_THAT(column(suite.file("REAL/AMSTEST1.DBF"), "POWER").size(), 2u);
+}
+
+TEST(Repair, ThousandsOfRowsComeAcrossInTheirOrder) {
+  DictionarySuite suite;
+  const std::string path = suite.file("AHDTEST1.DBF");
+  DbfFile::create(path, {{"ATYPE_ID", 'C', 12, 0}, {"HOR_AZ", 'N', 8, 2}});
+  auto table = DbfFile::open(path);
+  std::vector<unsigned char> records;
+  const int rows = 50000;
+  for (int i = 0; i < rows; ++i) {
+    std::vector<unsigned char> record = table->blankRecord();
+    table->put(record.data(), 1, i);
+    records.insert(records.end(), record.begin(), record.end());
+  }
+  table->append(records.data(), rows);
+  table.reset();
+  ASSERT_EQ(RSTblValidRS(FieldsFromDataSum("AHDTADBASE"), path, true, true, ""), tableCode::fine);
+  const std::vector<std::string> numbers = column(path, "HOR_AZ");
+  ASSERT_EQ(numbers.size(), static_cast<std::size_t>(rows));
+  for (int i = 0; i < rows; ++i) ASSERT_EQ(numbers[static_cast<std::size_t>(i)], std::to_string(i));
+}
+
+// What must hold of the table after a repair that was stopped anywhere: it opens, and both rows are in it.
+void expectCompleteTable(const DictionarySuite& suite, const std::string& where) {
+  SCOPED_TRACE(where);
+  EXPECT_THAT(column(suite.file(kTable), "ANTENNA"), ElementsAre("First", "Second"));
+  EXPECT_THAT(column(suite.file(kTable), "GAIN"), ElementsAre("10.25", "(null)"));
+}
+
+enum class Stop { failure, fullDisk, crash, tornCrash };
+
+void stopAt(FaultPlatform& faults, Stop how, int call) {
+  if (how == Stop::failure) faults.failAt(call, failure::deviceIO);
+  if (how == Stop::fullDisk) faults.fillDiskAt(call);
+  if (how == Stop::crash || how == Stop::tornCrash) faults.crashAt(call, how == Stop::tornCrash);
+}
+
+// Runs one repair that is stopped at that changing call; gives the calls it came to.
+int stoppedRepair(Stop how, int call) {
+  DictionarySuite suite;
+  const std::string path = oldMaster(suite.folder());
+  const std::string before = suite.folder().read(kTable);
+  FaultPlatform faults(platform::current());
+  {
+    platform::Substitute substitute(faults);
+    stopAt(faults, how, call);
+    try {
+      repair(path);
+    } catch (const RunTimeFailure&) {
+      // The log itself could not be written.
+    }
+  }
+  expectCompleteTable(suite, "call " + std::to_string(call) + " of " + std::to_string(faults.calls()));
+  const bool replaced = suite.folder().read(kTable) != before;
+  if (replaced) {
+    const std::vector<std::string> kept = filesThatBegin(suite.folder(), "AMSTEST1_2");
+    EXPECT_FALSE(kept.empty());
+    EXPECT_EQ(kept.empty() ? "" : suite.folder().read(kept.front()), before);
+  }
+  EXPECT_EQ(repair(path), tableCode::fine);
+  expectCompleteTable(suite, "repaired again after call " + std::to_string(call));
+  return faults.calls();
+}
+
+class StoppedRepair : public ::testing::TestWithParam<Stop> {};
+
+TEST_P(StoppedRepair, LeavesACompleteTableAtThePathAtEveryChangingCall) {
+  const int calls = stoppedRepair(GetParam(), 1 << 20);
+  ASSERT_GT(calls, 10);
+  for (int call = 1; call <= calls; ++call) stoppedRepair(GetParam(), call);
+}
+
+INSTANTIATE_TEST_SUITE_P(InEveryWay, StoppedRepair,
+                         ::testing::Values(Stop::failure, Stop::fullDisk, Stop::crash, Stop::tornCrash));
+
+}  // namespace
+}  // namespace vantrelix

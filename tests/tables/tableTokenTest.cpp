@@ -1,0 +1,69 @@
+#include <filesystem>
+#include <gtest/gtest.h>
+
+#include "support/TempFolder.h"
+#include "tables/Database.h"
+#include "tables/cursorTables.h"
+
+namespace vantrelix {
+namespace {
+
+using test::TempFolder;
+
+// Where the system has short names, a token is the base name of one.
+std::string tokenOf(const std::string& path, const std::string& longName) {
+  return platform::current().shortName(path) ? TableToken(path) : "[" + longName + "]";
+}
+
+TEST(TableToken, IsTheBaseNameInBrackets) {
+  const TempFolder folder;
+  EXPECT_EQ(TableToken(folder.file("AMSX.DBF")), "[AMSX]");
+  EXPECT_EQ(TableTokenFromParts(folder.path(), "AMSX", "DBF"), "[AMSX]");
+  EXPECT_EQ(TableTokenFromParts(folder.path() + "\\", "AMSX", ".DBF"), "[AMSX]");
+}
+
+TEST(TableToken, OnAPathThatDoesNotExistLeavesNoFileBehind) {
+  const TempFolder folder;
+  TableToken(folder.file("AMSX.DBF"));
+  TableTokenFromParts(folder.path(), "AMSY", "DBF");
+  EXPECT_FALSE(folder.exists("AMSX.DBF"));
+  EXPECT_TRUE(std::filesystem::is_empty(folder.machine()));
+}
+
+TEST(TableToken, LeavesAnExistingFileAsItIs) {
+  const TempFolder folder;
+  folder.write("AMSX.DBF", "content");
+  folder.write("amsy.dbf", "");
+  TableToken(folder.file("AMSX.DBF"));
+  TableToken(folder.file("AMSY.DBF"));
+  EXPECT_EQ(folder.read("AMSX.DBF"), "content");
+  EXPECT_TRUE(folder.exists("amsy.dbf"));
+  EXPECT_FALSE(folder.exists("AMSY.DBF"));
+}
+
+TEST(TableToken, OfAFolderThatIsNotThereIsStillGiven) {
+  const TempFolder folder;
+  EXPECT_EQ(TableToken(folder.file("missing\\AMSX.DBF")), "[AMSX]");
+  EXPECT_FALSE(folder.exists("missing"));
+}
+
+TEST(TableToken, ReachesAFileNameWithBlanks) {
+  const TempFolder folder;
+  const std::string path = folder.file("AMS Long Name.v2.DBF");
+  DbfFile::create(path, {{"ATYPE_ID", 'C', 12, 0}});
+  test::addCells(path, {{"ATYPE_ID", "A1"}});
+  const std::string token = TableToken(path);
+  EXPECT_EQ(token, tokenOf(path, "AMS Long Name.v2"));
+  const RecordsetPtr rows = DBEngine::OpenDatabase(folder.path())->OpenRecordset("Select * from " + token);
+  EXPECT_EQ(trim(rows->value("ATYPE_ID").text()), "A1");
+}
+
+TEST(GetShortName, GivesThePathWhereThereIsNoShortOne) {
+  const TempFolder folder;
+  const std::string path = folder.file("A name that is long.DBF");
+  EXPECT_EQ(getShortName(path), platform::current().shortName(path).value_or(path));
+  EXPECT_FALSE(getShortName(path).empty());
+}
+
+}  // namespace
+}  // namespace vantrelix

@@ -1,11 +1,12 @@
 // The antenna lookup control: one antenna of a facility, picked from a library or typed.
 //
-// Every value lives in its widget and nowhere else: to read a value is to read the widget. The control never validates on
-// behalf of the host; what is typed is kept as typed. Text getters give the widget's text without outer blanks.
+// Every value lives in its widget and nowhere else: to read a value is to read the widget. The control never validates
+// on behalf of the host; what is typed is kept as typed. Text getters give the widget's text without outer blanks.
 #pragma once
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,8 @@
 #include "ui/widgets.h"
 
 namespace vantrelix {
+
+struct ShownCut;
 
 class scLookAnt : public UserControl {
  public:
@@ -87,8 +90,8 @@ class scLookAnt : public UserControl {
   Signal<> ChangeMounting;
   Signal<> ChangeSize;
 
-  // What cmdLook runs: lets the user choose an antenna, given what is chosen now; gives false where nothing is to change.
-  // While there is none, cmdLook is not shown.
+  // What cmdLook runs: lets the user choose an antenna, given what is chosen now; gives false where nothing is to
+  // change. While there is none, cmdLook is not shown.
   struct LibraryChoice {
     double frequency = 0;  // MHz
     std::string file;
@@ -107,12 +110,58 @@ class scLookAnt : public UserControl {
   Label lblPreview{"lblPreview"};
   PictureBox picHor{"picHor"}, picVer{"picVer"};
   LineShape Line1{"Line1"}, Line2{"Line2"};
+  // The captions beside them.
+  Label lblDesc{"lblDesc"}, lblGain{"lblGain"}, lblMounting{"lblMounting"}, lblOrient{"lblOrient"};
+  Label lblETilt{"lblETilt"}, lblMTilt{"lblMTilt"}, lblMAzim{"lblMAzim"}, lblPol{"lblPol"};
+  Label lblAzim{"lblAzim"}, lblElev{"lblElev"};
+  MenuItem mnuPopupLibrary{"mnuPopupLibrary", "Antenna Library Lookup"};
+  MenuItem mnuPopupParabolic{"mnuPopupParabolic", "Compute Parabolic Gain"};
+  Menu mnuPopup{"mnuPopup"};
 
  protected:
   void resize() override;
 
  private:
   friend class scLookAntLoading;
+  using Widgets = std::vector<Widget*>;
+  struct LibraryAntenna;  // what one read of the library gives
+
+  void addWidgets();
+  void setCaptions();
+  void setToolTips();
+  void SetTabOrder();
+  void layOut();
+  void setHeight(int height);
+
+  void listenToKeys();
+  void listenToLeaving();
+  void listenToClicks();
+  void leaveTilt(TextBox& box);
+  void testTilt(TextBox& box);
+  void cmdClear_Click();
+  void cmdLook_Click();
+  void openMounting();
+
+  void InitGainUnit();
+  void selectUnit(const std::string& unit);
+  void cboUnit_Change();
+  void convertGain();
+
+  Widgets mountingWidgets();  // orientation, tilts, inversion, polarisation
+  Widgets antennaWidgets();   // description, gain, unit: the library's while bLookupOnly is set
+  void paintAll(Color colour);
+
+  void clearPreviews();
+  void readAntPat();
+  LibraryAntenna readLibrary();
+  void blankPlaceholders();
+  void takeLibraryValues(const LibraryAntenna& antenna);
+  void showPatterns(const LibraryAntenna& antenna);
+  void SeeAntPreview(double gain, const std::string& gainUnit, const ShownCut& azimuth, const ShownCut& elevation);
+
+  // Raises an event to the host unless values are being loaded.
+  void raise(const Signal<>& event) const;
+
   bool bDirty_ = false;
   bool bLoading_ = false;
   std::string sLastUnit_;
@@ -125,6 +174,8 @@ class scLookAnt : public UserControl {
   bool bPatAz_ = false, bPatEl_ = false;
   bool bAzDrawn_ = false, bElDrawn_ = false;
   LibraryLook libraryLook_;
+  // Dies with the control: tells a procedure that gave way to the event loop whether there still is one.
+  std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);
 };
 
 }  // namespace vantrelix

@@ -1,5 +1,5 @@
-// The numbers under which procedures stand on the stack of errHand.h. A number is fixed for good: support logs hold it, and
-// the name files of an installation give it its name.
+// The numbers under which procedures stand on the stack of errHand.h. A number is fixed for good: support logs hold it,
+// and the name files of an installation give it its name.
 #pragma once
 
 namespace vantrelix::procedure {

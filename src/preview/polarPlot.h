@@ -4,6 +4,7 @@
 // counter-clockwise. The scale is square about the centre, 1.05 times the range on each side.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -17,20 +18,39 @@ enum class Plane { azimuth, elevation };
 inline constexpr double kRadiansPerDegree = 0.0174532925;
 inline constexpr double kDegreesPerRadian = 57.29577957855229;
 
+// A cut as a preview takes it. A cut without points becomes one point (angle 0, value 1), which shows as bare axes.
+struct ShownCut {
+  std::vector<double> angles;
+  std::vector<double> values;
+  double minimum = 0;  // sought from 0 down in the azimuth plane, from 888888 in the elevation plane
+  bool drawn = false;  // whether there were points
+};
+ShownCut shownCut(Plane plane, std::int16_t count, const std::vector<double>& angles,
+                  const std::vector<double>& values);
+
 struct PolarScale {
   double top = 0;    // the value at the outer edge
   double floor = 0;  // the value at the centre
 };
 
-// Top and floor of a plot: 1 and 0 for "REL"; otherwise the gain, and the cut's minimum raised to GainMinPlot of section
-// HDAntenna (default -30).
+// Top and floor of a plot: 1 and 0 for "REL"; otherwise the gain, and the cut's minimum raised to GainMinPlot of
+// section HDAntenna (default -30).
 PolarScale polarScale(double gain, const std::string& gainUnits, double minimum);
 
-// Draws one cut as the lookup control and the editor's thumbnails do: erase; a floor at or above the top becomes 0; axes in
-// blue; the points in order in red; the closing line where first and last direction differ by at most 30 or at least 330
-// degrees. A cut without points leaves the picture blank.
+// The decisions in which the places differ; as they stand, those of the lookup control.
+struct PolarOptions {
+  // What a floor at or above the top does: become 0, or stay, which makes the range 1.
+  bool flatFloorStays = false;
+  // Directions for the closing line by the bare arc tangent (-90 to 90), close when less than 5 degrees apart;
+  // otherwise by quadrant (0 to 360), close when at most 30 or at least 330 apart.
+  bool foldedDirections = false;
+};
+
+// Draws one cut: erase; set the scale; axes in blue; the points in order joined in red; the closing line where first
+// and last direction are close. A cut without points leaves the picture blank. Throws 6 where the numbers leave the
+// range of a double.
 void drawCut(PictureBox& picture, Plane plane, PolarScale scale, const std::vector<double>& angles,
-             const std::vector<double>& values);
+             const std::vector<double>& values, const PolarOptions& options = {});
 
 // A line from the centre to the edge of the picture in the direction of the angle.
 void drawPointer(PictureBox& picture, Plane plane, double angle, Color colour);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <cstring>
 #include <mutex>
 #include <optional>
 #include <set>
@@ -15,6 +14,7 @@
 #include "tables/MemoFile.h"
 #include "tables/dbfHeader.h"
 #include "tables/dbfLocks.h"
+#include "tables/dbfOpening.h"
 #include "tables/fieldCodec.h"
 #include "tables/partnerFile.h"
 
@@ -24,16 +24,12 @@ namespace {
 
 using platform::File;
 using platform::LockKind;
-using platform::OpenMode;
 
-constexpr std::size_t kFirstRead = 4096;
-constexpr std::size_t kLongestHeader = 65535 + 32;
-constexpr std::size_t kScanBytes = 256 * 1024;
+constexpr std::size_t kScanBytes = std::size_t{256} * 1024;
 // Every program of the family counts file offsets in 31 bits.
 constexpr std::uint64_t kLargestFile = 0x7FFFFFFF;
 constexpr std::uint64_t kDatePlace = 1;
 constexpr std::uint64_t kCountPlace = 4;
-constexpr int kUtf8Page = 65001;
 
 std::atomic<int> lockWaitMilliseconds{2000};
 
@@ -49,70 +45,6 @@ void logOnce(const std::string& key, const std::string& text) {
     wrtTechSupNoMak(text);
   } catch (const RunTimeFailure&) {
   }
-}
-
-[[noreturn]] void cannotOpen(const std::string& path, const RunTimeFailure& cause) {
-  const bool missing = cause.number() == failure::fileNotFound || cause.number() == failure::pathNotFound;
-  if (missing) {
-    throw RunTimeFailure(failure::noSuchTable,
-                         "The table " + displayPath(path) + " does not exist. Check its name and its folder.");
-  }
-  throw RunTimeFailure(failure::cannotOpen,
-                       "The table " + displayPath(path) + " cannot be opened. " + cause.description());
-}
-
-// Holders of a lasting exclusive lock need a file that can be written, as the operating system has it.
-std::unique_ptr<File> openFile(const std::string& path, Sharing sharing, bool& readOnly) {
-  const bool wantsWrite = !readOnly || sharing != Sharing::shared;
-  try {
-    if (!wantsWrite) return platform::current().open(path, OpenMode::read);
-    try {
-      return platform::current().open(path, OpenMode::readWrite);
-    } catch (const RunTimeFailure& cause) {
-      if (cause.number() != failure::permissionDenied || sharing != Sharing::shared) throw;
-      readOnly = true;
-      return platform::current().open(path, OpenMode::read);
-    }
-  } catch (const RunTimeFailure& cause) {
-    cannotOpen(path, cause);
-  }
-}
-
-dbf::Header readHeader(File& file, const std::string& displayName) {
-  std::string bytes(kFirstRead, '\0');
-  bytes.resize(file.readAt(0, bytes.data(), bytes.size()));
-  const auto* at = reinterpret_cast<const unsigned char*>(bytes.data());
-  if (bytes.size() == kFirstRead && dbf::littleEndian(at + 8, 2) + dbf::kDescriptor > kFirstRead) {
-    bytes.resize(kLongestHeader);
-    bytes.resize(file.readAt(0, bytes.data(), bytes.size()));
-  }
-  return dbf::parseHeader(bytes, file.size(), displayName);
-}
-
-// Field names outside ASCII that are valid UTF-8 come from a program that writes UTF-8 and leaves the mark at 0.
-bool namesAreUtf8(const std::vector<DbfField>& fields) {
-  const auto outsideAscii = [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; };
-  bool found = false;
-  for (const DbfField& field : fields) {
-    if (!isValidUtf8(field.name)) return false;
-    found = found || std::any_of(field.name.begin(), field.name.end(), outsideAscii);
-  }
-  return found;
-}
-
-int codePageOf(const dbf::Header& header, const std::string& path) {
-  const int marked = dbf::codePageOfMark(header.languageMark);
-  if (marked != 0) return marked;
-  const std::string named = partnerFile(path, "CPG");
-  if (!named.empty()) {
-    try {
-      const int page = dbf::codePageOfName(platform::readWholeFile(named, 4096));
-      if (page != 0) return page;
-    } catch (const RunTimeFailure&) {
-      // A partner that cannot be read names no code page.
-    }
-  }
-  return namesAreUtf8(header.fields) ? kUtf8Page : 1252;
 }
 
 std::array<unsigned char, 3> dateBytes() {
@@ -136,6 +68,11 @@ struct DbfFile::Implementation {
     return header.headerLength + std::uint64_t{number} * header.recordLength;
   }
 
+  const DbfField& field(std::size_t index) const {
+    if (index < header.fields.size()) return header.fields[index];
+    throw RunTimeFailure(failure::noSuchField, "The table " + context.displayName + " has no such field.");
+  }
+
   [[noreturn]] void refuse(const std::string& reason) const {
     throw RunTimeFailure(failure::readOnlyTable,
                          "The table " + context.displayName + " cannot be changed: " + reason + ".");
@@ -157,7 +94,8 @@ void DbfFile::Implementation::checkWritable(bool readOnly, bool adding) const {
   if (header.structuralIndex) {
     refuse("it has a structural index that would no longer fit it; change it with the program that made it");
   }
-  if (header.recordLengthMended) refuse("its header names a wrong record length; make a copy and change that");
+  if (header.recordLengthMended)
+    refuse("its header names a wrong record length; mend it with the program that made it");
   if (adding && header.autoIncrement) refuse("it counts its rows in a field by itself, which is not done here");
 }
 
@@ -169,11 +107,14 @@ void DbfFile::Implementation::lockWriting(std::optional<dbf::HeldLock>& lock) co
 // Leaves the file as it was before a write that failed.
 void DbfFile::Implementation::takeBack(std::uint64_t offset, std::uint64_t formerSize) noexcept {
   if (formerSize > offset + 1) return;
+  // The count promises only what was there before; what cannot be taken back lies behind it and harms nobody.
   try {
-    if (formerSize == offset + 1) file->writeAt(offset, &dbf::kFileEnd, 1);
     file->truncate(formerSize);
   } catch (...) {
-    // The count still promises only what was there before; what is left lies behind it.
+  }
+  try {
+    if (formerSize == offset + 1) file->writeAt(offset, &dbf::kFileEnd, 1);
+  } catch (...) {
   }
 }
 
@@ -249,9 +190,9 @@ std::shared_ptr<DbfFile> DbfFile::open(const std::string& path, bool readOnly, S
   table->readOnly_ = readOnly;
   inside.context.displayName = displayPath(table->path_);
   inside.sharing = sharing;
-  inside.file = openFile(table->path_, sharing, table->readOnly_);
+  inside.file = dbf::openFile(table->path_, sharing, table->readOnly_);
   dbf::lockForSharing(*inside.file, sharing, inside.context.displayName);
-  inside.header = readHeader(*inside.file, inside.context.displayName);
+  inside.header = dbf::readHeader(*inside.file, inside.context.displayName);
   table->takeHeader();
   return table;
 }
@@ -259,7 +200,7 @@ std::shared_ptr<DbfFile> DbfFile::open(const std::string& path, bool readOnly, S
 void DbfFile::takeHeader() {
   Implementation& inside = *implementation_;
   const dbf::Header& header = inside.header;
-  inside.context.text = dbf::TextCodec(codePageOf(header, path_));
+  inside.context.text = dbf::TextCodec(dbf::codePageOf(header, path_));
   inside.context.visual = dbf::isVisual(header.version);
   fields_ = header.fields;
   if (header.nullFlags >= 0)
@@ -314,7 +255,7 @@ void DbfFile::scan(const std::function<bool(std::uint32_t, const unsigned char*)
 
 Value DbfFile::value(const unsigned char* record, std::size_t field) {
   Implementation& inside = *implementation_;
-  const DbfField& stored = inside.header.fields.at(field);
+  const DbfField& stored = inside.field(field);
   if (dbf::isMemo(stored, inside.context)) return inside.memoText(record, stored, path_);
   const char* reason = nullptr;
   Value result = dbf::decodeField(record, stored, inside.context, reason);
@@ -323,11 +264,11 @@ Value DbfFile::value(const unsigned char* record, std::size_t field) {
 }
 
 void DbfFile::put(unsigned char* record, std::size_t field, const Value& value) const {
-  dbf::encodeField(record, implementation_->header.fields.at(field), implementation_->context, value);
+  dbf::encodeField(record, implementation_->field(field), implementation_->context, value);
 }
 
 std::string DbfFile::cut(std::string_view text, std::size_t field) const {
-  return implementation_->context.text.cut(text, static_cast<std::size_t>(fields_.at(field).width));
+  return implementation_->context.text.cut(text, static_cast<std::size_t>(implementation_->field(field).width));
 }
 
 std::vector<unsigned char> DbfFile::blankRecord() const {

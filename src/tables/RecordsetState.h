@@ -40,10 +40,10 @@ struct Recordset::Implementation {
   // Columns and values.
   const SqlColumn& column(std::size_t number) const { return query->columns()[number]; }
   std::size_t columnNumber(std::string_view name) const;
-  Value value(std::size_t column);
+  Value value(std::size_t number);
 
   // Changes.
-  void put(std::size_t column, const Value& value);
+  void put(std::size_t number, const Value& given);
   void beginAdd();
   void beginEdit();
   void update();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
 
 #include "foundation/text.h"
 #include "tables/SqlCompare.h"
@@ -31,6 +32,7 @@ class Lexer {
     do {
       while (at_ < text_.size() && isBlank(text_[at_])) ++at_;
       tokens.push_back(next());
+      if (tokens.back().kind == SqlTokenKind::wrong) at_ = text_.size();
     } while (tokens.back().kind != SqlTokenKind::end);
     return tokens;
   }
@@ -54,7 +56,7 @@ class Lexer {
     return {kind, start_, std::move(text), std::move(value)};
   }
 
-  [[noreturn]] void fail(std::string_view what) const { throw sqlSyntaxFailure(text_, start_, what); }
+  SqlToken wrong(std::string_view why) const { return make(SqlTokenKind::wrong, std::string(why)); }
 
   SqlToken word() {
     while (at_ < text_.size() && isNamePart(text_[at_])) ++at_;
@@ -64,10 +66,10 @@ class Lexer {
   SqlToken number() {
     double value = 0;
     const auto [end, error] = std::from_chars(text_.data() + at_, text_.data() + text_.size(), value);
-    if (error != std::errc()) fail("this number is out of range.");
+    if (error != std::errc()) return wrong("this number is out of range.");
     at_ = static_cast<std::size_t>(end - text_.data());
     if (at_ < text_.size() && isNamePart(text_[at_])) {
-      fail("a number ends in letters. Put a name that begins with a digit between [ and ].");
+      return wrong("a number ends in letters. Put a name that begins with a digit between [ and ].");
     }
     return make(SqlTokenKind::number, "", value);
   }
@@ -82,26 +84,29 @@ class Lexer {
       }
       content += text_[at_];
     }
-    if (at_ == text_.size()) fail("the closing quote of this text is missing.");
+    if (at_ == text_.size()) return wrong("the closing quote of this text is missing.");
     ++at_;
     return make(SqlTokenKind::text, std::move(content));
   }
 
   SqlToken bracketed() {
-    const std::string name = trim(between(']', "the closing ] of this name is missing."));
-    if (name.empty()) fail("there is no name between [ and ].");
-    return make(SqlTokenKind::bracketed, name);
+    const auto content = between(']');
+    if (!content) return wrong("the closing ] of this name is missing.");
+    const std::string name = trim(*content);
+    return name.empty() ? wrong("there is no name between [ and ].") : make(SqlTokenKind::bracketed, name);
   }
 
   SqlToken date() {
-    const auto value = sqlDate(between('#', "the closing # of this date is missing."));
-    if (!value) fail("this is no date. Write it as #11/21/2026# or #2026-11-21#.");
+    const auto content = between('#');
+    if (!content) return wrong("the closing # of this date is missing.");
+    const auto value = sqlDate(*content);
+    if (!value) return wrong("this is no date. Write it as #11/21/2026# or #2026-11-21#.");
     return make(SqlTokenKind::date, "", *value);
   }
 
-  std::string_view between(char closing, std::string_view missing) {
+  std::optional<std::string_view> between(char closing) {
     const std::size_t end = text_.find(closing, at_ + 1);
-    if (end == std::string_view::npos) fail(missing);
+    if (end == std::string_view::npos) return std::nullopt;
     const std::string_view content = text_.substr(at_ + 1, end - at_ - 1);
     at_ = end + 1;
     return content;
@@ -111,7 +116,7 @@ class Lexer {
     const std::string_view two = text_.substr(at_, 2);
     const bool isTwo = two == "<=" || two == ">=" || two == "<>";
     if (!isTwo && std::string_view("(),*+-/&=<>;").find(here()) == std::string_view::npos) {
-      fail("this character has no meaning in a query.");
+      return wrong("this character has no meaning in a query.");
     }
     at_ += isTwo ? 2 : 1;
     return make(SqlTokenKind::symbol, std::string(text_.substr(start_, at_ - start_)));

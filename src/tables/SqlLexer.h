@@ -17,6 +17,7 @@ enum class SqlTokenKind {
   number,
   date,
   symbol,
+  wrong,  // no word at all; the text says why
   end,
 };
 
@@ -28,9 +29,9 @@ struct SqlToken {
 };
 
 // The longest query text taken.
-inline constexpr std::size_t kLongestQuery = 64 * 1024;
+inline constexpr std::size_t kLongestQuery = 65536;
 
-// The words in order, `end` last. 3061 for a text that holds what is none.
+// The words in order, `end` last; behind a wrong one nothing is read. 3061 for a text that is too long.
 std::vector<SqlToken> sqlTokens(std::string_view text);
 
 // The failure 3061 for a place in a query: names the place, what stands there and what is wrong.

@@ -235,6 +235,7 @@ std::vector<Value> SqlQuery::aggregates() const {
     for (Accumulator& accumulator : accumulators) accumulator.add(row);
   });
   std::vector<Value> values;
+  values.reserve(accumulators.size());
   for (const Accumulator& accumulator : accumulators) values.push_back(accumulator.result());
   return values;
 }

@@ -40,7 +40,7 @@ const WidthRule& ruleOf(const DbfNewField& field, const std::string& path) {
 }
 
 std::string storedName(const DbfNewField& field, const std::string& path) {
-  const std::string name = CodePage::windows1252().encode(upperCase(trim(field.name)));
+  std::string name = CodePage::windows1252().encode(upperCase(trim(field.name)));
   if (name.empty()) refuse(failure::internalError, path, "a field has no name");
   if (name.size() > kLongestName) {
     refuse(failure::internalError, path, "the field name " + field.name + " has more than 10 characters");

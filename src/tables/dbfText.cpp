@@ -8,8 +8,6 @@ namespace vantrelix::dbf {
 
 namespace {
 
-constexpr int kUtf8 = 65001;
-
 struct Mark {
   unsigned char mark;
   short page;

@@ -11,6 +11,8 @@
 
 namespace vantrelix::dbf {
 
+inline constexpr int kUtf8 = 65001;
+
 // The code page that a language mark (header byte 29) stands for; 0 where it stands for none.
 int codePageOfMark(unsigned char mark);
 

@@ -7,8 +7,8 @@
 
 namespace vantrelix {
 
-// The rows of a table type in order, on the first; nothing when there are none. The type takes its place in the filter as
-// it stands, so that a chain "A') Or ([Table_type] = 'B" works.
+// The rows of a table type in order, on the first; nothing when there are none. The type takes its place in the filter
+// as it stands, so that a chain "A') Or ([Table_type] = 'B" works. Failures of folder and table are thrown.
 RecordsetPtr RSDataSm(const std::string& tableType);
 // The field list of a type; empty, with a log record, on failure or where the type has no rows.
 FieldList FieldsFromDataSum(const std::string& tableType);

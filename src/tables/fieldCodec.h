@@ -13,7 +13,7 @@ namespace vantrelix::dbf {
 
 // What the fields of a table need to know of it.
 struct FieldContext {
-  std::string displayName = "";
+  std::string displayName;
   TextCodec text = TextCodec();
   bool visual = false;       // of the family that keeps numbers in binary
   int nullFlagsOffset = -1;  // of the null-flags field in the record

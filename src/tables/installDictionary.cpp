@@ -15,7 +15,6 @@ extern const std::string_view dictionaryText;
 namespace {
 
 constexpr const char* kFileName = "QVDATASM.DBF";
-constexpr const char* kUnfinishedName = "QVDATASM.NEW";
 
 const std::vector<DbfNewField>& columns() {
   static const std::vector<DbfNewField> all{
@@ -59,11 +58,15 @@ std::string installDictionary() {
   const std::string path = system.findIgnoringCase(setPathName(folder, kFileName));
   if (getFileExistLEN(path)) return path;
   // A dictionary of half its rows would be kept for good, so the whole one comes to its name at once.
-  const std::string unfinished = setPathName(folder, kUnfinishedName);
-  DbfFile::create(unfinished, columns());
-  writeRows(*DbfFile::open(unfinished));
-  syncFile(unfinished);
-  system.rename(unfinished, path);
+  const std::string made = reserveStampedTable(folder, "YYHHMMSS");
+  try {
+    DbfFile::create(made, columns());
+    writeRows(*DbfFile::open(made));
+  } catch (...) {
+    removeQuietly(made);
+    throw;
+  }
+  settleNewTable(made, path);
   system.syncFolder(folder);
   return path;
 }

@@ -86,12 +86,8 @@ bool repairTable(const FieldList& fields, const std::string& tablePath, TableTra
   refuseMemos(*old, fields);
   SetFlag(3100);
   const std::string folder = ExtractFolderNoSlash(path);
-  const std::string temporary = reserveStampedTable(folder, "SSMMHHYY");
-  trace.tempTable = displayPath(temporary);
-  if (!NewTable(fields, temporary)) {
-    removeQuietly(temporary);
-    return false;
-  }
+  const std::string temporary = makeStampedTable(fields, folder, "SSMMHHYY");
+  if (temporary.empty()) return false;
   fillTemporary(fields, old, temporary, trace);
   SetFlag(4500);
   trace.newName = keepDatedCopy(path);

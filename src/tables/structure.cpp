@@ -37,29 +37,19 @@ std::string nameOfToken(const std::string& token) { return trim(token.substr(1, 
 // Makes the missing table, complete, under a name of its own first: another program finds it at its path with its final
 // header or not at all, and a table that another made meanwhile is not replaced.
 int createMissing(const Check& check) {
-  const std::string made = reserveStampedTable(ExtractFolderNoSlash(check.path), "YYHHMMSS");
-  int code = tableCode::fine;
-  if (!NewTable(check.fields, made)) {
+  const std::string made = makeStampedTable(check.fields, ExtractFolderNoSlash(check.path), "YYHHMMSS");
+  if (made.empty()) {
     SetFlag(1400);
-    code = tableCode::creationError;
-  } else if (getLenTrim(check.tableType) == 0) {
-    SetFlag(1300);
-  } else {
-    SetFlag(1220);
-    if (!ModNewDBF(check.tableType, made)) code = tableCode::headerError;
+    return tableCode::creationError;
   }
-  if (code != tableCode::fine) {
+  const bool typed = getLenTrim(check.tableType) > 0;
+  SetFlag(typed ? 1220 : 1300);
+  if (typed && !ModNewDBF(check.tableType, made)) {
     removeQuietly(made);
-    return code;
+    return tableCode::headerError;
   }
-  if (platform::current().fileExists(check.path) && !getFileExistLEN(check.path)) removeQuietly(check.path);
-  try {
-    platform::current().renameNew(made, check.path);
-  } catch (const RunTimeFailure& failure) {
-    removeQuietly(made);
-    if (failure.number() != failure::fileExists) throw;
-  }
-  return code;
+  settleNewTable(made, check.path);
+  return tableCode::fine;
 }
 
 // Opens the table as asked and tells whether it has every field of the list.

@@ -3,9 +3,11 @@
 #include <vector>
 
 #include "foundation/dateTime.h"
+#include "foundation/errHand.h"
 #include "foundation/extract.h"
 #include "platform/RunTimeFailure.h"
 #include "tables/DbfFile.h"
+#include "tables/structure.h"
 
 namespace vantrelix {
 
@@ -88,6 +90,19 @@ std::string reserveStampedTable(const std::string& folder, std::string_view form
   return path;
 }
 
+std::string makeStampedTable(const FieldList& fields, const std::string& folder, std::string_view format) {
+  std::string made;
+  try {
+    made = reserveStampedTable(folder, format);
+  } catch (const RunTimeFailure& failure) {
+    ErrHand(failure, "PathName: " + displayPath(folder));
+    return "";
+  }
+  if (NewTable(fields, made)) return made;
+  removeQuietly(made);
+  return "";
+}
+
 void createTable(const FieldList& fields, const std::string& path) {
   if (fields.empty()) {
     throw RunTimeFailure(failure::objectNotSet, "There is no field list for " + displayPath(path) +
@@ -116,6 +131,18 @@ std::string keepDatedCopy(const std::string& path) {
   } catch (...) {
     removeQuietly(partial);
     throw;
+  }
+}
+
+void settleNewTable(const std::string& made, const std::string& path) {
+  platform::Platform& system = platform::current();
+  try {
+    syncFile(made);
+    if (system.fileExists(path) && !getFileExistLEN(path)) system.remove(path);
+    system.renameNew(made, path);
+  } catch (const RunTimeFailure& failure) {
+    removeQuietly(made);
+    if (failure.number() != failure::fileExists) throw;
   }
 }
 

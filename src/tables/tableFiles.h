@@ -16,12 +16,19 @@ platform::DateTime nextSecond(platform::DateTime time);
 // free. The file is there, empty, when this returns, so that no other program takes the same name. Gives its path.
 std::string reserveStampedTable(const std::string& folder, std::string_view format);
 
+// Makes a table of those fields under such a name. A failure is reported and leaves nothing: the path is then blank.
+std::string makeStampedTable(const FieldList& fields, const std::string& folder, std::string_view format);
+
 // Writes an empty table of those fields to path, replacing what is there at once.
 void createTable(const FieldList& fields, const std::string& path);
 
 // Copies the file to a name that does not exist yet: path without extension, "_", the date as "YYYYMMDDHHSS", ".DBF",
 // or the date of the next second that is free. A reader never finds half a copy. Gives the name.
 std::string keepDatedCopy(const std::string& path);
+
+// Gives a finished table its name. Where another has made a table of that name meanwhile, that one stays and the
+// finished one is removed; a file of no bytes is no table.
+void settleNewTable(const std::string& made, const std::string& path);
 
 // Makes the file's content durable.
 void syncFile(const std::string& path);

@@ -1,4 +1,5 @@
-// The port to the platform's user interface. A front end brings a real one; ScriptedDesktop serves tests and the command line.
+// The port to the platform's user interface. A front end brings a real one; ScriptedDesktop serves tests and the
+// command line.
 #pragma once
 
 #include "foundation/messages.h"

@@ -44,8 +44,8 @@ class Signal {
   // Listens for as long as the connection lives.
   [[nodiscard]] Connection connect(Listener listener) {
     listen(std::move(listener));
-    return Connection([slots = std::weak_ptr<Slots>(slots_), id = lastId_] {
-      if (auto alive = slots.lock()) {
+    return Connection([kept = std::weak_ptr<Slots>(slots_), id = lastId_] {
+      if (auto alive = kept.lock()) {
         std::erase_if(*alive, [id](const Slot& slot) { return slot.id == id; });
       }
     });

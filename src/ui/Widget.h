@@ -1,5 +1,5 @@
-// What every widget model has. A model is a plain object: it holds what the system reads and writes, takes the user's acts
-// through its user... functions, and says "changed" to whoever shows it.
+// What every widget model has. A model is a plain object: it holds what the system reads and writes, takes the user's
+// acts through its user... functions, and says "changed" to whoever shows it.
 #pragma once
 
 #include <cstdint>

@@ -64,6 +64,7 @@ class DropDownList : public Widget {
   void userSelect(int index);
 
  private:
+  bool holds(int index) const;
   std::vector<std::string> entries_;
   int listIndex_ = -1;
   bool locked_ = false;
@@ -138,7 +139,8 @@ class PictureBox : public Widget {
     Color colour;
     friend bool operator==(const Line&, const Line&) = default;
   };
-  // User coordinates of the left and top edge and the extent to the right and down; a negative height makes y grow upward.
+  // User coordinates of the left and top edge and the extent to the right and down; a negative height makes y grow
+  // upward.
   struct Scale {
     double left = 0, top = 0, width = 1, height = 1;
     friend bool operator==(const Scale&, const Scale&) = default;

@@ -170,13 +170,14 @@ TEST(Environment, AGermanEnvironmentGivesACommaAndAPoint) {
   const TempFolder folder;
   const std::string make = "localedef -i de_DE -f UTF-8 " + folder.machine("de_DE.UTF-8") + " 2>/dev/null";
   if (std::system(make.c_str()) != 0) GTEST_SKIP() << "no source of the locale";
-  ::setenv("LOCPATH", folder.machine().c_str(), 1);
-  ::setenv("LC_ALL", "de_DE.UTF-8", 1);
-  const Regional regional = current().regional();
-  ::unsetenv("LC_ALL");
-  ::unsetenv("LOCPATH");
-  EXPECT_EQ(regional.decimalCharacter, ",");
-  EXPECT_EQ(regional.digitSeparator, ".");
+  // In a process of its own, as the C library keeps what it allocates for LOCPATH.
+  EXPECT_EQ(exitCode(startChild([&] {
+              ::setenv("LOCPATH", folder.machine().c_str(), 1);
+              ::setenv("LC_ALL", "de_DE.UTF-8", 1);
+              const Regional regional = current().regional();
+              return regional.decimalCharacter == "," && regional.digitSeparator == ".";
+            })),
+            0);
 }
 
 TEST(MultiByte, ConvertsBothWaysAndMarksWhatItCannot) {

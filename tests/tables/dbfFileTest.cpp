@@ -154,6 +154,14 @@ TEST_F(DbfFiles, AMissingTableGives3011AndAFolder3051) {
   EXPECT_NE(failure.description().find(suite.folder().machine()), std::string::npos);
 }
 
+TEST_F(DbfFiles, AFieldThatTheTableDoesNotHaveGives3265) {
+  const auto table = made();
+  auto record = table->blankRecord();
+  EXPECT_EQ(table->fieldIndex("NO"), -1);
+  EXPECT_EQ(failureOf([&] { table->value(record.data(), 4); }).number(), failure::noSuchField);
+  EXPECT_EQ(failureOf([&] { table->put(record.data(), 99, "x"); }).number(), failure::noSuchField);
+}
+
 TEST_F(DbfFiles, ANameInAnotherCaseIsFound) {
   made();
   EXPECT_EQ(DbfFile::open(suite.file("ant.dbf"))->path(), path);

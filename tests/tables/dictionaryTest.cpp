@@ -134,7 +134,7 @@ TEST(InstallDictionary, TheDictionaryIsATableOfTheSevenColumns) {
                                    "VB_TYPE C12", "FOX_TYPE C1"));
   EXPECT_EQ(test::column(path, "FLD_NAME").size(), 15u);
   EXPECT_EQ(test::filesThatBegin(suite.folder(), "SYSTEM").size(), 1u);
-  EXPECT_FALSE(suite.folder().exists("SYSTEM/QVDATASM.NEW"));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(suite.folder().machine("SYSTEM")), {}), 1);
 }
 
 TEST(InstallDictionary, ADictionaryThatIsThereIsKeptWhateverTheCaseOfItsName) {
@@ -145,6 +145,33 @@ TEST(InstallDictionary, ADictionaryThatIsThereIsKeptWhateverTheCaseOfItsName) {
   installDictionary();
   EXPECT_EQ(suite.folder().read("SYSTEM/QvDataSm.dbf"), before);
   EXPECT_FALSE(suite.folder().exists("SYSTEM/QVDATASM.DBF"));
+}
+
+// Installs a dictionary with a crash at that changing call; gives the calls it came to.
+int stoppedInstallation(int call) {
+  test::TempSuite suite;
+  getSystemPath();
+  platform::FaultPlatform faults(platform::current());
+  {
+    platform::Substitute substitute(faults);
+    faults.crashAt(call, call % 2 == 0);
+    try {
+      installDictionary();
+    } catch (const RunTimeFailure&) {
+      // What is on the disk by now is what counts.
+    }
+  }
+  if (suite.folder().exists("SYSTEM/QVDATASM.DBF")) {
+    EXPECT_EQ(test::column(suite.file("SYSTEM/QVDATASM.DBF"), "FLD_NAME").size(), 15u) << call;
+  }
+  EXPECT_EQ(test::column(installDictionary(), "FLD_NAME").size(), 15u) << call;
+  return faults.calls();
+}
+
+TEST(InstallDictionary, StoppedAnywhereItLeavesAWholeDictionaryOrNone) {
+  const int calls = stoppedInstallation(1 << 20);
+  ASSERT_GT(calls, 15);
+  for (int call = 1; call <= calls; ++call) stoppedInstallation(call);
 }
 
 }  // namespace

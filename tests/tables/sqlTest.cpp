@@ -211,7 +211,7 @@ TEST(Sql, ASyntaxErrorNamesItsPlace) {
   const std::string text = problemOf(tables, "Select ATYPE_ID, ANTENNA   FORM [AMSTEST]");
   EXPECT_EQ(text.rfind("Syntax error in query at position 28, near 'FORM': ", 0), 0U) << text;
   EXPECT_NE(problemOf(tables, "Select * from [AMSTEST] ORDER BY ").find("its end"), std::string::npos);
-  EXPECT_NE(problemOf(tables, "Select * from [AMSTEST] where ATYPE_ID = 'O'Neil'").find("position 44, near 'Neil'"),
+  EXPECT_NE(problemOf(tables, "Select * from [AMSTEST] where ATYPE_ID = 'O'Neil'").find("position 45, near 'Neil'"),
             std::string::npos);
   EXPECT_NE(problemOf(tables, "Select * from [AMSTEST] where '\xC3\xA9' = !").find("position 37, near '!'"),
             std::string::npos);

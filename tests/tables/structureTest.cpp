@@ -76,6 +76,35 @@ TEST(RSTblValid, WithoutATypeTheNewTableKeepsTheEnginesWidths) {
   EXPECT_EQ(DbfFile::open(path, true)->fields().at(2).width, engineField("GAIN", FieldType::doubleNumber, 12).width);
 }
 
+// Makes a table with a crash at that changing call; gives the calls it came to.
+int stoppedCreation(int call) {
+  DictionarySuite suite;
+  const std::string path = suite.file("AMSTEST1.DBF");
+  platform::FaultPlatform faults(platform::current());
+  {
+    platform::Substitute substitute(faults);
+    faults.crashAt(call, call % 2 == 0);
+    try {
+      codeOf(path, true, true);
+    } catch (const RunTimeFailure&) {
+      // The log itself could not be written.
+    }
+  }
+  const int finished = 1 + 12 + 60 + 12 + 5 + 14 + 14 + 5 + 12 + 5;
+  if (suite.folder().exists("AMSTEST1.DBF") && !suite.folder().read("AMSTEST1.DBF").empty()) {
+    EXPECT_EQ(DbfFile::open(path, true)->recordLength(), finished) << call;
+  }
+  EXPECT_EQ(codeOf(path, true, true), tableCode::fine) << call;
+  EXPECT_EQ(DbfFile::open(path, true)->recordLength(), finished) << call;
+  return faults.calls();
+}
+
+TEST(RSTblValid, CreationStoppedAnywhereLeavesAFinishedTableOrNone) {
+  const int calls = stoppedCreation(1 << 20);
+  ASSERT_GT(calls, 5);
+  for (int call = 1; call <= calls; ++call) stoppedCreation(call);
+}
+
 TEST(RSTblValid, AFileOfNoBytesCountsAsMissing) {
   DictionarySuite suite;
   const std::string path = suite.folder().write("AMSTEST1.DBF", "");
@@ -197,6 +226,29 @@ TEST(RSTblValidRS, ATemporaryTableThatCannotBeMadeGivesSix) {
   EXPECT_EQ(suite.folder().read("AMSTEST1.DBF"), before);
   EXPECT_THAT(suite.log(), HasSubstr("\r\nError creating temp file"));
   EXPECT_THAT(test::filesThatBegin(suite.folder(), "AMS"), ElementsAre("AMSTEST1.DBF"));
+}
+
+TEST(RSTblValidRS, AFolderThatTakesNoNewFileGivesFiveOrSix) {
+  DictionarySuite suite;
+  const std::string old = test::oldMaster(suite.folder());
+  const std::string before = suite.folder().read("AMSTEST1.DBF");
+  const FieldList fields = FieldsFromDataSum(kAms);
+  platform::FaultPlatform faults(platform::current());
+  platform::Substitute substitute(faults);
+  faults.failAt(1, failure::permissionDenied);
+  EXPECT_EQ(RSTblValidRS(fields, suite.file("AMSTEST2.DBF"), true, true, ""), tableCode::creationError);
+  EXPECT_FALSE(suite.folder().exists("AMSTEST2.DBF"));
+  faults.failAt(1, failure::permissionDenied);
+  EXPECT_EQ(RSTblValidRS(fields, old, true, true, ""), tableCode::temporaryFileError);
+  EXPECT_EQ(suite.folder().read("AMSTEST1.DBF"), before);
+  EXPECT_THAT(suite.log(), HasSubstr("Error 70: "));
+}
+
+TEST(RSTblValidRS, AFolderThatDoesNotExistGivesFive) {
+  DictionarySuite suite;
+  EXPECT_EQ(codeOf(suite.file("NONE/AMSTEST1.DBF"), true, true), tableCode::creationError);
+  EXPECT_FALSE(suite.folder().exists("NONE"));
+  EXPECT_EQ(suite.messages.size(), 1u);
 }
 
 TEST(RSTblValidRS, AnythingElseGivesNinetyNineWithTheErrorInTheLog) {

@@ -1,0 +1,49 @@
+#include "controls/scLookAnt.h"
+
+#include "foundation/regional.h"
+#include "foundation/text.h"
+
+namespace vantrelix {
+
+scLookAnt::scLookAnt(std::string name) : UserControl(std::move(name)) {
+  addWidgets();
+  setCaptions();
+  setToolTips();
+  layOut();
+  nMinWidth_ = static_cast<std::int16_t>(width());
+  cboUnit.setEntries({"dBd", "dBi", "REL"});
+  cboPol.setEntries({"None", "Horizontal", "Vertical", "Circular", "Helical", "Other"});
+  for (TextBox* box : {&txtFile, &txtID}) {
+    box->setLocked(true);
+    box->setEnabled(false);
+  }
+  cmdLook.setVisible(false);
+  SetTabOrder();
+  listenToKeys();
+  listenToLeaving();
+  listenToClicks();
+  GetRegional(true);
+}
+
+scLookAnt::~scLookAnt() = default;
+
+void scLookAnt::raise(const Signal<>& event) const {
+  if (!bLoading_) event();
+}
+
+void scLookAnt::Alerts(const std::string& text) {
+  if (getLenTrim(text) == 0) {
+    sAlerts_.clear();
+    return;
+  }
+  if (!sAlerts_.empty()) sAlerts_ += kLineBreak;
+  sAlerts_ += text;
+  raise(NewAlert);
+}
+
+void scLookAnt::setLibraryLook(LibraryLook look) {
+  libraryLook_ = std::move(look);
+  cmdLook.setVisible(libraryLook_ != nullptr);
+}
+
+}  // namespace vantrelix

@@ -1,0 +1,153 @@
+// What the antenna lookup control does when its user acts.
+#include <cmath>
+
+#include "controls/scLookAnt.h"
+#include "controls/scLookAntProcedures.h"
+#include "foundation/errHand.h"
+#include "foundation/messages.h"
+#include "foundation/numbers.h"
+#include "foundation/suitePaths.h"
+#include "foundation/text.h"
+#include "ui/Desktop.h"
+
+namespace vantrelix {
+
+namespace {
+
+constexpr double kLargestTilt = 179;
+
+Message removalQuestion() {
+  Message message;
+  message.title = "Remove Pattern";
+  message.text = std::string(
+                     "This will clear the link to the antenna library and remove the pattern information from this "
+                     "facility.") +
+                 kBlankLine + "Click OK to remove the antenna pattern information." + kLineBreak +
+                 "Click CANCEL to leave the antenna pattern information.";
+  message.buttons = MsgButtons::okCancel;
+  message.icon = MsgIcon::none;
+  message.defaultButton = 2;
+  return message;
+}
+
+}  // namespace
+
+void scLookAnt::ZORUserLogin(const std::string& login) {
+  setUserLogin(login);
+  InitGainUnit();
+  SetTabOrder();
+}
+
+void scLookAnt::listenToKeys() {
+  for (TextBox* box : {&txtDesc, &txtFile, &txtID, &txtGain, &txtOrient, &txtETilt, &txtMTilt, &txtMAzim}) {
+    box->gotFocus.listen([box] { box->setAllText(); });
+  }
+  txtDesc.keyPress.listen([this](int&) { bDirty_ = true; });
+  for (TextBox* box : {&txtGain, &txtOrient, &txtETilt, &txtMTilt, &txtMAzim}) {
+    box->keyPress.listen([this](int& key) {
+      chkNumeric(key, true, true, true, false, false, false, false);
+      if (key != 0) bDirty_ = true;
+    });
+  }
+}
+
+void scLookAnt::listenToLeaving() {
+  txtGain.lostFocus.listen([this] {
+    if (bDirty_) raise(ChangeAntenna);
+    sValueGain(txtGain.text());
+  });
+  txtOrient.lostFocus.listen([this] {
+    if (!bLoading_) GetAntPat();
+    if (bDirty_) raise(ChangeMounting);
+  });
+  txtETilt.lostFocus.listen([this] { leaveTilt(txtETilt); });
+  txtMTilt.lostFocus.listen([this] { leaveTilt(txtMTilt); });
+  txtMAzim.lostFocus.listen([this] {
+    if (bDirty_) raise(ChangeMounting);
+  });
+}
+
+void scLookAnt::leaveTilt(TextBox& box) {
+  if (!bLoading_) GetAntPat();
+  if (bDirty_) raise(ChangeMounting);
+  testTilt(box);
+}
+
+void scLookAnt::testTilt(TextBox& box) {
+  if (std::abs(CValP(box.text())) <= kLargestTilt) return;
+  const std::weak_ptr<const bool> life = life_;
+  showInformation("Inverted Antenna?", "To invert the antenna, use the 'Inverted' checkbox.");
+  if (!life.expired()) box.setText("");
+}
+
+void scLookAnt::listenToClicks() {
+  cboUnit.click.listen([this] { cboUnit_Change(); });
+  cboPol.click.listen([this] {
+    if (bLoading_) return;
+    bDirty_ = true;
+    raise(ChangeMounting);
+  });
+  chkInvert.click.listen([this] {
+    if (bLoading_) return;
+    bDirty_ = true;
+    // Hosts read the repainted state in the event.
+    GetAntPat();
+    raise(ChangeMounting);
+  });
+  lblPreview.click.listen([this] { SeePreview(!SeePreview()); });
+  cmdClear.click.listen([this] { cmdClear_Click(); });
+  cmdLook.click.listen([this] { cmdLook_Click(); });
+  mnuPopupLibrary.click.listen([this] { cmdLook_Click(); });
+}
+
+void scLookAnt::cmdClear_Click() {
+  const std::weak_ptr<const bool> life = life_;
+  if (MsgBox(removalQuestion()) != MsgAnswer::ok || life.expired()) return;
+  sValueFile("");
+  sValueID("");
+  sValueDesc("");
+  sValueGain("");
+  GetAntPat();
+  for (TextBox* box : {&txtOrient, &txtETilt, &txtMTilt, &txtMAzim}) box->setText("0");
+  chkInvert.setValue(0);
+  for (Widget* widget : mountingWidgets()) widget->setEnabled(false);
+  cboPol.setListIndex(-1);
+  cboPol.setLocked(true);
+  desktop().doEvents();
+  if (life.expired()) return;
+  LookupOnly(false);
+  raise(ChangeAntenna);
+}
+
+void scLookAnt::cmdLook_Click() {
+  if (!libraryLook_) return;
+  const Procedure guard(procedure::scLookAnt_cmdLook);
+  const std::weak_ptr<const bool> life = life_;
+  LibraryChoice choice{dFreq_, sValueFile(), sValueID(), ""};
+  SetFlag(100);
+  try {
+    const LibraryLook look = libraryLook_;
+    if (!look(choice) || life.expired()) return;
+  } catch (const RunTimeFailure& failure) {
+    ErrHand(failure);
+    return;
+  }
+  SetFlag(200);
+  sValueFile(choice.file);
+  sValueID(choice.id);
+  sValueDesc(choice.description);
+  GetAntPat();
+  bDirty_ = true;
+  openMounting();
+  SetFlag(300);
+  desktop().doEvents();
+  if (!life.expired()) raise(ChangeAntenna);
+}
+
+void scLookAnt::openMounting() {
+  for (Widget* widget : mountingWidgets()) widget->setEnabled(true);
+  for (TextBox* box : {&txtOrient, &txtETilt, &txtMTilt, &txtMAzim}) box->setLocked(false);
+  cboPol.setLocked(false);
+}
+
+}  // namespace vantrelix

@@ -1,0 +1,140 @@
+// How a library file and an ID become the values and previews of the antenna lookup control.
+#include "antenna/getAntArrayDB.h"
+#include "controls/scLookAnt.h"
+#include "controls/scLookAntProcedures.h"
+#include "foundation/errHand.h"
+#include "foundation/getINI.h"
+#include "foundation/numbers.h"
+#include "foundation/suitePaths.h"
+#include "foundation/text.h"
+#include "preview/polarPlot.h"
+
+namespace vantrelix {
+
+struct scLookAnt::LibraryAntenna {
+  double gain = 0;
+  std::string unit;
+  std::string description;
+  std::string errorText;
+  std::int16_t nHor = 0;
+  std::vector<double> HorAz{0};
+  std::vector<double> HorField{0};
+  std::int16_t nVer = 0;
+  std::vector<double> VerAngle{0};
+  std::vector<double> VerField{0};
+};
+
+namespace {
+
+// The drawing is the least of the control's duties: neither its failure nor that of the log goes any further.
+void logDrawingFailure(const RunTimeFailure& failure) {
+  try {
+    wrtTechSupNoMak(modErrStr(failure, "Error in SeeAntPreview"));
+  } catch (const RunTimeFailure&) {
+    return;
+  }
+}
+
+}  // namespace
+
+void scLookAnt::clearPreviews() {
+  picHor.Cls();
+  picVer.Cls();
+}
+
+void scLookAnt::GetAntPat() {
+  const Procedure guard(procedure::scLookAnt_GetAntPat);
+  try {
+    readAntPat();
+  } catch (const RunTimeFailure& failure) {
+    ErrHand(failure);
+  }
+}
+
+void scLookAnt::readAntPat() {
+  SetFlag(100);
+  clearPreviews();
+  LookupOnly(false);
+  SetFlag(200);
+  blankPlaceholders();
+  LibraryAntenna antenna;
+  if (!sValueFile().empty() && !sValueID().empty()) {
+    SetFlag(300);
+    antenna = readLibrary();
+    SetFlag(400);
+    takeLibraryValues(antenna);
+  }
+  SetFlag(500);
+  showPatterns(antenna);
+}
+
+// A table row that was never filled holds these words.
+void scLookAnt::blankPlaceholders() {
+  if (sValueFile() == "File") sValueFile("");
+  if (sValueID() == "ID") sValueID("");
+}
+
+scLookAnt::LibraryAntenna scLookAnt::readLibrary() {
+  LibraryAntenna antenna;
+  antenna.unit = sValueUnit();
+  std::string frequencyUnits = "MHz";
+  double low = 0;
+  double high = 0;
+  // One variable as units given and units desired: the antenna comes as it is stored, and cboUnit follows the library.
+  Get_Ant_ArrayDB(getAntennasPath(), sValueFile(), sValueID(), antenna.gain, antenna.unit, antenna.nHor, antenna.HorAz,
+                  antenna.HorField, antenna.nVer, antenna.VerAngle, antenna.VerField, antenna.description, antenna.unit,
+                  low, high, frequencyUnits, true, antenna.errorText);
+  return antenna;
+}
+
+void scLookAnt::takeLibraryValues(const LibraryAntenna& antenna) {
+  sValueDesc(antenna.description);
+  // The unit first: its change converts the old gain, which the library's then replaces.
+  sValueUnit(antenna.unit);
+  sValueGain(generalText(antenna.gain));
+  if (!getINIBool("Antenna Lookup", "NoGainLock", "0")) LookupOnly(true);
+  if (getLenTrim(antenna.errorText) != 0) Alerts(antenna.errorText);
+}
+
+void scLookAnt::showPatterns(const LibraryAntenna& antenna) {
+  bPatAz_ = antenna.nHor > 0;
+  bPatEl_ = antenna.nVer > 0;
+  ShownCut azimuth = shownCut(Plane::azimuth, antenna.nHor, antenna.HorAz, antenna.HorField);
+  bAzDrawn_ = azimuth.drawn;
+  if (bAzDrawn_) {
+    const double orientation = CValP(sValueOrient());
+    for (double& angle : azimuth.angles) angle = orientation + angle;
+  }
+  ShownCut elevation = shownCut(Plane::elevation, antenna.nVer, antenna.VerAngle, antenna.VerField);
+  bElDrawn_ = elevation.drawn;
+  if (bElDrawn_) {
+    const double electrical = CValP(sValueEtilt());
+    const double mechanical = CValP(sValueMtilt());
+    const double sign = sValueInvert() ? -1 : 1;
+    for (double& angle : elevation.angles) angle = sign * (electrical + angle + mechanical);
+  }
+  if (azimuth.angles.size() > 1 || elevation.angles.size() > 1) {
+    SeeAntPreview(antenna.gain, antenna.unit, azimuth, elevation);
+  }
+}
+
+void scLookAnt::SeeAntPreview(double gain, const std::string& gainUnit, const ShownCut& azimuth,
+                              const ShownCut& elevation) {
+  try {
+    drawCut(picHor, Plane::azimuth, polarScale(gain, gainUnit, azimuth.minimum), azimuth.angles, azimuth.values);
+    drawCut(picVer, Plane::elevation, polarScale(gain, gainUnit, elevation.minimum), elevation.angles,
+            elevation.values);
+  } catch (const RunTimeFailure& failure) {
+    logDrawingFailure(failure);
+  }
+}
+
+void scLookAnt::SeeAzimuth(double dAz, Color lColor) {
+  if (bAzDrawn_) drawPointer(picHor, Plane::azimuth, dAz, lColor);
+}
+
+void scLookAnt::SeeElevation(double dEl, Color lColor) {
+  if (bElDrawn_) drawPointer(picVer, Plane::elevation, dEl, lColor);
+}
+
+}  // namespace vantrelix

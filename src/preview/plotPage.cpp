@@ -1,0 +1,78 @@
+#include <algorithm>
+#include <cmath>
+
+#include "foundation/numbers.h"
+#include "foundation/text.h"
+#include "preview/polarPlot.h"
+#include "preview/svgPlot.h"
+
+namespace vantrelix {
+
+namespace {
+
+// The page in twips: a margin, a heading of two lines, the captions, the two pictures side by side.
+constexpr int kMargin = 360;
+constexpr int kPicture = 4320;
+constexpr int kHeadingBaseline = 660;
+constexpr int kDetailBaseline = 1035;
+constexpr int kCaptionBaseline = 1530;
+constexpr int kPictureTop = 1650;
+constexpr int kWidth = 3 * kMargin + 2 * kPicture;
+constexpr int kHeight = kPictureTop + kPicture + kMargin;
+constexpr int kDetailSize = 210;
+constexpr int kCaptionSize = 210;
+constexpr int kLargestHeading = 300;
+constexpr int kSmallestHeading = 120;
+// Mean width of a bold letter in sizes, on the generous side.
+constexpr double kLetterWidth = 0.72;
+
+// As large as a description of that length can be and still stand on one line.
+int headingSize(const std::string& text) {
+  const double letters = static_cast<double>(std::max<std::size_t>(characterCount(text), 1));
+  const double fitting = (kWidth - 2 * kMargin) / (kLetterWidth * letters);
+  return static_cast<int>(std::clamp<double>(fitting, kSmallestHeading, kLargestHeading));
+}
+
+std::string bandText(const AntRecord& antenna) {
+  if (antenna.lowFrequency == 0 && antenna.highFrequency == 0) return "";
+  return generalText(antenna.lowFrequency) + " - " + generalText(antenna.highFrequency) + " " + trim(antenna.freqUnits);
+}
+
+std::string detailText(const AntRecord& antenna) {
+  const std::string gain = "Gain: " + formatNumber(antenna.gain, "###0.00") + " " + trim(antenna.gainUnits);
+  return AddALine(gain, bandText(antenna), "     ");
+}
+
+std::unique_ptr<PictureBox> picture(const char* name, int left) {
+  auto box = std::make_unique<PictureBox>(name);
+  box->setGeometry({left, kPictureTop, kPicture, kPicture});
+  return box;
+}
+
+void draw(PictureBox& box, Plane plane, const ShownCut& cut, const AntRecord& antenna) {
+  drawCut(box, plane, polarScale(antenna.gain, antenna.gainUnits, cut.minimum), cut.angles, cut.values);
+}
+
+}  // namespace
+
+PlotPage plotPage(const AntRecord& antenna) {
+  constexpr int right = 2 * kMargin + kPicture;
+  PlotPage page;
+  page.width = kWidth;
+  page.height = kHeight;
+  page.texts = {{kMargin, kHeadingBaseline, headingSize(antenna.description), true, antenna.description},
+                {kMargin, kDetailBaseline, kDetailSize, false, detailText(antenna)},
+                {kMargin, kCaptionBaseline, kCaptionSize, true, "Azimuth"},
+                {right, kCaptionBaseline, kCaptionSize, true, "Elevation"}};
+  page.pictures.push_back(picture("picHor", kMargin));
+  page.pictures.push_back(picture("picVer", right));
+  const ShownCut azimuth = shownCut(Plane::azimuth, antenna.nHor, antenna.HorAz, antenna.HorField);
+  const ShownCut elevation = shownCut(Plane::elevation, antenna.nVer, antenna.VerAngle, antenna.VerField);
+  if (azimuth.drawn || elevation.drawn) {
+    draw(*page.pictures[0], Plane::azimuth, azimuth, antenna);
+    draw(*page.pictures[1], Plane::elevation, elevation, antenna);
+  }
+  return page;
+}
+
+}  // namespace vantrelix

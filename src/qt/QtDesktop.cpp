@@ -1,0 +1,98 @@
+#include "qt/QtDesktop.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include <QApplication>
+#include <QCursor>
+#include <QMenu>
+#include <QMessageBox>
+
+#include "qt/qtText.h"
+
+namespace vantrelix::qt {
+
+namespace {
+
+using Box = QMessageBox;
+using Button = std::pair<Box::StandardButton, MsgAnswer>;
+
+struct ButtonRow {
+  MsgButtons kind;
+  std::vector<Button> buttons;  // as they are counted for the default button
+  Box::StandardButton escape;
+};
+
+const ButtonRow& rowOf(MsgButtons kind) {
+  static const std::vector<ButtonRow> rows = {
+      {MsgButtons::ok, {{Box::Ok, MsgAnswer::ok}}, Box::Ok},
+      {MsgButtons::okCancel, {{Box::Ok, MsgAnswer::ok}, {Box::Cancel, MsgAnswer::cancel}}, Box::Cancel},
+      {MsgButtons::abortRetryIgnore,
+       {{Box::Abort, MsgAnswer::abort}, {Box::Retry, MsgAnswer::retry}, {Box::Ignore, MsgAnswer::ignore}},
+       Box::Abort},
+      {MsgButtons::yesNoCancel,
+       {{Box::Yes, MsgAnswer::yes}, {Box::No, MsgAnswer::no}, {Box::Cancel, MsgAnswer::cancel}},
+       Box::Cancel},
+      {MsgButtons::yesNo, {{Box::Yes, MsgAnswer::yes}, {Box::No, MsgAnswer::no}}, Box::No},
+      {MsgButtons::retryCancel, {{Box::Retry, MsgAnswer::retry}, {Box::Cancel, MsgAnswer::cancel}}, Box::Cancel},
+  };
+  return *std::find_if(rows.begin(), rows.end(), [kind](const ButtonRow& row) { return row.kind == kind; });
+}
+
+Box::Icon iconOf(MsgIcon icon) {
+  switch (icon) {
+    case MsgIcon::critical:
+      return Box::Critical;
+    case MsgIcon::question:
+      return Box::Question;
+    case MsgIcon::exclamation:
+      return Box::Warning;
+    case MsgIcon::information:
+      return Box::Information;
+    case MsgIcon::none:
+      break;
+  }
+  return Box::NoIcon;
+}
+
+QString linesOf(const std::string& text) { return toQt(text).replace("\r\n", "\n").replace('\r', '\n'); }
+
+}  // namespace
+
+MsgAnswer QtDesktop::messageBox(const Message& message) {
+  const ButtonRow& row = rowOf(message.buttons);
+  Box box(QApplication::activeWindow());
+  box.setWindowTitle(toQt(message.title));
+  box.setIcon(iconOf(message.icon));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(linesOf(message.text));
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+  for (const Button& button : row.buttons) box.addButton(button.first);
+  const int byDefault = std::clamp(message.defaultButton, 1, static_cast<int>(row.buttons.size())) - 1;
+  box.setDefaultButton(row.buttons[static_cast<std::size_t>(byDefault)].first);
+  box.setEscapeButton(row.escape);
+  const int pressed = box.exec();
+  const auto answer = std::find_if(row.buttons.begin(), row.buttons.end(),
+                                   [pressed](const Button& button) { return button.first == pressed; });
+  return answer == row.buttons.end() ? defaultAnswer(message) : answer->second;
+}
+
+void QtDesktop::doEvents() { QCoreApplication::processEvents(); }
+
+void QtDesktop::popupMenu(Menu& menu) {
+  QMenu popup(QApplication::activeWindow());
+  std::vector<std::pair<QAction*, MenuItem*>> actions;
+  for (MenuItem* item : menu.items()) {
+    if (!item->visible()) continue;
+    QAction* action = popup.addAction(toQt(item->caption()));
+    action->setEnabled(item->enabled());
+    actions.emplace_back(action, item);
+  }
+  const QAction* chosen = popup.exec(QCursor::pos());
+  for (const auto& [action, item] : actions) {
+    if (action == chosen) return item->userClick();
+  }
+}
+
+}  // namespace vantrelix::qt

@@ -1,0 +1,143 @@
+#include "qt/TextBoxView.h"
+
+#include <algorithm>
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScopedValueRollback>
+
+namespace vantrelix::qt {
+
+namespace {
+
+constexpr QKeySequence::StandardKey kRemovals[] = {
+    QKeySequence::Cut,
+    QKeySequence::Delete,
+    QKeySequence::Undo,
+    QKeySequence::Redo,
+    QKeySequence::DeleteStartOfWord,
+    QKeySequence::DeleteEndOfWord,
+    QKeySequence::DeleteCompleteLine,
+    QKeySequence::DeleteEndOfLine,
+    QKeySequence::Backspace,
+};
+
+bool isRemoval(const QKeyEvent& event) {
+  if (event.key() == Qt::Key_Backspace) return true;
+  return std::any_of(std::begin(kRemovals), std::end(kRemovals), [&](auto key) { return event.matches(key); });
+}
+
+// Whether the key types its text: as line edits decide it.
+bool isTyping(const QKeyEvent& event) {
+  const auto modifiers = event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier | Qt::GroupSwitchModifier);
+  const bool altGr = modifiers == (Qt::ControlModifier | Qt::AltModifier);
+  return !event.text().isEmpty() && event.text().front().isPrint() && (modifiers == Qt::NoModifier || altGr);
+}
+
+// The one place where two texts differ: `removed` characters at `at` gave way to `inserted`.
+struct Difference {
+  int at = 0;
+  int removed = 0;
+  QString inserted;
+};
+
+Difference differenceOf(const QString& before, const QString& after) {
+  const auto shorter = std::min(before.size(), after.size());
+  qsizetype front = 0;
+  while (front < shorter && before[front] == after[front]) ++front;
+  qsizetype back = 0;
+  while (back < shorter - front && before[before.size() - 1 - back] == after[after.size() - 1 - back]) ++back;
+  return {static_cast<int>(front), static_cast<int>(before.size() - front - back),
+          after.mid(front, after.size() - front - back)};
+}
+
+// Line breaks and other control characters become blanks: the box has one line.
+QString onOneLine(QString text) {
+  for (QChar& character : text) {
+    const bool breaks = character == QChar::LineSeparator || character == QChar::ParagraphSeparator;
+    if (breaks || character.category() == QChar::Other_Control) character = u' ';
+  }
+  return text;
+}
+
+}  // namespace
+
+TextBoxView::TextBoxView(TextBox& model, QWidget* parent)
+    : View(model, parent), selectAll_(model.selectAll.connect([this] { selectAllText(); })) {
+  connect(this, &QLineEdit::textEdited, this, &TextBoxView::takeEdit);
+}
+
+void TextBoxView::showState(const TextBox& model) {
+  setPalette(coloursOf(model));
+  setReadOnly(model.locked());
+  // While an edit is on its way to the model, the model is behind and not ahead.
+  if (!editing_) showText(toQt(model.text()), hasFocus() ? cursorPosition() : 0);
+}
+
+void TextBoxView::showText(const QString& shown, int cursor) {
+  if (shown == text()) return;
+  setText(shown);
+  setCursorPosition(std::clamp(cursor, 0, static_cast<int>(shown.size())));
+}
+
+void TextBoxView::selectAllText() {
+  selectAll();
+  // A click brings the focus first and puts the cursor then; what the model marked must outlive the click.
+  allOnRelease_ = clicked_;
+}
+
+void TextBoxView::keyPressEvent(QKeyEvent* event) {
+  TextBox* box = model();
+  if (!box || isReadOnly() || !(isTyping(*event) || isRemoval(*event))) return QLineEdit::keyPressEvent(event);
+  bool passes = true;
+  if (isRemoval(*event)) {
+    passes = box->userKey(kBackspaceKey);
+  } else {
+    for (const char32_t key : event->text().toStdU32String()) passes = passes && box->userKey(static_cast<int>(key));
+  }
+  if (!passes) return event->accept();
+  const QScopedValueRollback<bool> rollback(passed_, true);
+  QLineEdit::keyPressEvent(event);
+}
+
+void TextBoxView::takeEdit(const QString& edited) {
+  TextBox* box = model();
+  if (!box) return;
+  {
+    const QScopedValueRollback<bool> rollback(editing_, true);
+    if (!passed_) filterEdit(edited);
+    box->userText(fromQt(text()));
+  }
+  refresh();
+}
+
+// The edit is made on screen already and the model knows nothing of it: what the filter refuses is taken back.
+void TextBoxView::filterEdit(const QString& edited) {
+  const QString before = toQt(model()->text());
+  const Difference edit = differenceOf(before, edited);
+  if (edit.inserted.isEmpty()) {
+    if (edit.removed > 0 && !model()->userKey(kBackspaceKey)) showText(before, edit.at);
+    return;
+  }
+  const QString passing = toQt(model()->userPaste(fromQt(onOneLine(edit.inserted))));
+  if (passing == edit.inserted) return;
+  const int cursor = edit.at + static_cast<int>(passing.size());
+  // Where nothing passes, what was to give way to it stays.
+  if (passing.isEmpty()) return showText(before, edit.at);
+  showText(QString(before).replace(edit.at, edit.removed, passing), cursor);
+}
+
+void TextBoxView::mouseReleaseEvent(QMouseEvent* event) {
+  QLineEdit::mouseReleaseEvent(event);
+  if (std::exchange(allOnRelease_, false) && !hasSelectedText()) selectAll();
+  const int button = event->button() == Qt::LeftButton ? 1 : event->button() == Qt::RightButton ? 2 : 4;
+  const QPoint at = event->position().toPoint();
+  if (TextBox* box = model()) box->userMouseUp(button, twipsOf(at.x(), logicalDpiX()), twipsOf(at.y(), logicalDpiY()));
+}
+
+void TextBoxView::focusInEvent(QFocusEvent* event) {
+  const QScopedValueRollback<bool> rollback(clicked_, event->reason() == Qt::MouseFocusReason);
+  View::focusInEvent(event);
+}
+
+}  // namespace vantrelix::qt

@@ -1,0 +1,37 @@
+// A text box model as a line edit. Every change of the user's passes the model's key filter, whichever way it came:
+// typed, pasted, dropped, composed by an input method, undone or removed.
+#pragma once
+
+#include <QLineEdit>
+
+#include "qt/WidgetView.h"
+#include "ui/widgets.h"
+
+namespace vantrelix::qt {
+
+class TextBoxView : public View<QLineEdit, TextBox> {
+  Q_OBJECT
+
+ public:
+  TextBoxView(TextBox& model, QWidget* parent);
+
+ protected:
+  void showState(const TextBox& model) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+
+ private:
+  void takeEdit(const QString& edited);
+  void filterEdit(const QString& edited);
+  void showText(const QString& text, int cursor);
+  void selectAllText();
+
+  Connection selectAll_;
+  bool passed_ = false;   // the edit under way has passed the key filter
+  bool editing_ = false;  // what is shown is ahead of the model
+  bool clicked_ = false;  // the focus is coming by a click
+  bool allOnRelease_ = false;
+};
+
+}  // namespace vantrelix::qt

@@ -1,0 +1,70 @@
+// What every view of a widget model does: shows the common state, forwards focus, and lets go of a model that has
+// ended.
+#pragma once
+
+#include <QFocusEvent>
+#include <QWidget>
+
+#include "qt/ModelLink.h"
+#include "qt/qtText.h"
+#include "qt/twips.h"
+#include "ui/Widget.h"
+
+namespace vantrelix::qt {
+
+class WidgetView {
+ public:
+  virtual ~WidgetView() = default;
+  // Null once the model has been destroyed.
+  virtual const Widget* widgetModel() const = 0;
+  virtual QWidget& widget() = 0;
+  // Shows the whole state of the model.
+  virtual void refresh() = 0;
+};
+
+// Name, place, tool tip, visibility, whether it can be used.
+void showCommonState(QWidget& view, const Widget& model);
+// Whether the focus moved between widgets, and did not just leave with the window or for a menu.
+bool movesFocus(Qt::FocusReason reason);
+
+// `QtWidget` bound to a `Model`. A view is made, then refreshed once by whoever made it.
+template <class QtWidget, class Model>
+class View : public QtWidget, public WidgetView {
+ public:
+  View(Model& model, QWidget* parent)
+      : QtWidget(parent),
+        link_(
+            model, [this] { refresh(); }, [this] { QtWidget::setEnabled(false); }) {
+    QtWidget::setObjectName(toQt(model.name()));
+  }
+
+  const Widget* widgetModel() const override { return link_.get(); }
+  QWidget& widget() override { return *this; }
+  void refresh() override {
+    const Model* shown = link_.get();
+    if (!shown) return;
+    showCommonState(*this, *shown);
+    showState(*shown);
+  }
+
+ protected:
+  Model* model() const { return link_.get(); }
+  virtual void showState(const Model& model) = 0;
+  QPalette coloursOf(const Model& model) const {
+    return paletteFor(model.backColor(), model.foreColor(), QtWidget::parentWidget()->palette());
+  }
+
+  void focusInEvent(QFocusEvent* event) override {
+    QtWidget::focusInEvent(event);
+    if (auto* focused = model(); focused && movesFocus(event->reason())) focused->userFocus();
+  }
+  void focusOutEvent(QFocusEvent* event) override {
+    QtWidget::focusOutEvent(event);
+    if (auto* left = model(); left && movesFocus(event->reason())) left->userBlur();
+  }
+
+ private:
+  ModelLink<Model> link_;
+};
+
+}  // namespace vantrelix::qt

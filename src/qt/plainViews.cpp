@@ -1,0 +1,146 @@
+#include "qt/plainViews.h"
+
+#include <algorithm>
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QSignalBlocker>
+#include <QStyleOptionFocusRect>
+
+namespace vantrelix::qt {
+
+namespace {
+
+// Keys that move on and do not choose.
+bool leavesList(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab || event.key() == Qt::Key_Escape ||
+         event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+bool activates(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Space || event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+QStringList toQt(const std::vector<std::string>& entries) {
+  QStringList list;
+  for (const std::string& entry : entries) list << qt::toQt(entry);
+  return list;
+}
+
+QStringList itemsOf(const QComboBox& combo) {
+  QStringList list;
+  for (int i = 0; i < combo.count(); ++i) list << combo.itemText(i);
+  return list;
+}
+
+}  // namespace
+
+DropDownListView::DropDownListView(DropDownList& model, QWidget* parent) : View(model, parent) {
+  setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  setMinimumContentsLength(1);
+  connect(this, &QComboBox::activated, this, &DropDownListView::choose);
+}
+
+void DropDownListView::showState(const DropDownList& model) {
+  const QSignalBlocker blocker(this);
+  setPalette(coloursOf(model));
+  const QStringList entries = toQt(model.entries());
+  if (itemsOf(*this) != entries) {
+    clear();
+    addItems(entries);
+  }
+  setCurrentIndex(model.listIndex());
+}
+
+void DropDownListView::choose(int index) {
+  if (!locked()) model()->userSelect(index);
+  refresh();
+}
+
+void DropDownListView::showPopup() {
+  if (!locked()) QComboBox::showPopup();
+}
+
+void DropDownListView::keyPressEvent(QKeyEvent* event) {
+  if (!locked() || leavesList(*event)) return QComboBox::keyPressEvent(event);
+  event->accept();
+}
+
+// Turning the wheel over a form scrolls the form; it must not change a value in passing.
+void DropDownListView::wheelEvent(QWheelEvent* event) {
+  if (hasFocus() && !locked()) return QComboBox::wheelEvent(event);
+  event->ignore();
+}
+
+void CheckBoxView::showState(const CheckBox& model) {
+  constexpr Qt::CheckState kStates[] = {Qt::Unchecked, Qt::Checked, Qt::PartiallyChecked};
+  const QSignalBlocker blocker(this);
+  setText(qt::toQt(model.caption()));
+  setCheckState(kStates[std::clamp(model.value(), 0, 2)]);
+  const bool painted = !isDesktopColour(model.backColor());
+  setAutoFillBackground(painted);
+  setPalette(painted ? coloursOf(model) : parentWidget()->palette());
+}
+
+void CheckBoxView::nextCheckState() {
+  if (CheckBox* box = model()) box->userClick();
+  refresh();
+}
+
+CommandButtonView::CommandButtonView(CommandButton& model, QWidget* parent) : View(model, parent) {
+  setAutoDefault(false);
+  connect(this, &QPushButton::clicked, this, [this] {
+    if (CommandButton* button = this->model()) button->userClick();
+  });
+}
+
+void CommandButtonView::showState(const CommandButton& model) { setText(qt::toQt(model.caption())); }
+
+void LabelView::showState(const Label& model) {
+  setText(qt::toQt(model.caption()));
+  QPalette colours = parentWidget()->palette();
+  const bool link = model.clickable();
+  const bool ownColour = !isDesktopColour(model.foreColor());
+  colours.setColor(QPalette::WindowText, ownColour ? qt::toQt(model.foreColor(), colours)
+                                                   : colours.color(link ? QPalette::Link : QPalette::WindowText));
+  setPalette(colours);
+  QFont shown = parentWidget()->font();
+  shown.setUnderline(link);
+  setFont(shown);
+  setCursor(link ? Qt::PointingHandCursor : Qt::ArrowCursor);
+}
+
+void LabelView::click() {
+  if (Label* label = model(); label && label->clickable()) label->userClick();
+}
+
+void LabelView::keyPressEvent(QKeyEvent* event) {
+  if (!activates(*event) || event->isAutoRepeat()) return QLabel::keyPressEvent(event);
+  click();
+}
+
+void LabelView::mouseReleaseEvent(QMouseEvent* event) {
+  QLabel::mouseReleaseEvent(event);
+  if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) click();
+}
+
+void LabelView::paintEvent(QPaintEvent* event) {
+  QLabel::paintEvent(event);
+  if (!hasFocus()) return;
+  QStyleOptionFocusRect option;
+  option.initFrom(this);
+  option.backgroundColor = palette().color(QPalette::Window);
+  QPainter painter(this);
+  style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+}
+
+void LineShapeView::showState(const LineShape& model) {
+  const QRect box = pixelsOf(model.geometry(), *this);
+  const bool lies = box.width() >= box.height();
+  setFrameStyle((lies ? QFrame::HLine : QFrame::VLine) | QFrame::Sunken);
+  // A line has no thickness in the model; a frame needs two pixels.
+  setGeometry(box.x(), box.y(), std::max(box.width(), 2), std::max(box.height(), 2));
+}
+
+}  // namespace vantrelix::qt

@@ -1,0 +1,82 @@
+// Views of the widget models that need little more than their state shown and their click forwarded.
+#pragma once
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+
+#include "qt/WidgetView.h"
+#include "ui/widgets.h"
+
+namespace vantrelix::qt {
+
+// A locked list stays readable and within reach of the keyboard, and cannot be changed.
+class DropDownListView : public View<QComboBox, DropDownList> {
+  Q_OBJECT
+
+ public:
+  DropDownListView(DropDownList& model, QWidget* parent);
+  void showPopup() override;
+
+ protected:
+  void showState(const DropDownList& model) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+
+ private:
+  bool locked() const { return !model() || model()->locked(); }
+  void choose(int index);
+};
+
+class CheckBoxView : public View<QCheckBox, CheckBox> {
+  Q_OBJECT
+
+ public:
+  CheckBoxView(CheckBox& model, QWidget* parent) : View(model, parent) {}
+
+ protected:
+  void showState(const CheckBox& model) override;
+  // The model alone says what a click makes of the value.
+  void nextCheckState() override;
+};
+
+class CommandButtonView : public View<QPushButton, CommandButton> {
+  Q_OBJECT
+
+ public:
+  CommandButtonView(CommandButton& model, QWidget* parent);
+
+ protected:
+  void showState(const CommandButton& model) override;
+};
+
+// A clickable label looks and acts as a link, for the keyboard too.
+class LabelView : public View<QLabel, Label> {
+  Q_OBJECT
+
+ public:
+  LabelView(Label& model, QWidget* parent) : View(model, parent) { setTextFormat(Qt::PlainText); }
+
+ protected:
+  void showState(const Label& model) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  void click();
+};
+
+class LineShapeView : public View<QFrame, LineShape> {
+  Q_OBJECT
+
+ public:
+  LineShapeView(LineShape& model, QWidget* parent) : View(model, parent) {}
+
+ protected:
+  void showState(const LineShape& model) override;
+};
+
+}  // namespace vantrelix::qt

@@ -1,0 +1,87 @@
+#include "tables/dbfOpening.h"
+
+#include <algorithm>
+
+#include "foundation/encoding.h"
+#include "foundation/extract.h"
+#include "platform/RunTimeFailure.h"
+#include "tables/dbfText.h"
+#include "tables/partnerFile.h"
+
+namespace vantrelix::dbf {
+
+namespace {
+
+using platform::File;
+using platform::OpenMode;
+
+constexpr std::size_t kFirstRead = 4096;
+constexpr std::size_t kLongestHeader = 65535 + 32;
+constexpr std::uint64_t kLongestPageName = 4096;
+
+[[noreturn]] void cannotOpen(const std::string& path, const RunTimeFailure& cause) {
+  const bool missing = cause.number() == failure::fileNotFound || cause.number() == failure::pathNotFound;
+  if (missing) {
+    throw RunTimeFailure(failure::noSuchTable,
+                         "The table " + displayPath(path) + " does not exist. Check its name and its folder.");
+  }
+  throw RunTimeFailure(failure::cannotOpen,
+                       "The table " + displayPath(path) + " cannot be opened. " + cause.description());
+}
+
+// Field names outside ASCII that are valid UTF-8 come from a program that writes UTF-8 and leaves the mark at 0.
+bool namesAreUtf8(const std::vector<DbfField>& fields) {
+  const auto outsideAscii = [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; };
+  bool found = false;
+  for (const DbfField& field : fields) {
+    if (!isValidUtf8(field.name)) return false;
+    found = found || std::any_of(field.name.begin(), field.name.end(), outsideAscii);
+  }
+  return found;
+}
+
+}  // namespace
+
+std::unique_ptr<File> openFile(const std::string& path, Sharing sharing, bool& readOnly) {
+  const bool wantsWrite = !readOnly || sharing != Sharing::shared;
+  try {
+    if (!wantsWrite) return platform::current().open(path, OpenMode::read);
+    try {
+      return platform::current().open(path, OpenMode::readWrite);
+    } catch (const RunTimeFailure& cause) {
+      if (cause.number() != failure::permissionDenied || sharing != Sharing::shared) throw;
+      readOnly = true;
+      return platform::current().open(path, OpenMode::read);
+    }
+  } catch (const RunTimeFailure& cause) {
+    cannotOpen(path, cause);
+  }
+}
+
+Header readHeader(File& file, const std::string& displayName) {
+  std::string bytes(kFirstRead, '\0');
+  bytes.resize(file.readAt(0, bytes.data(), bytes.size()));
+  const auto* at = reinterpret_cast<const unsigned char*>(bytes.data());
+  if (bytes.size() == kFirstRead && littleEndian(at + 8, 2) + kDescriptor > kFirstRead) {
+    bytes.resize(kLongestHeader);
+    bytes.resize(file.readAt(0, bytes.data(), bytes.size()));
+  }
+  return parseHeader(bytes, file.size(), displayName);
+}
+
+int codePageOf(const Header& header, const std::string& path) {
+  const int marked = codePageOfMark(header.languageMark);
+  if (marked != 0) return marked;
+  const std::string named = partnerFile(path, "CPG");
+  if (!named.empty()) {
+    try {
+      const int page = codePageOfName(platform::readWholeFile(named, kLongestPageName));
+      if (page != 0) return page;
+    } catch (const RunTimeFailure&) {
+      // A partner that cannot be read names no code page.
+    }
+  }
+  return namesAreUtf8(header.fields) ? kUtf8 : 1252;
+}
+
+}  // namespace vantrelix::dbf

@@ -1,0 +1,22 @@
+// The steps of opening a table: its file, its header, its encoding. Private to the table-file sources.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/Platform.h"
+#include "tables/dbfHeader.h"
+
+namespace vantrelix::dbf {
+
+// Opens for writing unless `readOnly` is set; sets it where a shared opening finds the file write-protected. A lasting
+// exclusive lock needs a file that can be written, so the other kinds of sharing always ask for it. 3011 and 3051.
+std::unique_ptr<platform::File> openFile(const std::string& path, Sharing sharing, bool& readOnly);
+
+// The header of an open table; 3343.
+Header readHeader(platform::File& file, const std::string& displayName);
+
+// The code page by the header's mark, the .CPG partner or the field names; 65001 for UTF-8.
+int codePageOf(const Header& header, const std::string& path);
+
+}  // namespace vantrelix::dbf

@@ -1,0 +1,57 @@
+#include "ui/ScriptedDesktop.h"
+
+namespace vantrelix {
+
+namespace {
+
+struct Choice {
+  MsgButtons buttons;
+  MsgAnswer yes, no, cancel;
+};
+
+// Never Retry: an unattended run would ask for ever.
+constexpr Choice kChoices[] = {
+    {MsgButtons::ok, MsgAnswer::ok, MsgAnswer::ok, MsgAnswer::ok},
+    {MsgButtons::okCancel, MsgAnswer::ok, MsgAnswer::cancel, MsgAnswer::cancel},
+    {MsgButtons::abortRetryIgnore, MsgAnswer::ignore, MsgAnswer::abort, MsgAnswer::abort},
+    {MsgButtons::yesNoCancel, MsgAnswer::yes, MsgAnswer::no, MsgAnswer::cancel},
+    {MsgButtons::yesNo, MsgAnswer::yes, MsgAnswer::no, MsgAnswer::no},
+    {MsgButtons::retryCancel, MsgAnswer::cancel, MsgAnswer::cancel, MsgAnswer::cancel},
+};
+
+MsgAnswer answerOf(const Choice& choice, ScriptedDesktop::Assume what) {
+  if (what == ScriptedDesktop::Assume::yes) return choice.yes;
+  return what == ScriptedDesktop::Assume::no ? choice.no : choice.cancel;
+}
+
+}  // namespace
+
+MsgAnswer ScriptedDesktop::messageBox(const Message& message) {
+  MsgAnswer answer = defaultAnswer(message);
+  if (!answers.empty()) {
+    answer = answers.front();
+    answers.pop_front();
+  } else if (policy) {
+    answer = policy(message);
+  }
+  shown_.push_back({message, answer});
+  return answer;
+}
+
+void ScriptedDesktop::doEvents() {
+  ++turns_;
+  if (onTurn) onTurn();
+}
+
+void ScriptedDesktop::popupMenu(Menu& menu) { menusShown_.push_back(&menu); }
+
+ScriptedDesktop::Policy ScriptedDesktop::assume(Assume what) {
+  return [what](const Message& message) {
+    for (const Choice& choice : kChoices) {
+      if (choice.buttons == message.buttons) return answerOf(choice, what);
+    }
+    return defaultAnswer(message);
+  };
+}
+
+}  // namespace vantrelix

@@ -1,0 +1,1 @@
+ATYPE_ID = 'A1' and val(GAIN) >= .5

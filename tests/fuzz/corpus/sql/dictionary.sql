@@ -1,0 +1,1 @@
+SELECT * from [QVDATASM] Where ([Table_type] = 'A') Or ([Table_type] = 'B') Order by [Datasum_id]

@@ -1,0 +1,1 @@
+select a&'it''s'&"x" as t, mid(b,2,3), count from c where not (d between 1 and #11/21/2026 4:02 PM#) and e like '*a?%_' or f not in (1,'2',null,true) order by left(a,2) desc, int(abs(-b)) asc

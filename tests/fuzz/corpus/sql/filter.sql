@@ -1,0 +1,1 @@
+Select * from [AHDSITE] WHERE ATYPE_ID = 'A1' ORDER BY HOR_AZ

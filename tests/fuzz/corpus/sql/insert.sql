@@ -1,0 +1,1 @@
+Insert Into [T] (A, [B]) Select A, val(B)*-2.5E3 From [S] Where A Is Not Null;

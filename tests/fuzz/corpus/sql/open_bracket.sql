@@ -1,0 +1,1 @@
+select * from [T where a = 1

@@ -1,0 +1,1 @@
+Select * from [T] where A = 'O'Neil'

@@ -1,0 +1,1 @@
+Select min([Freq]) AS MinFreq, max([Freq]) AS MaxFreq from [LND] where [Ltype_ID] = 'L1'

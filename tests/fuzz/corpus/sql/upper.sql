@@ -1,0 +1,1 @@
+select * from [AVD] where ucase(atype_id) = 'A1' Order by 180-[VERT_ANGLE] DESC

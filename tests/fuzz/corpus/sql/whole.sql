@@ -1,0 +1,1 @@
+SELECT * from [AMS Long Name]

@@ -46,10 +46,10 @@ std::vector<std::string> programFolders() {
 
 // The folder's store, or what takes its place where it does not exist.
 std::string folderStore(const Family& family) {
-  const std::string store = setPathName(family.folder(), family.store);
+  std::string store = setPathName(family.folder(), family.store);
   if (fileExists(store)) return store;
   for (const std::string& folder : programFolders()) {
-    const std::string fallback = setPathName(setPathName(folder, "SYSNODTA"), kGeneralStore);
+    std::string fallback = setPathName(setPathName(folder, "SYSNODTA"), kGeneralStore);
     if (fileExists(fallback)) return fallback;
   }
   return store;
@@ -73,7 +73,7 @@ std::string GetAliasDefault(const std::string& sSection, const std::string& sFil
   if (section == kLineFamily.section) return std::string(builtInLineAlias(name));
   if (section != kAntennaFamily.section) return "";
   std::string defaults = setPathName(getAntennasPath(), kAntennaDefaults);
-  const std::string description = getINIStr(sSection, sFile, "", defaults);
+  std::string description = getINIStr(sSection, sFile, "", defaults);
   return isAlias(description) ? description : std::string(builtInAntennaAlias(name));
 }
 
@@ -82,9 +82,9 @@ std::string libraryDescription(LibraryFamily family, const std::string& file) {
   std::vector<std::string> stores{folderStore(known)};
   for (const std::string& folder : programFolders()) stores.push_back(setPathName(folder, kGeneralStore));
   for (const std::string& store : stores) {
-    if (const std::string description = read(known, file, store); isAlias(description)) return description;
+    if (std::string description = read(known, file, store); isAlias(description)) return description;
   }
-  const std::string description = GetAliasDefault(known.section, file);
+  std::string description = GetAliasDefault(known.section, file);
   return isAlias(description) ? description : kNoAlias;
 }
 

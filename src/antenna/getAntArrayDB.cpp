@@ -1,6 +1,5 @@
 #include "antenna/getAntArrayDB.h"
 
-#include <algorithm>
 #include <limits>
 
 #include "antenna/convertGain.h"

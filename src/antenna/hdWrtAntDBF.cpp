@@ -48,7 +48,7 @@ struct MasterRow {
 };
 
 std::string writeMaster(Recordset& rows, const MasterRow& row) {
-  const std::string id = GenNewID_RS(rows, "ATYPE_ID", row.Code, kFirstNumber);
+  std::string id = GenNewID_RS(rows, "ATYPE_ID", row.Code, kFirstNumber);
   rows.AddNew();
   rows.put("ATYPE_ID", id);
   rows.put("ANTENNA", rows.Fields("ANTENNA").cut(row.Description));
@@ -91,11 +91,15 @@ void writeCut(Recordset& rows, const std::string& id, const CutRows& cut, double
 
 // Files that no cursor stands for are made first; the reason where that cannot be.
 std::string prepareFiles(const std::string& Code) {
-  const std::string result = MakeAntFiles(Code);
+  std::string result = MakeAntFiles(Code);
   if (getLenTrim(result) != 0) return result;
   const std::string stem = "AMS" + Code;
   if (getLenTrim(stem) != 8) return AddALine(result, "Error on Antenna Library file name: " + stem, kBlankLine);
   return "";
+}
+
+std::string failedText(const std::string& Code, const std::string& Description, const RunTimeFailure& failure) {
+  return AddALine("Error writing Antenna Library " + Code + kLineBreak + Description, modErrStr(failure));
 }
 
 }  // namespace
@@ -111,7 +115,7 @@ std::string HDwrtAntDBF(const std::string& Code, const std::string& Description,
     const double minValid = getINIDbl("HDAntenna", "MinValidGain", -50);
     SetFlag(200);
     if (!rsAMS && !rsAHD && !rsAVD) {
-      if (const std::string reason = prepareFiles(Code); !reason.empty()) return reason;
+      if (std::string reason = prepareFiles(Code); !reason.empty()) return reason;
     }
     SetFlag(300);
     if (nHor <= 0 && nVer <= 0) return "";
@@ -136,7 +140,9 @@ std::string HDwrtAntDBF(const std::string& Code, const std::string& Description,
     }
     return "";
   } catch (const RunTimeFailure& failure) {
-    return AddALine("Error writing Antenna Library " + Code + kLineBreak + Description, modErrStr(failure));
+    return failedText(Code, Description, failure);
+  } catch (const std::exception& failure) {
+    return failedText(Code, Description, RunTimeFailure(failure::internalError, failure.what()));
   }
 }
 

@@ -55,7 +55,7 @@ std::string MakeAntFiles(const std::string& code) {
     }
     return "";
   } catch (const RunTimeFailure& failure) {
-    const std::string text = AddALine(code, "Error opening Antenna Library ");
+    std::string text = AddALine(code, "Error opening Antenna Library ");
     ErrHand(failure, text);
     return text;
   }

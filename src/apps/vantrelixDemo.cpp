@@ -1,1 +1,4 @@
-int main() { return 0; }
+// The demo host.
+#include "demo/demoProgram.h"
+
+int main(int argc, char** argv) { return vantrelix::demo::runDemo(argc, argv); }

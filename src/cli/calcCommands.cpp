@@ -59,7 +59,6 @@ void convertUnits(Session& session, const std::vector<std::string>& a, UnitConve
 
 void addCalcCommands(CLI::App& app, Session& session) {
   CLI::App* calc = app.add_subcommand("calc", "Convert gains, pattern values and units");
-  calc->require_subcommand(1);
   addCalculation(*calc, "gain", "Convert an antenna gain (units dBd, dBi, REL)", "vantrelix calc gain dBd dBi -3",
                  {"FROM", "TO", "VALUE"}, session, gain);
   addCalculation(*calc, "pattern", "Convert a pattern value, given the major lobe",

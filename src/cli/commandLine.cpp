@@ -37,6 +37,13 @@ void addOptions(CLI::App& app, Session& session) {
   app.set_version_flag("--version", std::string("vantrelix " VANTRELIX_VERSION));
 }
 
+// The innermost command that was named.
+const CLI::App* lastCommand(const CLI::App& app) {
+  const CLI::App* command = &app;
+  while (!command->get_subcommands().empty()) command = command->get_subcommands().front();
+  return command;
+}
+
 }  // namespace
 
 int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
@@ -44,7 +51,6 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
   Session session(out, err, errIsTerminal);
   session.pictureWriter = pictureWriter;
   CLI::App app("Antenna libraries, pattern files and tables of the planning suite, without a window.", "vantrelix");
-  app.require_subcommand(1);
   app.fallthrough();
   app.failure_message(CLI::FailureMessage::simple);
   addOptions(app, session);
@@ -62,6 +68,10 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
     app.parse(reversed);
   } catch (const CLI::ParseError& error) {
     return app.exit(error, out, err) == 0 ? 0 : kWrongCommandLine;
+  }
+  if (!session.job) {
+    err << "A command is missing.\n\n" << lastCommand(app)->help();
+    return kWrongCommandLine;
   }
   return session.run();
 }

@@ -39,7 +39,6 @@ void set(Session& session, const IniArguments& arguments) {
 
 void addIniCommands(CLI::App& app, Session& session) {
   CLI::App* ini = app.add_subcommand("ini", "Read and write keys of INI files");
-  ini->require_subcommand(1);
 
   const auto read = std::make_shared<IniArguments>();
   CLI::App* getCommand = ini->add_subcommand("get", "Read a key");

@@ -9,7 +9,6 @@ namespace vantrelix::cli {
 
 void addSuiteCommands(CLI::App& app, Session& session) {
   CLI::App* suite = app.add_subcommand("suite", "The installation folder");
-  suite->require_subcommand(1);
   CLI::App* init = suite->add_subcommand("init", "Make an installation folder, keeping what is there");
   init->footer("Example: vantrelix suite init suite");
   auto folder = std::make_shared<std::string>();

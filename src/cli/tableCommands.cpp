@@ -176,7 +176,6 @@ void addTableCommand(CLI::App& parent, const std::string& name, const std::strin
 
 void addTableCommands(CLI::App& app, Session& session) {
   CLI::App* table = app.add_subcommand("table", "Look into, make and mend dBase tables");
-  table->require_subcommand(1);
   addTableCommand(*table, "dump", "Show a table's fields and live rows", "vantrelix table dump AMSX0001.DBF", {"FILE"},
                   session, [](Session& s, const TableArguments& a) { dump(s, a.first); });
   addTableCommand(*table, "query", "Run a query over a folder of tables",

@@ -2,8 +2,22 @@
 
 #include "foundation/regional.h"
 #include "foundation/text.h"
+#include "platform/RunTimeFailure.h"
 
 namespace vantrelix {
+
+namespace {
+
+// A log that cannot be written must not keep a host's form from coming up.
+void guardRegionalSettings() {
+  try {
+    GetRegional(true);
+  } catch (const RunTimeFailure&) {
+    return;
+  }
+}
+
+}  // namespace
 
 scLookAnt::scLookAnt(std::string name) : UserControl(std::move(name)) {
   addWidgets();
@@ -22,7 +36,7 @@ scLookAnt::scLookAnt(std::string name) : UserControl(std::move(name)) {
   listenToKeys();
   listenToLeaving();
   listenToClicks();
-  GetRegional(true);
+  guardRegionalSettings();
 }
 
 scLookAnt::~scLookAnt() = default;

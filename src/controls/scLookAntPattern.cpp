@@ -1,5 +1,6 @@
 // How a library file and an ID become the values and previews of the antenna lookup control.
 #include "antenna/getAntArrayDB.h"
+#include "controls/quietLog.h"
 #include "controls/scLookAnt.h"
 #include "controls/scLookAntProcedures.h"
 #include "foundation/errHand.h"
@@ -23,19 +24,6 @@ struct scLookAnt::LibraryAntenna {
   std::vector<double> VerAngle{0};
   std::vector<double> VerField{0};
 };
-
-namespace {
-
-// The drawing is the least of the control's duties: neither its failure nor that of the log goes any further.
-void logDrawingFailure(const RunTimeFailure& failure) {
-  try {
-    wrtTechSupNoMak(modErrStr(failure, "Error in SeeAntPreview"));
-  } catch (const RunTimeFailure&) {
-    return;
-  }
-}
-
-}  // namespace
 
 void scLookAnt::clearPreviews() {
   picHor.Cls();
@@ -125,7 +113,7 @@ void scLookAnt::SeeAntPreview(double gain, const std::string& gainUnit, const Sh
     drawCut(picVer, Plane::elevation, polarScale(gain, gainUnit, elevation.minimum), elevation.angles,
             elevation.values);
   } catch (const RunTimeFailure& failure) {
-    logDrawingFailure(failure);
+    logQuietly(modErrStr(failure, "Error in SeeAntPreview"));
   }
 }
 

@@ -3,8 +3,8 @@
 #include <optional>
 
 #include "antenna/convertGain.h"
+#include "controls/quietLog.h"
 #include "controls/scLookAnt.h"
-#include "foundation/errHand.h"
 #include "foundation/extract.h"
 #include "foundation/getINI.h"
 #include "foundation/numbers.h"
@@ -35,7 +35,7 @@ std::optional<double> fromDbd(const std::string& unit, double dbd) {
 
 void rememberUnit(const std::string& unit) {
   if (setINI(kSection, kUnitsKey, getDefaultsINI(), unit)) return;
-  wrtTechSupNoMak("The gain units could not be kept as the default in " + displayPath(getDefaultsINI()));
+  logQuietly("The gain units could not be kept as the default in " + displayPath(getDefaultsINI()));
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ struct PatternLineRules {
   bool minimumAboveMinus50 = false;
   // Between the two fields; blank means a tab where the line holds one and else one blank, runs of blanks counting as
   // one.
-  std::string_view delimiter = "";
+  std::string_view delimiter;
   // Tells the line behind which the cut ends; null where it goes on to the end of the file.
   bool (*endsCut)(std::string_view line) = nullptr;
 };

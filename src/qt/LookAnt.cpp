@@ -19,12 +19,12 @@ LookAnt::LookAnt(QWidget* parent)
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(view_);
   setSizePolicy(view_->sizePolicy());
-  control_->NewAlert.listen([this] { emit NewAlert(); });
-  control_->ChangeAntenna.listen([this] { emit ChangeAntenna(); });
-  control_->ChangeMounting.listen([this] { emit ChangeMounting(); });
+  control_->NewAlert.listen([this] { Q_EMIT NewAlert(); });
+  control_->ChangeAntenna.listen([this] { Q_EMIT ChangeAntenna(); });
+  control_->ChangeMounting.listen([this] { Q_EMIT ChangeMounting(); });
   control_->ChangeSize.listen([this] {
     updateGeometry();
-    emit ChangeSize();
+    Q_EMIT ChangeSize();
   });
 }
 

@@ -91,7 +91,7 @@ class LookAnt : public QWidget {
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
- public slots:
+ public Q_SLOTS:
   void sValueFreq(double megahertz) { control_->sValueFreq(megahertz); }
   void GetAntPat() { control_->GetAntPat(); }
   void Clear() { control_->Clear(); }
@@ -100,7 +100,7 @@ class LookAnt : public QWidget {
   void LookupOnly(bool only) { control_->LookupOnly(only); }
   void bSeeGainOnly(bool only) { control_->bSeeGainOnly(only); }
 
- signals:
+ Q_SIGNALS:
   void NewAlert();
   void ChangeAntenna();
   void ChangeMounting();

@@ -125,7 +125,7 @@ std::string NewId::make() {
     ++candidate;
     next = std::lower_bound(next, used.end(), candidate);
     if (next != used.end() && *next == candidate) continue;
-    const std::string id = text(candidate);
+    std::string id = text(candidate);
     cursor_.FindFirst(field_.Name() + " = '" + id + "'");
     if (cursor_.NoMatch()) return id;
   }

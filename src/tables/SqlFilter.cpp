@@ -11,7 +11,8 @@ namespace {
 
 // In every encoding of a table such a text has the same bytes, and no other bytes are read as it.
 bool isPlain(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return c > 0; });
+  return std::all_of(text.begin(), text.end(),
+                     [](char c) { return c != '\0' && static_cast<unsigned char>(c) < 0x80; });
 }
 
 unsigned char upperByte(unsigned char c) {

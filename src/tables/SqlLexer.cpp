@@ -136,7 +136,7 @@ std::string nearText(std::string_view text, std::size_t position) {
   }
   std::string result = leftCharacters(text.substr(position, end - position), 24);
   std::replace_if(
-      result.begin(), result.end(), [](char c) { return c >= 0 && c < ' '; }, '?');
+      result.begin(), result.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, '?');
   return result;
 }
 

@@ -76,6 +76,8 @@ std::optional<double> parseNumber(std::string_view bytes) {
   const char* last = first + bytes.size();
   while (first != last && isPadding(*first)) ++first;
   while (first != last && isPadding(last[-1])) --last;
+  // "0   . " is a nought typed into an empty form of the number; the point is the form's.
+  while (last - first > 1 && (isPadding(last[-1]) || (last[-1] == '.' && isPadding(last[-2])))) --last;
   if (first == last) return std::nullopt;
   const bool negative = *first == '-';
   if (negative || *first == '+') ++first;

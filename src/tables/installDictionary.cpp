@@ -55,7 +55,7 @@ void writeRows(DbfFile& table) {
 std::string installDictionary() {
   platform::Platform& system = platform::current();
   const std::string folder = getSystemPath();
-  const std::string path = system.findIgnoringCase(setPathName(folder, kFileName));
+  std::string path = system.findIgnoringCase(setPathName(folder, kFileName));
   if (getFileExistLEN(path)) return path;
   // A dictionary of half its rows would be kept for good, so the whole one comes to its name at once.
   const std::string made = reserveStampedTable(folder, "YYHHMMSS");

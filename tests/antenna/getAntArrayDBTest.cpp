@@ -290,6 +290,30 @@ TEST_F(GetAntArrayDB, AMissingFieldIsARunTimeFailure) {
   EXPECT_EQ(r.Description, "Panel");
 }
 
+TEST_F(GetAntArrayDB, AFileThatIsNoTableIsARunTimeFailureAndStaysAsItIs) {
+  suite.folder().write("ANTENNAS/AMSBAD01.DBF", "a letter, not a table");
+  suite.folder().write("ANTENNAS/AMSBAD02.DBF", "");
+  const Reading r = read("X", "dBi", true, "AMSBAD01");
+  read("X", "dBi", true, "AMSBAD02");
+  ASSERT_EQ(suite.messages.size(), 2u);
+  EXPECT_THAT(suite.messages[0].text, HasSubstr("AMSBAD01.DBF"));
+  EXPECT_THAT(suite.messages[1].text, HasSubstr("AMSBAD02.DBF"));
+  EXPECT_EQ(r.GainUnits, "dBd");
+  EXPECT_EQ(suite.folder().read("ANTENNAS/AMSBAD01.DBF"), "a letter, not a table");
+}
+
+TEST_F(GetAntArrayDB, ACutOfMorePointsThanACountHoldsIsARunTimeFailure) {
+  ASSERT_EQ(add(3, "dBd", {3, 2}, {3}), "");
+  const auto table = DbfFile::open(setPathName(folder(), "AHDT0001.DBF"));
+  std::vector<unsigned char> record(static_cast<std::size_t>(table->recordLength())), rows;
+  ASSERT_TRUE(table->readRecord(0, record.data()));
+  for (int i = 0; i < 32766; ++i) rows.insert(rows.end(), record.begin(), record.end());
+  table->append(rows.data(), 32766);
+  EXPECT_EQ(read(kFirstId, "", true).nVer, 0);
+  ASSERT_EQ(suite.messages.size(), 1u);
+  EXPECT_THAT(suite.messages[0].text, HasSubstr("Error 6:"));
+}
+
 TEST_F(GetAntArrayDB, TheNameOfAnyCaseFindsTheTables) {
   ASSERT_EQ(add(3, "dBd", {3, 2}, {3}), "");
   EXPECT_EQ(read(kFirstId, "", false, "amst0001").nHor, 2);

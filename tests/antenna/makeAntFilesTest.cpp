@@ -2,7 +2,7 @@
 #include "antenna/makeAntFiles.h"
 #include "foundation/errHand.h"
 #include "foundation/extract.h"
-#include "platform/Platform.h"
+#include "platform/FaultPlatform.h"
 
 namespace vantrelix::test {
 
@@ -71,6 +71,18 @@ TEST_F(MakeAntFilesTest, AFailureWhileOpeningGoesToTheHandlerAndGivesNoCursor) {
   EXPECT_EQ(MakeAVDFile(kCode), nullptr);
   EXPECT_FALSE(suite.messages.empty());
   EXPECT_THAT(suite.log(), HasSubstr("AVDT0001\r\nError opening Antenna Library AVD file"));
+  EXPECT_EQ(currentProcedure(), 0);
+}
+
+TEST_F(MakeAntFilesTest, AFailureOfItsOwnIsTheResult) {
+  ASSERT_FALSE(folder().empty());
+  ASSERT_EQ(std::remove(suite.folder().machine("ANTENNAS").c_str()), 0);
+  // The log cannot be opened while the first table's failure is reported.
+  platform::FaultPlatform faulty(platform::current());
+  const platform::Substitute substitute(faulty);
+  faulty.failAt(1, failure::permissionDenied);
+  EXPECT_EQ(MakeAntFiles(kCode), "T0001\r\nError opening Antenna Library ");
+  EXPECT_THAT(suite.log(), HasSubstr("Procedure: 5817; Flag 100"));
   EXPECT_EQ(currentProcedure(), 0);
 }
 

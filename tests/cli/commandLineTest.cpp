@@ -9,12 +9,18 @@ namespace {
 
 using testing::HasSubstr;
 
-TEST(CommandLine, NothingAskedIsAWrongCommandLine) { EXPECT_EQ(runCli({}).status, 2); }
+TEST(CommandLine, NothingAskedIsAWrongCommandLine) {
+  EXPECT_EQ(runCli({}).status, 2);
+  const CliRun half = runCli({"table"});
+  EXPECT_EQ(half.status, 2);
+  EXPECT_THAT(half.err, HasSubstr("dump"));
+}
 
 TEST(CommandLine, AnUnknownCommandIsAWrongCommandLine) {
   const CliRun run = runCli({"brew"});
   EXPECT_EQ(run.status, 2);
   EXPECT_THAT(run.err, HasSubstr("brew"));
+  EXPECT_THAT(runCli({"table", "brew"}).err, HasSubstr("brew"));
 }
 
 TEST(CommandLine, HelpListsEveryCommandAndEachHasAnExample) {

@@ -220,5 +220,33 @@ TEST(Execute, RefusesWhatItCannotRun) {
   EXPECT_EQ(tables.list("select * from AMSNEW"), "");
 }
 
+TEST(OpenRecordset, ReadsTheRealTablesThatCanBeRead) {
+  const std::string folder = test::realData("dbf");
+  if (folder.empty()) GTEST_SKIP() << "no real tables here";
+  int read = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    if (!equalIgnoringCase(entry.path().extension().string(), ".dbf")) continue;
+    std::uint32_t live = 0;
+    RecordsetPtr rows;
+    const std::string token = "[" + entry.path().stem().string() + "]";
+    const DatabasePtr database = DBEngine::OpenDatabase(platform::current().fromMachine(folder), false, true);
+    try {
+      const auto table = DbfFile::open(platform::current().fromMachine(entry.path().string()), true);
+      table->scan([&](std::uint32_t, const unsigned char* record) { return live += record[0] != '*' ? 1 : 0, true; });
+    } catch (const RunTimeFailure& refusal) {
+      EXPECT_EQ(failureOf([&] { database->OpenRecordset("select * from " + token); }), refusal.number()) << token;
+      continue;
+    }
+    rows = database->OpenRecordset("select * from " + token);
+    if (rows->fieldCount() > 0)
+      rows = database->OpenRecordset("select * from " + token + " order by [" + rows->Fields(0).Name() + "]");
+    if (live > 0) rows->MoveLast();
+    EXPECT_EQ(rows->RecordCount(), static_cast<long>(live)) << token;
+    for (std::size_t i = 0; live > 0 && i < rows->fieldCount(); ++i) EXPECT_NO_THROW(rows->Fields(i).value()) << token;
+    ++read;
+  }
+  EXPECT_GT(read, 0);
+}
+
 }  // namespace
 }  // namespace vantrelix

@@ -130,7 +130,7 @@ TEST_F(RealTables, HeadersThatLieAreReadByTheFile) {
 TEST_F(RealTables, OddValuesAreNull) {
   EXPECT_TRUE(valueOf(*open("olemb__invalid_value.dbf"), 0, "BIRTHDATE").isNull());
   EXPECT_EQ(valueOf(*open("olemb__invalid_value.dbf"), 1, "BIRTHDATE"), Value(DateTime{1980, 11, 12}));
-  EXPECT_TRUE(valueOf(*open("mpsystemsser__ENROLL.DBF"), 0, "MARK").isNull());
+  EXPECT_TRUE(valueOf(*open("mbostock__number-property.dbf"), 0, "FOO").isNull());
   EXPECT_TRUE(valueOf(*open("yellowfeathe__dbase_03_nullchar.dbf"), 1, "TXTCOL").isNull());
   EXPECT_EQ(valueOf(*open("exavera__10BytesDates.dbf"), 0, "BIRTHDATE"), Value(DateTime{1960, 1, 1}));
   EXPECT_TRUE(valueOf(*open("exavera__ZeroSizeColumn.dbf"), 0, "KRAJID").isNull());
@@ -141,6 +141,10 @@ TEST_F(RealTables, NumbersAreReadToTheirLastDigit) {
   EXPECT_EQ(valueOf(*open("infused__dbase_8b.dbf"), 0, "FLOAT"), Value(1.23456789012346));
   EXPECT_EQ(valueOf(*open("sebastiaankl__TEST.DBF"), 1, "NUMBER"), Value(123456789.99));
   EXPECT_EQ(valueOf(*open("sebastiaankl__dkeza.dbf"), 0, "CURR"), Value(1234567890.1234));
+}
+
+TEST_F(RealTables, ANumberInAnEmptyFormIsReadAsOtherReadersDo) {
+  EXPECT_EQ(valueOf(*open("mpsystemsser__ENROLL.DBF"), 0, "MARK"), Value(0));
 }
 
 TEST_F(RealTables, AnUpdateOfACopyChangesNoOtherByte) {

@@ -36,6 +36,13 @@ TEST(NumberDigits, NulsAroundThemCountAsBlanks) {
   EXPECT_EQ(parseNumber("1\0002"sv), std::nullopt);
 }
 
+TEST(NumberDigits, ThePointOfAnEmptyFormIsNoPartOfTheNumber) {
+  EXPECT_EQ(parseNumber("0   . "), 0.0);
+  EXPECT_EQ(parseNumber("12  .  "), 12.0);
+  EXPECT_EQ(parseNumber("    .  "), std::nullopt);
+  EXPECT_EQ(parseNumber("1  . 5"), std::nullopt);
+}
+
 TEST(NumberDigits, WhatIsNoNumberIsNothing) {
   for (const char* text :
        {"", "     ", "******", ".", "-", "   .  ", "1,5", "12a", "1.2.3", "--1", "1e", "nan", "inf", "0x10"}) {

@@ -356,6 +356,16 @@ TEST(Requery, ShowsTheRowsThatAnotherCursorAdded) {
   EXPECT_EQ(mine->RecordCount(), 5);
 }
 
+TEST(Requery, ComputesAggregatesAnew) {
+  const CursorTables tables;
+  const RecordsetPtr row = tables.open("select max(GAIN) as m, count(*) as n from AMSTEST");
+  tables.add("D4", "x", 99, 1);
+  EXPECT_EQ(row->value("m"), Value(10));
+  row->Requery();
+  EXPECT_EQ(row->value("m"), Value(99));
+  EXPECT_EQ(row->value("n"), Value(5));
+}
+
 TEST(Requery, GoesToTheFileThatTookTheTablesPlace) {
   const CursorTables tables;
   const RecordsetPtr rows = tables.open(kAll);

@@ -1,0 +1,31 @@
+// What happened between the host and the control, newest last, and the control's alerts.
+#pragma once
+
+#include <QWidget>
+
+class QPlainTextEdit;
+class QTreeWidget;
+
+namespace vantrelix::demo {
+
+class EventList : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit EventList(QWidget* parent = nullptr);
+
+  void addEvent(const QString& event, const QString& detail);
+  void addCall(const QString& call, const QString& detail = {});
+  void setAlerts(const QString& alerts);
+
+ Q_SIGNALS:
+  void clearAlerts();
+
+ private:
+  void add(const QString& from, const QString& what, const QString& detail);
+
+  QTreeWidget* list_;
+  QPlainTextEdit* alerts_;
+};
+
+}  // namespace vantrelix::demo

@@ -1,0 +1,155 @@
+#include "demo/HostControls.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QDoubleSpinBox>
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include "qt/LookAnt.h"
+
+namespace vantrelix::demo {
+
+namespace {
+
+const QColor kPointer(0, 130, 60);
+
+QString onOff(bool on) { return on ? " = true" : " = false"; }
+
+void addRule(QVBoxLayout& layout) {
+  auto* rule = new QFrame;
+  rule->setFrameStyle(QFrame::HLine | QFrame::Sunken);
+  layout.addSpacing(layout.spacing() / 2);
+  layout.addWidget(rule);
+  layout.addSpacing(layout.spacing() / 2);
+}
+
+template <class Button>
+Button* named(Button* button, const QString& name, const QString& tip) {
+  button->setObjectName(name);
+  button->setToolTip(tip);
+  return button;
+}
+
+}  // namespace
+
+HostControls::HostControls(qt::LookAnt& control, QWidget* parent) : QGroupBox("Host", parent), control_(control) {
+  auto* layout = new QVBoxLayout(this);
+  addRecord(*layout);
+  addRule(*layout);
+  addBackgrounds(*layout);
+  addRule(*layout);
+  addViews(*layout);
+  addRule(*layout);
+  addPointers(*layout);
+  layout->addStretch(1);
+  showState();
+}
+
+QCheckBox* HostControls::addBox(QVBoxLayout& layout, const QString& name, const QString& caption, const QString& tip) {
+  auto* box = named(new QCheckBox(caption, this), name, tip);
+  layout.addWidget(box);
+  return box;
+}
+
+void HostControls::addRecord(QVBoxLayout& layout) {
+  lock_ = addBox(layout, "lockBox", "Loc&k the record", "Locks the values against the user");
+  connect(lock_, &QCheckBox::clicked, this, [this](bool on) {
+    control_.Locked(on);
+    did("Locked" + onOff(on));
+  });
+  auto* clear = named(new QPushButton("C&lear values", this), "clearButton", "Blanks the values and the previews");
+  layout.addWidget(clear);
+  connect(clear, &QPushButton::clicked, this, [this] {
+    control_.Clear();
+    control_.GetAntPat();
+    did("Clear, GetAntPat");
+  });
+}
+
+void HostControls::addBackgrounds(QVBoxLayout& layout) {
+  struct Row {
+    const char *name, *caption, *call;
+    void (qt::LookAnt::*put)(bool);
+  };
+  constexpr Row rows[] = {
+      {"whiteButton", "&White", "BackWhite", &qt::LookAnt::BackWhite},
+      {"redButton", "&Red", "BackRed", &qt::LookAnt::BackRed},
+      {"greyButton", "Light &grey", "BackLtGray", &qt::LookAnt::BackLtGray},
+  };
+  layout.addWidget(new QLabel("Background"));
+  backgrounds_ = new QButtonGroup(this);
+  for (const Row& row : rows) {
+    auto* button = named(new QRadioButton(row.caption, this), row.name, "Paints the boxes of the control");
+    backgrounds_->addButton(button, static_cast<int>(&row - rows));
+    layout.addWidget(button);
+    connect(button, &QRadioButton::clicked, this, [this, row] {
+      (control_.*row.put)(true);
+      did(row.call + onOff(true));
+    });
+  }
+}
+
+void HostControls::addViews(QVBoxLayout& layout) {
+  previews_ = addBox(layout, "previewBox", "&Previews", "Shows the azimuth and elevation previews");
+  connect(previews_, &QCheckBox::clicked, this, [this](bool on) {
+    control_.SeePreview(on);
+    did("SeePreview" + onOff(on));
+  });
+  gainOnly_ = addBox(layout, "gainOnlyBox", "Gain &only", "Cuts the control to its antenna rows");
+  connect(gainOnly_, &QCheckBox::clicked, this, [this](bool on) {
+    control_.bSeeGainOnly(on);
+    did("bSeeGainOnly" + onOff(on));
+  });
+  polarisation_ = addBox(layout, "polarisationBox", "Polarisation &visible", "Shows the polarisation and its caption");
+  connect(polarisation_, &QCheckBox::clicked, this, [this](bool on) {
+    control_.bPolVis(on);
+    did("bPolVis" + onOff(on));
+  });
+}
+
+void HostControls::addPointers(QVBoxLayout& layout) {
+  bearing_ = named(new QDoubleSpinBox(this), "bearingSpin", "The direction to mark on a preview, in degrees");
+  bearing_->setRange(-360, 360);
+  bearing_->setDecimals(1);
+  bearing_->setValue(45);
+  bearing_->setSuffix(QString::fromUtf8("\xC2\xB0"));
+  auto* caption = new QLabel("B&earing");
+  caption->setBuddy(bearing_);
+  auto* azimuth = named(new QPushButton("Mark &azimuth", this), "markAzimuthButton",
+                        "Draws a pointer on the azimuth preview; it stays until the next redraw");
+  auto* elevation = named(new QPushButton("&Mark elevation", this), "markElevationButton",
+                          "Draws a pointer on the elevation preview; it stays until the next redraw");
+  for (QWidget* widget : std::initializer_list<QWidget*>{caption, bearing_, azimuth, elevation})
+    layout.addWidget(widget);
+  connect(azimuth, &QPushButton::clicked, this, [this] {
+    control_.SeeAzimuth(bearing_->value(), kPointer);
+    did(QString("SeeAzimuth %1").arg(bearing_->value()));
+  });
+  connect(elevation, &QPushButton::clicked, this, [this] {
+    control_.SeeElevation(bearing_->value(), kPointer);
+    did(QString("SeeElevation %1").arg(bearing_->value()));
+  });
+}
+
+void HostControls::did(const QString& call) {
+  showState();
+  Q_EMIT acted(call);
+}
+
+void HostControls::showState() {
+  lock_->setChecked(control_.Locked());
+  previews_->setChecked(control_.SeePreview());
+  previews_->setEnabled(!gainOnly_->isChecked());
+  polarisation_->setChecked(control_.bPolVis());
+  const bool states[] = {control_.BackWhite(), control_.BackRed(), control_.BackLtGray()};
+  for (int i = 0; i < 3; ++i) {
+    if (states[i]) backgrounds_->button(i)->setChecked(true);
+  }
+}
+
+}  // namespace vantrelix::demo

@@ -1,0 +1,203 @@
+#include "demo/LibraryPanel.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScopedValueRollback>
+#include <QSortFilterProxyModel>
+#include <QTableView>
+#include <QVBoxLayout>
+
+#include "demo/AntennaTable.h"
+#include "foundation/extract.h"
+#include "foundation/suitePaths.h"
+#include "foundation/text.h"
+#include "platform/RunTimeFailure.h"
+#include "qt/qtText.h"
+
+namespace vantrelix::demo {
+
+using qt::fromQt;
+using qt::toQt;
+
+namespace {
+
+void addField(QVBoxLayout& layout, const QString& caption, QWidget& field) {
+  auto* label = new QLabel(caption);
+  label->setBuddy(&field);
+  layout.addWidget(label);
+  layout.addWidget(&field);
+}
+
+void setUpList(QTableView& list) {
+  list.setObjectName("antennaList");
+  list.setSelectionBehavior(QAbstractItemView::SelectRows);
+  list.setSelectionMode(QAbstractItemView::SingleSelection);
+  list.setEditTriggers(QAbstractItemView::NoEditTriggers);
+  list.setTabKeyNavigation(false);
+  list.setShowGrid(false);
+  list.setAlternatingRowColors(true);
+  list.setWordWrap(false);
+  list.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+  list.verticalHeader()->hide();
+  list.verticalHeader()->setDefaultSectionSize(list.fontMetrics().height() * 3 / 2);
+  list.horizontalHeader()->setHighlightSections(false);
+  list.horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+// Columns as wide as what they hold; the description takes what is left, and what does not fit is reached by scrolling.
+void fitColumns(QTableView& list) {
+  QHeaderView& header = *list.horizontalHeader();
+  header.setSectionResizeMode(QHeaderView::ResizeToContents);
+  header.setSectionResizeMode(AntennaTable::description, QHeaderView::Stretch);
+  header.setMinimumSectionSize(list.fontMetrics().averageCharWidth() * 8);
+}
+
+bool sameLibrary(const std::string& file, const QString& wanted) {
+  return equalIgnoringCase(ExtractBaseName(file), ExtractBaseName(ExtractFileName(fromQt(wanted))));
+}
+
+}  // namespace
+
+LibraryPanel::LibraryPanel(QWidget* parent)
+    : QWidget(parent),
+      library_(new QComboBox(this)),
+      find_(new QLineEdit(this)),
+      list_(new QTableView(this)),
+      note_(new QLabel(this)),
+      antennas_(new AntennaTable(this)),
+      shown_(new QSortFilterProxyModel(this)) {
+  build();
+  connect(library_, &QComboBox::currentIndexChanged, this, &LibraryPanel::loadAntennas);
+  connect(find_, &QLineEdit::textChanged, this, &LibraryPanel::filter);
+  connect(list_->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& row) {
+    if (!quiet_ && row.isValid()) Q_EMIT antennaChosen();
+  });
+  connect(list_, &QTableView::doubleClicked, this, &LibraryPanel::antennaActivated);
+  loadLibraries();
+}
+
+void LibraryPanel::build() {
+  library_->setObjectName("libraryList");
+  library_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  library_->setMinimumContentsLength(16);
+  find_->setObjectName("antennaFilter");
+  find_->setPlaceholderText("Name, ID, gain or band");
+  find_->setClearButtonEnabled(true);
+  find_->setToolTip("Shows the antennas that hold this text");
+  find_->installEventFilter(this);
+  list_->installEventFilter(this);
+  shown_->setSourceModel(antennas_);
+  shown_->setFilterKeyColumn(-1);
+  shown_->setFilterCaseSensitivity(Qt::CaseInsensitive);
+  list_->setModel(shown_);
+  setUpList(*list_);
+  fitColumns(*list_);
+  note_->setWordWrap(true);
+  note_->setTextFormat(Qt::PlainText);
+  note_->setObjectName("libraryNote");
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  addField(*layout, "Li&brary", *library_);
+  addField(*layout, "&Find antenna", *find_);
+  layout->addWidget(list_, 1);
+  layout->addWidget(note_);
+}
+
+void LibraryPanel::loadLibraries() {
+  libraries_ = libraryFiles(LibraryFamily::antenna);
+  for (const LibraryEntry& entry : libraries_) {
+    const bool named = getLenTrim(entry.description) > 0 && entry.description != "|";
+    library_->addItem(toQt(named ? entry.description : entry.file));
+    library_->setItemData(library_->count() - 1, toQt(entry.file), Qt::ToolTipRole);
+  }
+  library_->setEnabled(!libraries_.empty());
+  if (libraries_.empty()) loadAntennas();
+}
+
+void LibraryPanel::loadAntennas() {
+  const QScopedValueRollback<bool> rollback(quiet_, true);
+  const LibraryEntry chosen = library();
+  library_->setToolTip(toQt(chosen.file));
+  failure_.clear();
+  std::vector<AntennaListEntry> antennas;
+  try {
+    if (!chosen.file.empty()) antennas = listAntennas(getAntennasPath(), ExtractBaseName(chosen.file));
+  } catch (const RunTimeFailure& failure) {
+    failure_ = toQt(failure.description());
+  }
+  antennas_->setAntennas(std::move(antennas));
+  showCount();
+}
+
+void LibraryPanel::filter(const QString& text) {
+  const QScopedValueRollback<bool> rollback(quiet_, true);
+  shown_->setFilterFixedString(text.trimmed());
+  showCount();
+}
+
+void LibraryPanel::showCount() {
+  const int all = antennas_->rowCount();
+  const int seen = shown_->rowCount();
+  const QString antennas = all == 1 ? "%1 antenna" : "%1 antennas";
+  if (!failure_.isEmpty()) {
+    note_->setText(failure_);
+  } else if (libraries_.empty()) {
+    note_->setText("No antenna library in " + toQt(displayPath(getAntennasPath())) + ".");
+  } else {
+    note_->setText(seen == all ? antennas.arg(all) : QString("%1 of ").arg(seen) + antennas.arg(all));
+  }
+  Q_EMIT listed();
+}
+
+void LibraryPanel::stand(int proxyRow) {
+  if (proxyRow < 0 || proxyRow >= shown_->rowCount()) return;
+  list_->selectRow(proxyRow);
+  list_->scrollTo(shown_->index(proxyRow, 0));
+}
+
+bool LibraryPanel::choose(const QString& wanted, const QString& antenna) {
+  const QScopedValueRollback<bool> rollback(quiet_, true);
+  int index = wanted.isEmpty() && !libraries_.empty() ? 0 : -1;
+  for (std::size_t i = 0; i < libraries_.size() && index < 0; ++i) {
+    if (sameLibrary(libraries_[i].file, wanted)) index = static_cast<int>(i);
+  }
+  if (index < 0) return false;
+  library_->setCurrentIndex(index);
+  const int row = antenna.isEmpty() ? 0 : antennas_->rowOf(fromQt(antenna));
+  if (row < 0 || row >= antennas_->rowCount()) return false;
+  find_->clear();
+  stand(shown_->mapFromSource(antennas_->index(row, 0)).row());
+  return true;
+}
+
+LibraryEntry LibraryPanel::library() const {
+  const int index = library_->currentIndex();
+  return index < 0 ? LibraryEntry{} : libraries_[static_cast<std::size_t>(index)];
+}
+
+std::optional<AntennaListEntry> LibraryPanel::antenna() const {
+  const QModelIndex row = shown_->mapToSource(list_->currentIndex());
+  if (!row.isValid() || !list_->selectionModel()->isRowSelected(list_->currentIndex().row())) return std::nullopt;
+  return antennas_->antennas()[static_cast<std::size_t>(row.row())];
+}
+
+bool LibraryPanel::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
+  const int key = static_cast<QKeyEvent*>(event)->key();
+  const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+  if (enter && watched == list_ && antenna()) {
+    Q_EMIT antennaActivated();
+    return true;
+  }
+  if (watched == find_ && (key == Qt::Key_Down || (enter && !find_->text().isEmpty()))) {
+    list_->setFocus(Qt::OtherFocusReason);
+    if (!antenna()) stand(0);
+    return true;
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace vantrelix::demo

@@ -77,8 +77,9 @@ scLookAnt::LibraryAntenna scLookAnt::readLibrary() {
 
 void scLookAnt::takeLibraryValues(const LibraryAntenna& antenna) {
   sValueDesc(antenna.description);
-  // The unit first: its change converts the old gain, which the library's then replaces.
-  sValueUnit(antenna.unit);
+  // The unit first: its change converts the old gain, which the library's then replaces. The field's padding is no part
+  // of it.
+  sValueUnit(trim(antenna.unit));
   sValueGain(generalText(antenna.gain));
   if (!getINIBool("Antenna Lookup", "NoGainLock", "0")) LookupOnly(true);
   if (getLenTrim(antenna.errorText) != 0) Alerts(antenna.errorText);

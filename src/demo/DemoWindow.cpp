@@ -28,6 +28,18 @@ using qt::toQt;
 namespace {
 
 constexpr double kFrequency = 451.25;  // MHz
+// The window's first size, in lines of its font.
+constexpr int kWidthInLines = 78;
+constexpr int kHeightInLines = 52;
+
+// How the made-up site's antenna is mounted.
+void mount(qt::LookAnt& control) {
+  control.sValueOrient("120");
+  control.sValueEtilt("-2");
+  control.sValueMtilt("0");
+  control.sValueMazim("120");
+  control.sValuePol("Vertical");
+}
 
 QLineEdit* readOnlyField(const QString& text) {
   auto* field = new QLineEdit(text);
@@ -79,7 +91,7 @@ DemoWindow::DemoWindow(QWidget* parent)
 }
 
 QSize DemoWindow::sizeHint() const {
-  return QSize(170 * fontMetrics().averageCharWidth(), 0).expandedTo(QMainWindow::sizeHint());
+  return (QSize(kWidthInLines, kHeightInLines) * fontMetrics().lineSpacing()).expandedTo(QMainWindow::sizeHint());
 }
 
 QWidget* DemoWindow::libraryBox() {
@@ -128,6 +140,7 @@ QWidget* DemoWindow::facilityForm() {
 void DemoWindow::listenToControl() {
   control_->sValueFreq(frequency_->value());
   control_->control().ZORUserLogin("");
+  mount(*control_);
   control_->control().setLibraryLook([this](scLookAnt::LibraryChoice& choice) { return look(choice); });
   connect(control_, &qt::LookAnt::ChangeAntenna, this, [this] { heard("ChangeAntenna", antennaText()); });
   connect(control_, &qt::LookAnt::ChangeMounting, this, [this] { heard("ChangeMounting", mountingText()); });
@@ -143,7 +156,7 @@ void DemoWindow::listenToHost() {
   connect(panel_, &LibraryPanel::antennaChosen, this, &DemoWindow::takeChosen);
   connect(panel_, &LibraryPanel::antennaActivated, this, &DemoWindow::takeChosen);
   connect(host_, &HostControls::acted, this, [this](const QString& call) {
-    panel_->setEnabled(!control_->Locked());
+    panel_->setEnabled(!host_->locked());
     events_->addCall(call);
   });
   connect(events_, &EventList::clearAlerts, this, [this] {
@@ -162,7 +175,7 @@ bool DemoWindow::choose(const QString& library, const QString& antenna) {
 void DemoWindow::takeChosen() {
   const auto antenna = panel_->antenna();
   if (!antenna) return;
-  control_->sValueFile(toQt(panel_->library().file));
+  control_->sValueFile(toQt(ExtractBaseName(panel_->library().file)));
   control_->sValueID(toQt(antenna->id));
   control_->GetAntPat();
   host_->showState();

@@ -22,7 +22,7 @@ void setUpList(QTreeWidget& list) {
   list.setUniformRowHeights(true);
   list.setAlternatingRowColors(true);
   const int letter = list.fontMetrics().averageCharWidth();
-  const int widths[] = {12, 10, 22};
+  const int widths[] = {12, 11, 38};
   for (int column = 0; column < 3; ++column) list.setColumnWidth(column, widths[column] * letter);
 }
 

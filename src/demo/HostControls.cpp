@@ -1,13 +1,10 @@
 #include "demo/HostControls.h"
 
-#include <QButtonGroup>
 #include <QCheckBox>
 #include <QDoubleSpinBox>
 #include <QFrame>
 #include <QLabel>
 #include <QPushButton>
-#include <QRadioButton>
-#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include "qt/LookAnt.h"
@@ -82,12 +79,10 @@ void HostControls::addBackgrounds(QVBoxLayout& layout) {
       {"greyButton", "Light &grey", "BackLtGray", &qt::LookAnt::BackLtGray},
   };
   layout.addWidget(new QLabel("Background"));
-  backgrounds_ = new QButtonGroup(this);
   for (const Row& row : rows) {
-    auto* button = named(new QRadioButton(row.caption, this), row.name, "Paints the boxes of the control");
-    backgrounds_->addButton(button, static_cast<int>(&row - rows));
+    auto* button = named(new QPushButton(row.caption, this), row.name, "Paints the boxes of the control");
     layout.addWidget(button);
-    connect(button, &QRadioButton::clicked, this, [this, row] {
+    connect(button, &QPushButton::clicked, this, [this, row] {
       (control_.*row.put)(true);
       did(row.call + onOff(true));
     });
@@ -141,15 +136,12 @@ void HostControls::did(const QString& call) {
   Q_EMIT acted(call);
 }
 
+bool HostControls::locked() const { return lock_->isChecked(); }
+
 void HostControls::showState() {
-  lock_->setChecked(control_.Locked());
   previews_->setChecked(control_.SeePreview());
   previews_->setEnabled(!gainOnly_->isChecked());
   polarisation_->setChecked(control_.bPolVis());
-  const bool states[] = {control_.BackWhite(), control_.BackRed(), control_.BackLtGray()};
-  for (int i = 0; i < 3; ++i) {
-    if (states[i]) backgrounds_->button(i)->setChecked(true);
-  }
 }
 
 }  // namespace vantrelix::demo

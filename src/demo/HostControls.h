@@ -3,7 +3,6 @@
 
 #include <QGroupBox>
 
-class QButtonGroup;
 class QCheckBox;
 class QDoubleSpinBox;
 class QVBoxLayout;
@@ -20,6 +19,9 @@ class HostControls : public QGroupBox {
  public:
   explicit HostControls(qt::LookAnt& control, QWidget* parent = nullptr);
 
+  // Whether this host has locked the record. The control's own Locked tells of the description alone, which a library
+  // antenna locks too.
+  bool locked() const;
   // Shows what the control's members give, after the user or the program changed them.
   void showState();
 
@@ -37,7 +39,6 @@ class HostControls : public QGroupBox {
 
   qt::LookAnt& control_;
   QCheckBox *lock_, *previews_, *gainOnly_, *polarisation_;
-  QButtonGroup* backgrounds_;
   QDoubleSpinBox* bearing_;
 };
 

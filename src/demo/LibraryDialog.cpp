@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "demo/LibraryPanel.h"
+#include "foundation/extract.h"
 #include "qt/qtText.h"
 
 namespace vantrelix::demo {
@@ -36,7 +37,7 @@ void LibraryDialog::showState() { buttons_->button(QDialogButtonBox::Ok)->setEna
 void LibraryDialog::take(scLookAnt::LibraryChoice& choice) const {
   const auto antenna = panel_->antenna();
   if (!antenna) return;
-  choice.file = panel_->library().file;
+  choice.file = ExtractBaseName(panel_->library().file);
   choice.id = antenna->id;
   choice.description = antenna->description;
 }

@@ -81,8 +81,7 @@ void dress(const DemoOptions& options) {
 }
 
 void savePicture(DemoWindow& window, const QString& path) {
-  window.show();
-  QApplication::processEvents();
+  window.resize(window.sizeHint());
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);

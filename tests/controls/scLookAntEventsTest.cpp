@@ -34,11 +34,13 @@ TEST_F(Keys, TheDescriptionTakesEveryKeyAndIsDirtyFromIt) {
 
 TEST_F(Keys, TheNumericBoxesRefuseEverythingButNumbersAndARefusedKeyIsNoChange) {
   for (TextBox* box : {&control.txtGain, &control.txtOrient, &control.txtETilt, &control.txtMTilt, &control.txtMAzim}) {
-    for (const int key : {'N', 's', 'E', 'w', '/', '\\', ' ', ',', 'a', 0xE9}) EXPECT_FALSE(box->userKey(key)) << key;
+    for (const int key : std::initializer_list<int>{'N', 's', 'E', 'w', '/', '\\', ' ', ',', 'a', 0xE9})
+      EXPECT_FALSE(box->userKey(key)) << key;
     EXPECT_FALSE(control.bDirty()) << box->name();
   }
   for (TextBox* box : {&control.txtGain, &control.txtOrient, &control.txtETilt, &control.txtMTilt, &control.txtMAzim}) {
-    for (const int key : {'0', '9', '.', '-', '+', kBackspaceKey}) EXPECT_TRUE(box->userKey(key)) << key;
+    for (const int key : std::initializer_list<int>{'0', '9', '.', '-', '+', kBackspaceKey})
+      EXPECT_TRUE(box->userKey(key)) << key;
   }
 }
 

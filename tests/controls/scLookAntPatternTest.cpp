@@ -9,6 +9,8 @@ namespace {
 
 using ::testing::HasSubstr;
 
+constexpr int kOnTheCentre = 0;
+
 class Pattern : public test::LookAntLibraryTest {
  protected:
   // The directions of the lines of a cut's points as drawn, from 0 up clockwise (azimuth) or 0 right counter-clockwise.
@@ -156,15 +158,15 @@ TEST_F(Pattern, TheOrientationTurnsTheAzimuthCut) {
 }
 
 TEST_F(Pattern, BothTiltsMoveTheElevationCutAndInversionTurnsTheSign) {
-  add("Tilted", 10, "dBd", {{0, 60}, {10, 9}}, {{0, 30, 60}, {10, 9, 8}});
+  add("Tilted", 10, "dBd", {{0, 60}, {10, 9}}, {{0, 30, 60, 90}, {10, 9, 8, 2}});
   control.sValueEtilt("-2");
   control.sValueMtilt("-3");
   control.sValueMazim("90");
   show();
-  EXPECT_EQ(elevations(control.picVer), (std::vector<int>{-5, 25, 55}));
+  EXPECT_EQ(elevations(control.picVer), (std::vector<int>{-5, 25, 55, kOnTheCentre}));
   control.sValueInvert(true);
   control.GetAntPat();
-  EXPECT_EQ(elevations(control.picVer), (std::vector<int>{5, -25, -55}));
+  EXPECT_EQ(elevations(control.picVer), (std::vector<int>{5, -25, -55, kOnTheCentre}));
 }
 
 TEST_F(Pattern, LeavingABoxRedrawsAndTheTiltAzimuthDoesNot) {

@@ -147,13 +147,14 @@ TEST_F(Unit, AProgramThatSelectsAnotherUnitConvertsAndRaisesNoEvent) {
 
 TEST_F(Unit, WhileLoadingOnlyTheUnitToConvertFromFollows) {
   start("dBd", "10");
+  setDefault("Antenna Lookup", "Units", "(kept)");
   {
     const scLookAntLoading loading(control);
     control.sValueUnit("dBi");
     choose("dBi");
   }
   EXPECT_EQ(control.sValueGain(), "10.00");
-  EXPECT_EQ(defaultUnit(), "dBd");
+  EXPECT_EQ(defaultUnit(), "(kept)");
   choose("dBd");
   EXPECT_EQ(control.sValueGain(), "7.85");
 }

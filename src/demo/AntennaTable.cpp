@@ -37,6 +37,11 @@ QString cellText(const AntennaListEntry& antenna, int column) {
   }
 }
 
+int alignmentOf(int column) {
+  const bool number = column == AntennaTable::gain || column == AntennaTable::band;
+  return static_cast<int>(Qt::AlignVCenter | (number ? Qt::AlignRight : Qt::AlignLeft));
+}
+
 QString tipOf(const AntennaListEntry& antenna) {
   return QString("%1\nID %2\n%3, %4\n%5 azimuth and %6 elevation points")
       .arg(toQt(antenna.description), toQt(antenna.id), gainText(antenna), bandText(antenna))
@@ -73,7 +78,7 @@ QVariant AntennaTable::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
       return tipOf(antenna);
     case Qt::TextAlignmentRole:
-      return static_cast<int>(Qt::AlignVCenter | (index.column() == gain ? Qt::AlignRight : Qt::AlignLeft));
+      return alignmentOf(index.column());
     default:
       return {};
   }
@@ -81,7 +86,9 @@ QVariant AntennaTable::data(const QModelIndex& index, int role) const {
 
 QVariant AntennaTable::headerData(int section, Qt::Orientation orientation, int role) const {
   constexpr const char* kTitles[] = {"Antenna", "ID", "Gain", "Band"};
-  if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= columns) return {};
+  if (orientation != Qt::Horizontal || section < 0 || section >= columns) return {};
+  if (role == Qt::TextAlignmentRole) return alignmentOf(section);
+  if (role != Qt::DisplayRole) return {};
   return QString(kTitles[section]);
 }
 

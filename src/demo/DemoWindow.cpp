@@ -30,7 +30,7 @@ namespace {
 constexpr double kFrequency = 451.25;  // MHz
 // The window's first size, in lines of its font.
 constexpr int kWidthInLines = 78;
-constexpr int kHeightInLines = 52;
+constexpr int kHeightInLines = 48;
 
 // How the made-up site's antenna is mounted.
 void mount(qt::LookAnt& control) {
@@ -85,6 +85,7 @@ DemoWindow::DemoWindow(QWidget* parent)
   auto* folder = new QLabel("Installation folder: " + toQt(displayPath(getSuiteDir())));
   folder->setObjectName("suiteLabel");
   folder->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  folder->setIndent(fontMetrics().averageCharWidth());
   statusBar()->addWidget(folder);
   listenToControl();
   listenToHost();

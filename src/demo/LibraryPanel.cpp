@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QScopedValueRollback>
 #include <QSortFilterProxyModel>
+#include <QStyledItemDelegate>
 #include <QTableView>
 #include <QVBoxLayout>
 
@@ -31,12 +32,22 @@ void addField(QVBoxLayout& layout, const QString& caption, QWidget& field) {
   layout.addWidget(&field);
 }
 
+// Room between the columns.
+class RoomyDelegate : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    return QStyledItemDelegate::sizeHint(option, index) + QSize(2 * option.fontMetrics.averageCharWidth(), 0);
+  }
+};
+
 void setUpList(QTableView& list) {
   list.setObjectName("antennaList");
   list.setSelectionBehavior(QAbstractItemView::SelectRows);
   list.setSelectionMode(QAbstractItemView::SingleSelection);
   list.setEditTriggers(QAbstractItemView::NoEditTriggers);
   list.setTabKeyNavigation(false);
+  list.setItemDelegate(new RoomyDelegate(&list));
   list.setShowGrid(false);
   list.setAlternatingRowColors(true);
   list.setWordWrap(false);
@@ -44,7 +55,6 @@ void setUpList(QTableView& list) {
   list.verticalHeader()->hide();
   list.verticalHeader()->setDefaultSectionSize(list.fontMetrics().height() * 3 / 2);
   list.horizontalHeader()->setHighlightSections(false);
-  list.horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 // Columns as wide as what they hold; the description takes what is left, and what does not fit is reached by scrolling.

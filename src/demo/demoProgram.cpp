@@ -59,9 +59,9 @@ void prepareScreen(const DemoOptions& options) {
 }
 
 QPalette darkPalette() {
-  QPalette dark(QColor(53, 56, 61), QColor(43, 45, 49));
-  dark.setColor(QPalette::Base, QColor(32, 34, 37));
-  dark.setColor(QPalette::AlternateBase, QColor(39, 41, 45));
+  QPalette dark(QColor(62, 66, 72), QColor(50, 53, 58));
+  dark.setColor(QPalette::Base, QColor(34, 36, 40));
+  dark.setColor(QPalette::AlternateBase, QColor(41, 43, 48));
   dark.setColor(QPalette::Highlight, QColor(46, 110, 190));
   dark.setColor(QPalette::HighlightedText, Qt::white);
   dark.setColor(QPalette::Link, QColor(110, 175, 255));

@@ -8,6 +8,9 @@ namespace vantrelix {
 namespace {
 
 constexpr double kTwipsPerInch = 1440;
+// The drawing's units are those of a screen of 96 to the inch, so that a reader that scales strokes draws them right
+// too.
+constexpr double kTwipsPerUnit = 15;
 constexpr const char* kFonts = "'Segoe UI','DejaVu Sans',Arial,sans-serif";
 
 struct Escape {
@@ -41,7 +44,9 @@ std::string attribute(const char* name, const std::string& value) {
   return std::string(" ") + name + "=\"" + value + "\"";
 }
 
-std::string attribute(const char* name, int value) { return attribute(name, std::to_string(value)); }
+std::string units(double twips) { return fixedDecimals(twips / kTwipsPerUnit, 2); }
+
+std::string attribute(const char* name, int twips) { return attribute(name, units(twips)); }
 
 std::string webColour(Color colour) {
   // A colour of the user's desktop has no fixed value; what is drawn over a white page is black then.
@@ -52,14 +57,14 @@ std::string webColour(Color colour) {
   return text;
 }
 
-// From user coordinates to twips within the picture.
-class PictureTwips {
+// From user coordinates to places on the page.
+class OnPage {
  public:
-  explicit PictureTwips(const PictureBox& picture) : scale_(picture.scale()), place_(picture.geometry()) {}
+  explicit OnPage(const PictureBox& picture) : scale_(picture.scale()), place_(picture.geometry()) {}
 
   std::string operator()(double x, double y) const {
-    return fixedDecimals((x - scale_.left) / scale_.width * place_.width, 1) + " " +
-           fixedDecimals((y - scale_.top) / scale_.height * place_.height, 1);
+    return units(place_.left + (x - scale_.left) / scale_.width * place_.width) + " " +
+           units(place_.top + (y - scale_.top) / scale_.height * place_.height);
   }
 
  private:
@@ -73,16 +78,16 @@ bool follows(const PictureBox::Line& line, const PictureBox::Line& former) {
 
 // Lines that follow on one another become one path, so that their corners are joined.
 std::string paths(const PictureBox& picture) {
-  const PictureTwips twips(picture);
+  const OnPage place(picture);
   std::string result;
   const PictureBox::Line* former = nullptr;
   for (const PictureBox::Line& line : picture.lines()) {
     if (!former || !follows(line, *former)) {
       if (former) result += "\"/>\n";
       result +=
-          "<path class=\"cut\"" + attribute("stroke", webColour(line.colour)) + " d=\"M" + twips(line.x1, line.y1);
+          "<path class=\"cut\"" + attribute("stroke", webColour(line.colour)) + " d=\"M" + place(line.x1, line.y1);
     }
-    result += "L" + twips(line.x2, line.y2);
+    result += "L" + place(line.x2, line.y2);
     former = &line;
   }
   return former ? result + "\"/>\n" : result;
@@ -93,12 +98,13 @@ std::string box(const Rectangle& place) {
          attribute("height", place.height);
 }
 
-// A drawing of its own within the page, so that lines beyond the picture's edge are cut off there.
+// What lies beyond the picture's edge is cut off there.
 std::string pictureText(const PictureBox& picture) {
-  const Rectangle& place = picture.geometry();
-  const std::string view = "0 0 " + std::to_string(place.width) + " " + std::to_string(place.height);
-  return "<rect class=\"frame\"" + box(place) + "/>\n<svg" + attribute("id", escaped(picture.name())) + box(place) +
-         attribute("viewBox", view) + ">\n" + paths(picture) + "</svg>\n";
+  const std::string name = escaped(picture.name());
+  const std::string place = box(picture.geometry());
+  return "<clipPath" + attribute("id", name + "Edge") + "><rect" + place + "/></clipPath>\n<rect class=\"frame\"" +
+         place + "/>\n<g" + attribute("id", name) + attribute("clip-path", "url(#" + name + "Edge)") + ">\n" +
+         paths(picture) + "</g>\n";
 }
 
 std::string lineOfText(const PlotPage::Text& text) {
@@ -111,7 +117,7 @@ std::string inches(int twips) { return fixedDecimals(twips / kTwipsPerInch, 4) +
 }  // namespace
 
 std::string svgOf(const PlotPage& page) {
-  const std::string view = "0 0 " + std::to_string(page.width) + " " + std::to_string(page.height);
+  const std::string view = "0 0 " + units(page.width) + " " + units(page.height);
   std::string svg = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"" +
                     attribute("width", inches(page.width)) + attribute("height", inches(page.height)) +
                     attribute("viewBox", view) + ">\n<style>\ntext{font-family:" + kFonts +

@@ -53,6 +53,7 @@ TEST_F(Pattern, AFileAndAnIdBecomeTheLibrarysValues) {
 TEST_F(Pattern, TheUnitFollowsTheLibraryAndBecomesTheDefault) {
   addPanel();
   control.sValueUnit("REL");
+  control.sValueGain("2");
   show();
   EXPECT_EQ(control.sValueUnit(), "dBi");
   EXPECT_EQ(defaultUnit(), "dBi");

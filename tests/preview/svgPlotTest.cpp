@@ -78,12 +78,12 @@ TEST(SvgOf, IsAPageOfItsOwnWithEscapedTexts) {
   const PlotPage page = plotPage(panel());
   const std::string svg = svgOf(page);
   EXPECT_THAT(svg, HasSubstr("xmlns=\"http://www.w3.org/2000/svg\""));
-  EXPECT_THAT(svg, HasSubstr("viewBox=\"0 0 " + std::to_string(page.width) + " " + std::to_string(page.height) + "\""));
+  EXPECT_THAT(svg, HasSubstr("width=\"6.7500in\" height=\"4.3958in\" viewBox=\"0 0 648.00 422.00\""));
   EXPECT_THAT(svg, HasSubstr(">Panel &lt;65\xC2\xB0&gt; &amp; &quot;friends&quot;</text>"));
   EXPECT_THAT(svg, HasSubstr("vector-effect:non-scaling-stroke"));
 }
 
-TEST(SvgOf, TurnsUserCoordinatesIntoTwipsOfThePicture) {
+TEST(SvgOf, TurnsUserCoordinatesIntoPlacesOnThePage) {
   PlotPage page;
   page.width = page.height = 1440;
   page.pictures.push_back(std::make_unique<PictureBox>("pic"));
@@ -94,8 +94,8 @@ TEST(SvgOf, TurnsUserCoordinatesIntoTwipsOfThePicture) {
   picture.drawLine(1, 1, 1, -1, color::red);
   picture.drawLine(-1, 0, 1, 0, color::blue);
   const std::string svg = svgOf(page);
-  EXPECT_THAT(svg, HasSubstr("stroke=\"#ff0000\" d=\"M500.0 500.0L1000.0 0.0L1000.0 1000.0\"/>"));
-  EXPECT_THAT(svg, HasSubstr("stroke=\"#0000ff\" d=\"M0.0 500.0L1000.0 500.0\"/>"));
+  EXPECT_THAT(svg, HasSubstr("stroke=\"#ff0000\" d=\"M40.00 40.00L73.33 6.67L73.33 73.33\"/>"));
+  EXPECT_THAT(svg, HasSubstr("stroke=\"#0000ff\" d=\"M6.67 40.00L73.33 40.00\"/>"));
   EXPECT_THAT(svg, HasSubstr("width=\"1.0000in\""));
 }
 

@@ -87,6 +87,7 @@ std::vector<AntennaListEntry> listAntennas(const std::string& folder, const std:
   const std::string stem = trim(library);
   const std::string path = setPathName(folder, stem + ".DBF");
   if (!tableFileExists(path)) {
+    platform::current().list(folder);  // a folder that cannot be read has a reason of its own
     throw RunTimeFailure(failure::fileNotFound, "The antenna library " + displayPath(path) +
                                                     " was not found; import antennas into it to make it");
   }

@@ -19,7 +19,8 @@ struct AntennaListEntry {
 };
 
 // All antennas of the library, by the file stem of its AMS table, in ascending order of description. A run-time failure
-// 53 that names the file where there is no AMS table, and whatever the table engine has where one cannot be read.
+// 53 that names the file where there is no AMS table, the folder's own failure where that cannot be read, and whatever
+// the table engine has where one cannot be read.
 std::vector<AntennaListEntry> listAntennas(const std::string& folder, const std::string& library);
 
 }  // namespace vantrelix

@@ -82,10 +82,11 @@ bool libraryExists(Call& call, const std::string& folder) {
   return false;
 }
 
+// An ID may be any text: a quote within it stands doubled in the query.
 RecordsetPtr openRows(Database& database, const Call& call, const std::string& folder, const std::string& table,
                       const std::string& order) {
   return database.OpenRecordset("Select * from " + TableTokenFromParts(folder, table, ".DBF") + " WHERE ATYPE_ID = '" +
-                                call.AntID + "'" + order);
+                                replaceAll(call.AntID, "'", "''") + "'" + order);
 }
 
 void tellNotFound(Call& call) {

@@ -8,6 +8,7 @@
 #include "foundation/numbers.h"
 #include "foundation/procedures.h"
 #include "foundation/text.h"
+#include "tables/RowBatch.h"
 #include "tables/structure.h"
 
 namespace vantrelix {
@@ -77,16 +78,18 @@ void writeCut(Recordset& rows, const std::string& id, const CutRows& cut, double
   if (cut.angles.size() < count || cut.values.size() < count) {
     throw RunTimeFailure(failure::subscript, "Subscript out of range: a cut has fewer points than its count says");
   }
-  Field idField = rows.Fields("ATYPE_ID");
-  Field angleField = rows.Fields(cut.angleField);
-  Field valueField = rows.Fields(cut.valueField);
+  const Field idField = rows.Fields("ATYPE_ID");
+  const Field angleField = rows.Fields(cut.angleField);
+  const Field valueField = rows.Fields(cut.valueField);
+  RowBatch batch(rows);
   for (std::size_t i = 0; i < count; ++i) {
-    rows.AddNew();
-    idField.put(id);
-    angleField.put(asGeneralText(cut.angles[i]));
-    valueField.put(asGeneralText(std::max(cut.values[i], minValid)));
-    rows.Update();
+    batch.AddNew();
+    batch.put(idField, id);
+    batch.put(angleField, asGeneralText(cut.angles[i]));
+    batch.put(valueField, asGeneralText(std::max(cut.values[i], minValid)));
+    batch.Update();
   }
+  batch.flush();
 }
 
 // Files that no cursor stands for are made first; the reason where that cannot be.

@@ -25,12 +25,13 @@ constexpr LibraryTable kHorizontal{"AHD", "AHDTADBASE", procedure::MakeAHDFile};
 constexpr LibraryTable kVertical{"AVD", "AVDTADBASE", procedure::MakeAVDFile};
 
 // Callers learn of a failure, a stem of another length among them, by the missing cursor alone.
-RecordsetPtr makeFile(const LibraryTable& table, const std::string& code) {
+// A blank folder is the antennas folder.
+RecordsetPtr makeFile(const LibraryTable& table, const std::string& code, const std::string& libraryFolder = "") {
   const Procedure guard(table.procedureNumber);
   const std::string stem = table.prefix + code;
   try {
     SetFlag(100);
-    const std::string folder = getAntennasPath();
+    const std::string folder = getLenTrim(libraryFolder) > 0 ? libraryFolder : getAntennasPath();
     SetFlag(200);
     if (getLenTrim(stem) != kStemLength) return {};
     SetFlag(300);
@@ -64,6 +65,13 @@ std::string MakeAntFiles(const std::string& code) {
 RecordsetPtr MakeAMSFile(const std::string& code) { return makeFile(kMaster, code); }
 RecordsetPtr MakeAHDFile(const std::string& code) { return makeFile(kHorizontal, code); }
 RecordsetPtr MakeAVDFile(const std::string& code) { return makeFile(kVertical, code); }
+
+LibraryTables openLibraryTables(const std::string& folder, const std::string& code) {
+  LibraryTables tables{makeFile(kMaster, code, folder), {}, {}};
+  if (tables.rsAMS) tables.rsAHD = makeFile(kHorizontal, code, folder);
+  if (tables.rsAHD) tables.rsAVD = makeFile(kVertical, code, folder);
+  return tables;
+}
 
 std::string partnerTable(const std::string& amsName, const std::string& prefix) {
   return prefix + midCharacters(amsName, prefix.size() + 1);

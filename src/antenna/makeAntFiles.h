@@ -15,6 +15,13 @@ RecordsetPtr MakeAMSFile(const std::string& code);
 RecordsetPtr MakeAHDFile(const std::string& code);
 RecordsetPtr MakeAVDFile(const std::string& code);
 
+// The three tables of the library in a folder of the caller's choice; blank means the antennas folder. The first one
+// that gives no cursor leaves those behind it untouched.
+struct LibraryTables {
+  RecordsetPtr rsAMS, rsAHD, rsAVD;
+};
+LibraryTables openLibraryTables(const std::string& folder, const std::string& code);
+
 // "AHD" or "AVD" in the place of the first three characters of an AMS name.
 std::string partnerTable(const std::string& amsName, const std::string& prefix);
 

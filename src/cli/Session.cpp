@@ -57,12 +57,20 @@ std::string forTerminal(const std::string& text) { return replaceAll(text, "\r\n
 
 void Session::fail(const std::string& reason) { failure_ = AddALine(failure_, reason, "\n"); }
 
+std::string Session::failureShown(std::size_t from) const {
+  for (std::size_t i = from; i < desktop_.shown().size(); ++i) {
+    const Message& message = desktop_.shown()[i].message;
+    const bool failure = message.title.starts_with("Error in ") || message.title == "Antenna File Error";
+    if (failure) return message.text.substr(0, message.text.find(kBlankLine));
+  }
+  return "";
+}
+
 void Session::useSuite() const {
   std::string folder = suite;
   if (folder.empty()) folder = platform::current().environment("VANTRELIX_SUITE").value_or("");
   if (folder.empty()) return;
-  const std::string path = pathFromCommandLine(folder);
-  setSuiteDir(path);
+  setSuiteDir(pathFromCommandLine(folder));
 }
 
 void Session::needSuite() const {
@@ -118,6 +126,7 @@ void Session::writeDocument() {
   document["messages"] = messages();
   // Text of damaged files may hold anything; a reader of JSON must still be able to read it.
   out_ << document.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+  writeFailure();
 }
 
 void Session::writeText() {
@@ -126,6 +135,10 @@ void Session::writeText() {
     err_ << shown.message.title << ":\n" << forTerminal(shown.message.text) << '\n';
     if (shown.message.buttons != MsgButtons::ok) err_ << "(answered " << answerText(shown.answer) << ")\n";
   }
+  writeFailure();
+}
+
+void Session::writeFailure() {
   if (!failure_.empty()) err_ << "vantrelix: " << forTerminal(failure_) << '\n';
 }
 

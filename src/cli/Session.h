@@ -44,6 +44,11 @@ class Session {
   // What the command line asks for, set while it is parsed.
   std::function<void()> job;
 
+  // The first paragraph of the first box that the system has shown behind the first `from` boxes and that tells of a
+  // failure; blank where there is none.
+  std::string failureShown(std::size_t from) const;
+  std::size_t boxesShown() const { return desktop_.shown().size(); }
+
   // Fails where no installation folder can be found.
   void needSuite() const;
   // A line on standard error that replaces itself, where that is a terminal.
@@ -56,6 +61,7 @@ class Session {
   void useSuite() const;
   void writeDocument();
   void writeText();
+  void writeFailure();
   Json messages() const;
 
   std::ostream& out_;

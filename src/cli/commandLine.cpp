@@ -2,10 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cctype>
 #include <ostream>
-
-#include "foundation/hostProgram.h"
+#include <sstream>
 
 namespace vantrelix::cli {
 
@@ -13,18 +11,18 @@ namespace {
 
 constexpr int kWrongCommandLine = 2;
 
-bool looksLikeNegativeNumber(const std::string& argument) {
-  return argument.size() > 1 && argument[0] == '-' &&
-         (std::isdigit(static_cast<unsigned char>(argument[1])) || argument[1] == '.' || argument[1] == ',');
+// "-3" is taken as a value by itself. "-.5" behind "calc" would be an option: its whole part is written out.
+std::vector<std::string> completeNegativeNumbers(std::vector<std::string> arguments) {
+  const auto calc = std::find(arguments.begin(), arguments.end(), "calc");
+  for (auto argument = calc; argument != arguments.end() && *argument != "--"; ++argument) {
+    if (argument->starts_with("-.") || argument->starts_with("-,")) argument->insert(1, "0");
+  }
+  return arguments;
 }
 
-// "-3" behind "calc" is a number and not an option.
-std::vector<std::string> protectNegativeNumbers(std::vector<std::string> arguments) {
-  const auto calc = std::find(arguments.begin(), arguments.end(), "calc");
-  if (std::find(calc, arguments.end(), "--") != arguments.end()) return arguments;
-  const auto negative = std::find_if(calc, arguments.end(), looksLikeNegativeNumber);
-  if (negative != arguments.end()) arguments.insert(negative, "--");
-  return arguments;
+bool asksForJson(const std::vector<std::string>& arguments) {
+  const auto values = std::find(arguments.begin(), arguments.end(), "--");
+  return std::find(arguments.begin(), values, "--json") != values;
 }
 
 void addOptions(CLI::App& app, Session& session) {
@@ -42,6 +40,14 @@ const CLI::App* lastCommand(const CLI::App& app) {
   const CLI::App* command = &app;
   while (!command->get_subcommands().empty()) command = command->get_subcommands().front();
   return command;
+}
+
+int refuseCommandLine(const std::string& reason, bool json, std::ostream& out, std::ostream& err) {
+  err << reason;
+  if (json)
+    out << Json{{"error", reason.substr(0, reason.find_last_not_of('\n') + 1)}, {"messages", Json::array()}}.dump(2)
+        << '\n';
+  return kWrongCommandLine;
 }
 
 }  // namespace
@@ -62,16 +68,17 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
   addTableCommands(app, session);
   addIniCommands(app, session);
 
-  std::vector<std::string> reversed = protectNegativeNumbers(arguments);
+  std::vector<std::string> reversed = completeNegativeNumbers(arguments);
   std::reverse(reversed.begin(), reversed.end());
   try {
     app.parse(reversed);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error, out, err) == 0 ? 0 : kWrongCommandLine;
+    std::ostringstream reason;
+    if (app.exit(error, out, reason) == 0) return 0;
+    return refuseCommandLine(reason.str(), asksForJson(arguments), out, err);
   }
   if (!session.job) {
-    err << "A command is missing.\n\n" << lastCommand(app)->help();
-    return kWrongCommandLine;
+    return refuseCommandLine("A command is missing.\n\n" + lastCommand(app)->help(), session.json, out, err);
   }
   return session.run();
 }

@@ -22,22 +22,42 @@ std::vector<std::string> formatNames() {
   return names;
 }
 
-struct LibraryTables {
-  RecordsetPtr ams, ahd, avd;
-};
-
-LibraryTables openLibrary(const LibraryName& name) {
-  LibraryTables tables{MakeAMSFile(name.code), MakeAHDFile(name.code), MakeAVDFile(name.code)};
-  if (!tables.ams || !tables.ahd || !tables.avd) {
-    throw Refused("The antenna library cannot be opened or made: " + displayPath(setPathName(name.folder, name.stem)));
+LibraryTables openLibrary(const Session& session, const LibraryName& name) {
+  if (!name.stem.starts_with("AMS") || getLenTrim(name.stem) != 8) {
+    throw Refused("Error on Antenna Library file name: " + name.stem +
+                  "\nAn antenna library is named AMS and five more characters, as in AMSX0001.");
+  }
+  LibraryTables tables = openLibraryTables(name.folder, name.code);
+  if (!tables.rsAMS || !tables.rsAHD || !tables.rsAVD) {
+    const std::string reason = session.failureShown(0);
+    throw Refused("The antenna library cannot be opened or made: " + displayPath(setPathName(name.folder, name.stem)) +
+                  (reason.empty() ? "" : "\n" + reason));
   }
   return tables;
 }
 
 std::vector<std::string> fullPaths(const std::vector<std::string>& files) {
   std::vector<std::string> paths;
+  paths.reserve(files.size());
   for (const std::string& file : files) paths.push_back(pathFromCommandLine(file));
   return paths;
+}
+
+// A file that was asked for and not read is a failure; one that the run is to pass over is not.
+void reportSkipped(Session& session, const ImportResult& result) {
+  Json list = Json::array();
+  for (const ImportResult::Skipped& skipped : result.skipped) {
+    const std::string line = displayPath(skipped.file) + ": " + skipText(skipped.reason);
+    const bool rightly = skipped.reason == SkipReason::packed || skipped.reason == SkipReason::readBefore;
+    if (rightly) session.text << "skipped " << line << '\n';
+    if (!rightly) session.fail(line);
+    list.push_back(line);
+  }
+  session.document["skipped"] = list;
+}
+
+std::string counted(std::size_t count, const std::string& what) {
+  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 void report(Session& session, const ImportResult& result, std::size_t files) {
@@ -53,17 +73,20 @@ void report(Session& session, const ImportResult& result, std::size_t files) {
     session.fail(replaceAll(failure, kLineBreak, ": "));
   }
   session.document["failed"] = failed;
-  session.text << result.added.size() << " antennas imported, " << result.ErrorCount << " errors\n";
+  reportSkipped(session, result);
+  session.text << counted(result.added.size(), "antenna") << " imported, " << counted(result.failed.size(), "error")
+               << '\n';
 }
 
 void import(Session& session, const ImportArguments& arguments) {
+  session.needSuite();
   const LibraryName name = libraryArgument(session, arguments.library);
   const ImportFormat* format = findImportFormat(arguments.format);
   const std::vector<std::string> files = fullPaths(arguments.files);
-  const LibraryTables tables = openLibrary(name);
+  const LibraryTables tables = openLibrary(session, name);
   ImportOwner owner;
   owner.progress = [&session](const std::string& line) { session.progress(line); };
-  report(session, importFiles(*format, name.code, tables.ams, tables.ahd, tables.avd, files, false, owner),
+  report(session, importFiles(*format, name.code, tables.rsAMS, tables.rsAHD, tables.rsAVD, files, false, owner),
          files.size());
 }
 

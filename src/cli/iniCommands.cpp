@@ -28,7 +28,8 @@ void get(Session& session, const IniArguments& arguments) {
 void set(Session& session, const IniArguments& arguments) {
   const std::string file = pathFromCommandLine(arguments.file);
   if (!setINI(arguments.section, arguments.key, file, arguments.value)) {
-    throw Refused("The INI file cannot be written: " + displayPath(file));
+    throw Refused("The INI file cannot be written: " + displayPath(file) +
+                  "\nCheck that its folder exists, and the rights of both.");
   }
   std::string value;
   getINI(arguments.section, arguments.key, file, "", value);

@@ -2,13 +2,10 @@
 
 #include "aliases/aliasStore.h"
 #include "antenna/antennaList.h"
-#include "antenna/getAntArrayDB.h"
-#include "antenna/libraryName.h"
 #include "cli/TextTable.h"
 #include "cli/commandLine.h"
 #include "cli/libraryArgument.h"
 #include "foundation/numbers.h"
-#include "foundation/text.h"
 
 namespace vantrelix::cli {
 
@@ -92,9 +89,8 @@ struct ShowArguments {
 
 void show(Session& session, const ShowArguments& arguments) {
   const LibraryName name = libraryArgument(session, arguments.library);
-  std::string units = arguments.units;
   std::string error;
-  const AntRecord antenna = readAntenna(name.folder, name.stem, arguments.id, units, false, error);
+  const AntRecord antenna = antennaArgument(session, name, arguments.id, arguments.units, error);
   session.document = {{"library", name.stem},
                       {"id", arguments.id},
                       {"description", antenna.description},
@@ -106,10 +102,10 @@ void show(Session& session, const ShowArguments& arguments) {
                       {"horizontal", cut(antenna.nHor, antenna.HorAz, antenna.HorField)},
                       {"vertical", cut(antenna.nVer, antenna.VerAngle, antenna.VerField)},
                       {"error", error}};
-  if (getLenTrim(error) == 0) {
+  if (error.empty()) {
     antennaText(session, antenna);
   } else {
-    session.fail(trim(replaceAll(error, kLineBreak, " ")));
+    session.fail(error);
   }
 }
 

@@ -1,6 +1,5 @@
 #include <CLI/CLI.hpp>
 
-#include "antenna/getAntArrayDB.h"
 #include "cli/commandLine.h"
 #include "cli/libraryArgument.h"
 #include "foundation/extract.h"
@@ -15,14 +14,6 @@ namespace {
 struct PlotArguments {
   std::string library, id, file;
 };
-
-AntRecord antennaToPlot(const LibraryName& name, const std::string& id) {
-  std::string units;
-  std::string error;
-  AntRecord antenna = readAntenna(name.folder, name.stem, id, units, true, error);
-  if (getLenTrim(error) > 0) throw Refused(trim(replaceAll(error, kLineBreak, "\n")));
-  return antenna;
-}
 
 void writePlot(const Session& session, const PlotPage& page, const std::string& path) {
   const std::string extension = lowerCase(ExtractFileName(path).substr(ExtractFileName(path).rfind('.') + 1));
@@ -39,7 +30,9 @@ void writePlot(const Session& session, const PlotPage& page, const std::string& 
 
 void plot(Session& session, const PlotArguments& arguments) {
   const LibraryName name = libraryArgument(session, arguments.library);
-  const AntRecord antenna = antennaToPlot(name, arguments.id);
+  std::string reason;
+  const AntRecord antenna = antennaArgument(session, name, arguments.id, "", reason);
+  if (!reason.empty()) throw Refused(reason);
   const std::string path = pathFromCommandLine(arguments.file);
   writePlot(session, plotPage(antenna), path);
   session.document["file"] = displayPath(path);

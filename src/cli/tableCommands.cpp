@@ -15,7 +15,7 @@ namespace {
 std::string twoDigits(int number) { return (number < 10 ? "0" : "") + std::to_string(number); }
 
 std::string isoDate(const DateTime& date) {
-  const std::string day = formatDate(date, "YYYY-MM-DD");
+  std::string day = formatDate(date, "YYYY-MM-DD");
   if (date.hour == 0 && date.minute == 0 && date.second == 0) return day;
   return day + "T" + twoDigits(date.hour) + ":" + twoDigits(date.minute) + ":" + twoDigits(date.second);
 }
@@ -74,6 +74,7 @@ struct Rows {
 Rows readRows(DbfFile& table) {
   const std::vector<std::size_t> shown = shownFields(table);
   std::vector<TextTable::Column> columns;
+  columns.reserve(shown.size());
   for (const std::size_t i : shown)
     columns.push_back({table.fields()[i].name, alignOf(fieldTypeOf(table.fields()[i]))});
   Rows rows{Json::array(), TextTable(columns), 0};

@@ -22,6 +22,7 @@ void guardRegionalSettings() {
 scLookAnt::scLookAnt(std::string name) : UserControl(std::move(name)) {
   addWidgets();
   setCaptions();
+  setColours();
   setToolTips();
   layOut();
   nMinWidth_ = static_cast<std::int16_t>(width());

@@ -128,6 +128,7 @@ class scLookAnt : public UserControl {
 
   void addWidgets();
   void setCaptions();
+  void setColours();
   void setToolTips();
   void SetTabOrder();
   void layOut();

@@ -84,6 +84,9 @@ void scLookAnt::setCaptions() {
   cmdClear.setCaption("Clear");
   lblPreview.setCaption("Hide preview");
   lblPreview.setClickable(true);
+}
+
+void scLookAnt::setColours() {
   setBackColor(color::buttonFace);
   for (Widget* widget : widgets()) {
     const bool entry = dynamic_cast<TextBox*>(widget) || dynamic_cast<DropDownList*>(widget);

@@ -7,7 +7,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QScrollArea>
+#include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QVBoxLayout>
@@ -30,7 +30,7 @@ namespace {
 constexpr double kFrequency = 451.25;  // MHz
 // The window's first size, in lines of its font.
 constexpr int kWidthInLines = 78;
-constexpr int kHeightInLines = 48;
+constexpr int kHeightInLines = 50;
 
 // How the made-up site's antenna is mounted.
 void mount(qt::LookAnt& control) {
@@ -89,6 +89,7 @@ DemoWindow::DemoWindow(QWidget* parent)
   statusBar()->addWidget(folder);
   listenToControl();
   listenToHost();
+  resize(DemoWindow::sizeHint().boundedTo(screen()->availableSize()));
 }
 
 QSize DemoWindow::sizeHint() const {

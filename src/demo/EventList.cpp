@@ -14,6 +14,7 @@ namespace vantrelix::demo {
 namespace {
 
 constexpr int kMostRows = 1000;
+constexpr int kHeightInLines = 13;
 
 void setUpList(QTreeWidget& list) {
   list.setObjectName("eventList");
@@ -22,7 +23,7 @@ void setUpList(QTreeWidget& list) {
   list.setUniformRowHeights(true);
   list.setAlternatingRowColors(true);
   const int letter = list.fontMetrics().averageCharWidth();
-  const int widths[] = {12, 11, 38};
+  const int widths[] = {12, 11, 34};
   for (int column = 0; column < 3; ++column) list.setColumnWidth(column, widths[column] * letter);
 }
 
@@ -50,6 +51,10 @@ EventList::EventList(QWidget* parent)
   layout->addWidget(eventBox, 3);
   layout->addWidget(alertBox, 2);
   connect(clear, &QPushButton::clicked, this, &EventList::clearAlerts);
+}
+
+QSize EventList::sizeHint() const {
+  return {QWidget::sizeHint().width(), kHeightInLines * fontMetrics().lineSpacing()};
 }
 
 void EventList::addEvent(const QString& event, const QString& detail) { add("control", event, detail); }

@@ -18,6 +18,8 @@ class EventList : public QWidget {
   void addCall(const QString& call, const QString& detail = {});
   void setAlerts(const QString& alerts);
 
+  QSize sizeHint() const override;
+
  Q_SIGNALS:
   void clearAlerts();
 

@@ -19,6 +19,7 @@ LibraryDialog::LibraryDialog(const scLookAnt::LibraryChoice& chosen, QWidget* pa
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(panel_, 1);
   layout->addWidget(buttons_);
+  for (QAbstractButton* button : buttons_->buttons()) button->setIcon({});
   panel_->choose(qt::toQt(chosen.file), qt::toQt(chosen.id));
   connect(panel_, &LibraryPanel::antennaChosen, this, &LibraryDialog::showState);
   connect(panel_, &LibraryPanel::listed, this, &LibraryDialog::showState);

@@ -82,8 +82,8 @@ LibraryPanel::LibraryPanel(QWidget* parent)
   build();
   connect(library_, &QComboBox::currentIndexChanged, this, &LibraryPanel::loadAntennas);
   connect(find_, &QLineEdit::textChanged, this, &LibraryPanel::filter);
-  connect(list_->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& row) {
-    if (!quiet_ && row.isValid()) Q_EMIT antennaChosen();
+  connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+    if (!quiet_ && antenna()) Q_EMIT antennaChosen();
   });
   connect(list_, &QTableView::doubleClicked, this, &LibraryPanel::antennaActivated);
   loadLibraries();
@@ -189,9 +189,16 @@ LibraryEntry LibraryPanel::library() const {
 }
 
 std::optional<AntennaListEntry> LibraryPanel::antenna() const {
-  const QModelIndex row = shown_->mapToSource(list_->currentIndex());
-  if (!row.isValid() || !list_->selectionModel()->isRowSelected(list_->currentIndex().row())) return std::nullopt;
-  return antennas_->antennas()[static_cast<std::size_t>(row.row())];
+  const QModelIndexList rows = list_->selectionModel()->selectedRows();
+  if (rows.isEmpty()) return std::nullopt;
+  return antennas_->antennas()[static_cast<std::size_t>(shown_->mapToSource(rows.first()).row())];
+}
+
+// What was chosen before the list had its size is brought into sight once it has.
+void LibraryPanel::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  const auto reveal = [this] { list_->scrollTo(list_->currentIndex(), QAbstractItemView::PositionAtCenter); };
+  QMetaObject::invokeMethod(this, reveal, Qt::QueuedConnection);
 }
 
 bool LibraryPanel::eventFilter(QObject* watched, QEvent* event) {

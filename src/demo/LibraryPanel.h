@@ -26,9 +26,9 @@ class LibraryPanel : public QWidget {
  public:
   explicit LibraryPanel(QWidget* parent = nullptr);
 
-  // Chooses without saying so. The library by file name, with or without extension, case aside; blank chooses the
-  // first. False where there is no such library or antenna.
-  bool choose(const QString& library, const QString& antenna);
+  // Chooses without saying so. The wanted library by file name, with or without extension, case aside; blank chooses
+  // the first. False where there is no such library or antenna.
+  bool choose(const QString& wanted, const QString& antenna);
 
   // What is chosen; a blank file where there is no library.
   LibraryEntry library() const;
@@ -44,6 +44,7 @@ class LibraryPanel : public QWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
  private:
   void build();

@@ -55,6 +55,8 @@ bool hasDisplay() {
 void prepareScreen(const DemoOptions& options) {
   if (!options.withoutWindow()) return;
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  // What Qt has to say of a missing desktop is no news where no window is wanted.
+  if (!qEnvironmentVariableIsSet("QT_LOGGING_RULES")) qputenv("QT_LOGGING_RULES", "default.warning=false");
   qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
 }
 
@@ -82,6 +84,9 @@ void dress(const DemoOptions& options) {
 
 void savePicture(DemoWindow& window, const QString& path) {
   window.resize(window.sizeHint());
+  window.setAttribute(Qt::WA_DontShowOnScreen);
+  window.show();
+  QApplication::processEvents();
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "foundation/characters.h"
 #include "foundation/text.h"
 
 namespace vantrelix {
@@ -12,11 +13,7 @@ namespace {
 constexpr std::string_view kBlanks = " \t";
 constexpr std::string_view kLineEnds = "\r\n";
 
-std::string_view trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
+std::string_view trimmed(std::string_view text) { return withoutOuter(text, kBlanks); }
 
 // One line: its content from `start` to `end`, the next line at `next`.
 struct Line {

@@ -17,7 +17,7 @@ std::size_t nameStart(std::string_view path) {
   return slash == std::string_view::npos ? 0 : slash + 1;
 }
 
-bool isRootOrDrive(std::string_view path) { return path == "\\" || (path.size() == 2 && path[1] == ':'); }
+bool isBareDrive(std::string_view path) { return path.size() == 2 && path[1] == ':'; }
 
 bool folderIsThere(const std::string& path) { return current().folderExists(current().findIgnoringCase(path)); }
 
@@ -76,7 +76,7 @@ bool getPathExist(const std::string& path, bool prompt, bool create) {
   if (getLenTrim(path) == 0) return prompt && askForCurrentFolder();
   const bool cut = path.size() > 1 && path.back() == '\\';
   const std::string folder = cut ? path.substr(0, path.size() - 1) : path;
-  if (isRootOrDrive(folder) || folderIsThere(folder)) return true;
+  if (isBareDrive(folder) || folderIsThere(folder)) return true;
   if (prompt) return create ? askToCreate(folder) : tellThatItMustExist(folder);
   return create && createAndLookAgain(folder);
 }
@@ -88,7 +88,7 @@ void MakeDirPath(const std::string& path) {
     const std::size_t end = std::min(full.find('\\', at), full.size());
     made += full.substr(at, end - at);
     // Behind a separator that begins the path, or doubled, there is no level to make.
-    if (end > at && !isRootOrDrive(made)) {
+    if (end > at && !isBareDrive(made)) {
       made = current().findIgnoringCase(made);
       try {
         current().makeFolder(made);

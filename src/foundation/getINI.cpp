@@ -156,11 +156,11 @@ std::string getPrivateProfileString(std::string_view section, std::string_view k
 
 bool writePrivateProfileString(std::string_view section, std::string_view key, std::string_view value,
                                const std::string& file) {
-  return IniFile::canHold(section, key) && update(file, [&](IniFile& ini) {
-           ini.set(section, key, value);
-           // A name that the file's code page cannot hold would not be found again.
-           return ini.get(section, key).has_value();
-         });
+  return update(file, [&](IniFile& ini) {
+    ini.set(section, key, value);
+    // A name that no INI file or not this one's code page can hold is not found again.
+    return ini.get(section, key).has_value();
+  });
 }
 
 long getPrivateProfileInt(std::string_view section, std::string_view key, long fallback, const std::string& file) {

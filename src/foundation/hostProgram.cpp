@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "foundation/characters.h"
 #include "foundation/extract.h"
 #include "platform/Platform.h"
 #include "platform/RunTimeFailure.h"
@@ -25,8 +26,6 @@ std::string& givenFolder() {
   static std::string folder;
   return folder;
 }
-
-bool isDigit(char character) { return character >= '0' && character <= '9'; }
 
 std::string startOfFile(const std::string& path) {
   const auto file = platform::current().open(path, platform::OpenMode::read);

@@ -97,7 +97,7 @@ IniText::IniText(std::string_view bytes) {
 
 void IniText::replace(std::size_t position, std::size_t length, std::string_view with) {
   text_.replace(position, length, with);
-  if (encoding_ != Encoding::windows1252 || isAscii(text_) || !isValidUtf8(text_)) return;
+  if (encoding_ != Encoding::windows1252 || !isValidUtf8(text_)) return;
   // The bytes of the code page that are left would be read as UTF-8 the next time.
   text_ = CodePage::windows1252().decode(text_);
   encoding_ = Encoding::utf8;

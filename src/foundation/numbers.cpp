@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 
+#include "foundation/characters.h"
 #include "foundation/errHand.h"
 #include "foundation/hostProgram.h"
 #include "foundation/messages.h"
@@ -14,8 +15,6 @@
 namespace vantrelix {
 
 namespace {
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // ---- Text from numbers ----
 

@@ -57,10 +57,10 @@ double MaxOf(std::initializer_list<double> values);
 void chkNumeric(int& KeyAscii, bool decimalOK, bool minusOK, bool plusOK, bool digitSepOK, bool nsewOK, bool slashOK,
                 bool spaceOK);
 
-// The upper bound of the array, or `fallback` where it has no element.
+// The upper bound of the array in a dimension (from 1), or `fallback` where it has no element or no such dimension.
 template <class T>
-double ArrayTest(const std::vector<T>& array, double fallback = kNoValue) {
-  return array.empty() ? fallback : static_cast<double>(array.size() - 1);
+double ArrayTest(const std::vector<T>& array, double fallback = kNoValue, int dimension = 1) {
+  return array.empty() || dimension != 1 ? fallback : static_cast<double>(array.size() - 1);
 }
 template <class T>
 double ArrayTest(const std::vector<std::vector<T>>& array, double fallback, int dimension) {

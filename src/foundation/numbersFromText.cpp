@@ -4,6 +4,7 @@
 #include <iterator>
 #include <limits>
 
+#include "foundation/characters.h"
 #include "foundation/numbers.h"
 #include "foundation/regional.h"
 #include "foundation/text.h"
@@ -12,14 +13,6 @@
 namespace vantrelix {
 
 namespace {
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
-std::string_view withoutOuterBlanks(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(" \t");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
 
 enum class Conversion { done, mismatch, overflow };
 
@@ -121,7 +114,7 @@ Converted convertClean(std::string_view text) {
 }
 
 Converted convertPlain(std::string_view text) {
-  text = withoutOuterBlanks(text);
+  text = withoutOuter(text, " \t");
   NumberScanner scanner(text, regionalCharacters());
   if (!scanner.scan()) return {};
   return scanner.isClean() ? convertClean(text) : convertClean(scanner.cleaned());

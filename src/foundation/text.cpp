@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "foundation/characters.h"
 #include "foundation/dateTime.h"
 #include "foundation/messages.h"
 #include "foundation/numbers.h"
@@ -13,11 +14,7 @@ namespace vantrelix {
 
 namespace {
 
-std::string_view trimmedView(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
+std::string_view trimmedView(std::string_view text) { return withoutOuter(text, " "); }
 
 // Letters of code page 1252 beyond ASCII whose two cases are not 32 apart.
 struct LetterPair {

@@ -6,9 +6,11 @@ namespace vantrelix {
 
 namespace {
 
+// So many of the pivot unit: factor / divisor, as a fraction so that 9.5 decimeters are 0.95 m and not nearly that.
 struct Unit {
   std::string_view word;
   double factor;
+  double divisor = 1;
 };
 
 constexpr Unit kMetres[] = {
@@ -20,14 +22,14 @@ constexpr Unit kMetres[] = {
     {"Meters", 1},
     {"METERS", 1},
     {"km", 1000},
-    {"decimeter", 1.0 / 10},
-    {"decimeters", 1.0 / 10},
-    {"Decimeter", 1.0 / 10},
-    {"DECIMETER", 1.0 / 10},
-    {"Decimeters", 1.0 / 10},
-    {"DECIMETERS", 1.0 / 10},
-    {"cm", 1.0 / 100},
-    {"mm", 1.0 / 1000},
+    {"decimeter", 1, 10},
+    {"decimeters", 1, 10},
+    {"Decimeter", 1, 10},
+    {"DECIMETER", 1, 10},
+    {"Decimeters", 1, 10},
+    {"DECIMETERS", 1, 10},
+    {"cm", 1, 100},
+    {"mm", 1, 1000},
     {"ft", 0.3048},
     {"in", 0.0254},
     {"mi", 1609.344},
@@ -35,7 +37,7 @@ constexpr Unit kMetres[] = {
     {"nm", 1853},
 };
 
-constexpr Unit kMegahertz[] = {{"Hz", 1.0 / 1000000}, {"KHz", 1.0 / 1000}, {"MHz", 1}, {"GHz", 1000}};
+constexpr Unit kMegahertz[] = {{"Hz", 1, 1000000}, {"KHz", 1, 1000}, {"MHz", 1}, {"GHz", 1000}};
 
 template <std::size_t N>
 double convert(const Unit (&units)[N], std::string_view from, std::string_view to, double value, double unknown,
@@ -49,7 +51,8 @@ double convert(const Unit (&units)[N], std::string_view from, std::string_view t
     if (unit.word == to) target = &unit;
   }
   err = source == nullptr || target == nullptr;
-  return err ? unknown : value * source->factor / target->factor;
+  if (err) return unknown;
+  return value * source->factor / source->divisor * target->divisor / target->factor;
 }
 
 }  // namespace

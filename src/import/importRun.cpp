@@ -1,6 +1,7 @@
 #include "import/importRun.h"
 
 #include <limits>
+#include <optional>
 
 #include "antenna/hdWrtAntDBF.h"
 #include "antenna/makeAntFiles.h"
@@ -31,9 +32,12 @@ class ImportRun {
  private:
   enum class Next { file, end };
 
-  bool isToBeRead(const std::string& path);
+  std::optional<SkipReason> reasonToSkip(const std::string& path) const;
+  void skipRest(const std::vector<std::string>& files, std::size_t from);
+  std::string log(const std::string& text);
   void showProgress(std::size_t position, std::size_t count, const std::string& path) const;
   void read(const std::string& path, ImportedAntenna& antenna, std::string& reason);
+  Next importNext(const std::vector<std::string>& files, std::size_t index);
   Next importFile(const std::string& path);
   PreviewAnswer askPreview(const std::string& path, const ImportedAntenna& antenna);
   Next write(const std::string& path, const ImportedAntenna& antenna);
@@ -51,16 +55,34 @@ class ImportRun {
   bool Preview_;
   const ImportOwner& owner_;
   std::vector<std::string> DoneFiles_;
+  std::string logFailure_;
   ImportResult result_;
 };
 
-// The test minds case: a packed file in lower-case letters passes it.
-bool ImportRun::isToBeRead(const std::string& path) {
-  if (getLenTrim(path) == 0) return false;
-  if (!getFileExistLEN(path, true) && !platform::current().folderExists(path)) return false;
+// The test of the extension minds case: a packed file in lower-case letters passes it.
+std::optional<SkipReason> ImportRun::reasonToSkip(const std::string& path) const {
+  if (!getFileExistLEN(path, true) && !platform::current().folderExists(path)) return SkipReason::missing;
   const std::string extension = ExtractExtension(path, 3);
-  if (extension == "EXE" || extension == "ZIP") return false;
-  return !StrInArray(upperCase(path), DoneFiles_);
+  if (extension == "EXE" || extension == "ZIP") return SkipReason::packed;
+  if (StrInArray(upperCase(path), DoneFiles_)) return SkipReason::readBefore;
+  return std::nullopt;
+}
+
+void ImportRun::skipRest(const std::vector<std::string>& files, std::size_t from) {
+  for (std::size_t index = from; index < files.size(); ++index) {
+    if (getLenTrim(files[index]) > 0) result_.skipped.push_back({files[index], SkipReason::runEnded});
+  }
+}
+
+// Logs a text; where the log cannot be written, gives the reason behind a blank line, for whoever tells the text.
+std::string ImportRun::log(const std::string& text) {
+  try {
+    wrtTechSupNoMak(text);
+    return "";
+  } catch (const RunTimeFailure& failure) {
+    logFailure_ = kBlankLine + std::string("The log file could not be written:") + kLineBreak + modErrStr(failure);
+    return logFailure_;
+  }
 }
 
 void ImportRun::showProgress(std::size_t position, std::size_t count, const std::string& path) const {
@@ -106,16 +128,22 @@ void ImportRun::noteFailed(const std::string& path, const std::string& reason) {
 void ImportRun::countError(const std::string& path, const std::string& reason) {
   if (result_.ErrorCount < std::numeric_limits<std::int16_t>::max()) ++result_.ErrorCount;
   noteFailed(path, reason);
-  wrtTechSupNoMak("Error importing Antenna File " + displayPath(path));
+  log("Error importing Antenna File " + displayPath(path));
 }
 
-// The ID is made in the writing of the antenna, which adds its row at the end.
+// The ID is made in the writing of the antenna, which adds its row at the end, and the table's width and code page may
+// have changed the name.
 void ImportRun::noteAdded(const std::string& path, const ImportedAntenna& antenna) {
-  const RecordsetPtr rows = rsAMS_ ? rsAMS_ : MakeAMSFile(Mfg_);
   ImportResult::Added added{"", antenna.AntName, path};
-  if (rows && rows->RecordCount() > 0) {
-    rows->MoveLast();
-    added.id = trimRight(rows->value("ATYPE_ID").asText());
+  try {
+    const RecordsetPtr rows = rsAMS_ ? rsAMS_ : MakeAMSFile(Mfg_);
+    if (rows && rows->RecordCount() > 0) {
+      rows->MoveLast();
+      added.id = trimRight(rows->value("ATYPE_ID").asText());
+      added.description = trim(ChkNulls(rows->value("ANTENNA"), "", false).asText());
+    }
+  } catch (const RunTimeFailure&) {
+    // The antenna is stored: a table that cannot be read back leaves its ID unknown and the run going.
   }
   result_.added.push_back(std::move(added));
 }
@@ -125,7 +153,7 @@ ImportRun::Next ImportRun::tellWriteError(const std::string& path, const Importe
   std::string text = "Error Importing Antenna";
   for (const std::string& line : {reason, "Mfg " + Mfg_, "Ant " + antenna.AntName}) text += kLineBreak + line;
   noteFailed(path, reason);
-  wrtTechSupNoMak(text);
+  text += log(text);
   text += std::string(kBlankLine) + "Click OK to continue with other antennas" + kLineBreak +
           "Click Cancel to end this operation";
   const MsgAnswer answer = MsgBox({"Error Importing Antenna", text, MsgButtons::okCancel, MsgIcon::information, 1});
@@ -158,22 +186,47 @@ void ImportRun::tellErrors() const {
   if (result_.ErrorCount <= 0) return;
   showInformation("Import Errors", "There were " + std::to_string(result_.ErrorCount) + " errors on the import files." +
                                        kBlankLine + "The files names were written to the log file" + kLineBreak +
-                                       displayPath(GetTechSupFile()));
+                                       displayPath(GetTechSupFile()) + logFailure_);
+}
+
+ImportRun::Next ImportRun::importNext(const std::vector<std::string>& files, std::size_t index) {
+  const std::string& file = files[index];
+  if (getLenTrim(file) == 0) return Next::file;
+  if (const std::optional<SkipReason> reason = reasonToSkip(file)) {
+    result_.skipped.push_back({file, *reason});
+    return Next::file;
+  }
+  showProgress(index + 1, files.size(), file);
+  return importFile(file);
 }
 
 ImportResult ImportRun::run(const std::vector<std::string>& files) {
   const Procedure guard(procedure::importFiles);
-  for (std::size_t index = 0; index < files.size(); ++index) {
-    if (owner_.cancelled && owner_.cancelled()) break;
-    if (!isToBeRead(files[index])) continue;
-    showProgress(index + 1, files.size(), files[index]);
-    if (importFile(files[index]) == Next::end) break;
+  std::size_t index = 0;
+  Next next = Next::file;
+  while (next == Next::file && index < files.size() && !(owner_.cancelled && owner_.cancelled())) {
+    next = importNext(files, index++);
   }
+  skipRest(files, index);
   tellErrors();
   return std::move(result_);
 }
 
 }  // namespace
+
+std::string skipText(SkipReason reason) {
+  switch (reason) {
+    case SkipReason::missing:
+      return "There is no such file, or its folder may not be read";
+    case SkipReason::packed:
+      return "A packed file is not read; unpack it and import what it holds";
+    case SkipReason::readBefore:
+      return "A file of this name was read before in this run";
+    case SkipReason::runEnded:
+      break;
+  }
+  return "The run was ended before this file";
+}
 
 ImportResult importFiles(const ImportFormat& format, const std::string& Mfg, const RecordsetPtr& rsAMS,
                          const RecordsetPtr& rsAHD, const RecordsetPtr& rsAVD, const std::vector<std::string>& files,

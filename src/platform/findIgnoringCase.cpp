@@ -60,7 +60,6 @@ std::string search(Platform& platform, const std::string& folder, std::string_vi
 std::string findIgnoringCase(Platform& platform, const std::string& path) {
   if (path.empty() || platform.state(path)) return path;
   const std::size_t start = std::min(path.find_first_not_of("\\/"), path.size());
-  if (start == path.size()) return path;
   const std::string found = search(platform, start == 0 ? "" : "\\", std::string_view(path).substr(start));
   return found.empty() ? path : found;
 }

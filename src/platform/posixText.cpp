@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdlib>
 #include <iconv.h>
 #include <langinfo.h>
 #include <locale.h>
@@ -102,6 +103,9 @@ constexpr std::array kTimeLetters{
     TimeLetter{'T', "HH:mm:ss"},  TimeLetter{'R', "HH:mm"}, TimeLetter{'r', "hh:mm:ss tt"}, TimeLetter{'D', "MM/dd/yy"},
     TimeLetter{'F', "yyyy-MM-dd"}};
 
+// Those whose letters have a form of one letter, for a number that is not padded ("%-d").
+constexpr std::string_view kShortened = "mdHI";
+
 // A conversion text of the C library in this library's letters; blank where it holds one that has none (an era, a
 // name).
 std::string regionalLetters(const char* format) {
@@ -112,11 +116,13 @@ std::string regionalLetters(const char* format) {
       continue;
     }
     ++at;
+    const bool unpadded = *at == '-';
     while (*at == '-' || *at == 'O' || *at == 'E') ++at;
     const auto letter = std::find_if(kTimeLetters.begin(), kTimeLetters.end(),
                                      [at](const TimeLetter& l) { return l.conversion == *at; });
     if (letter == kTimeLetters.end()) return {};
-    result += letter->letters;
+    const bool shortened = unpadded && kShortened.find(*at) != std::string_view::npos;
+    result += letter->letters + (shortened ? 1 : 0);
   }
   return result;
 }
@@ -139,9 +145,17 @@ void readDates(Regional& regional) {
   ::freelocale(locale);
 }
 
-}  // namespace
+// What the user's locale follows from.
+std::string localeVariables() {
+  std::string values;
+  for (const char* name : {"LC_ALL", "LC_NUMERIC", "LC_TIME", "LANG", "LOCPATH"}) {
+    const char* value = std::getenv(name);
+    values.append(value == nullptr ? "" : value).push_back('\n');
+  }
+  return values;
+}
 
-Regional userRegional() {
+Regional readRegional() {
   Regional regional;
   readDates(regional);
   const locale_t locale = ::newlocale(LC_NUMERIC_MASK, "", nullptr);
@@ -152,6 +166,19 @@ Regional userRegional() {
       regionalCharacter(::nl_langinfo_l(THOUSEP, locale), regional.decimalCharacter == "," ? "." : ",");
   ::freelocale(locale);
   return regional;
+}
+
+}  // namespace
+
+// Every date shown asks for this, and looking a locale up takes a hundred times as long as filling in its letters.
+Regional userRegional() {
+  thread_local std::string variables;
+  thread_local Regional known;
+  if (std::string now = localeVariables(); now != variables) {
+    known = readRegional();
+    variables = std::move(now);
+  }
+  return known;
 }
 
 std::optional<std::string> decode(int codePage, std::string_view bytes) {

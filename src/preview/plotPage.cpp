@@ -38,9 +38,8 @@ std::string bandText(const AntRecord& antenna) {
   return generalText(antenna.lowFrequency) + " - " + generalText(antenna.highFrequency) + " " + trim(antenna.freqUnits);
 }
 
-std::string detailText(const AntRecord& antenna) {
-  const std::string gain = "Gain: " + formatNumber(antenna.gain, "###0.00") + " " + trim(antenna.gainUnits);
-  return AddALine(gain, bandText(antenna), "     ");
+std::string gainText(const AntRecord& antenna) {
+  return "Gain: " + formatNumber(antenna.gain, "###0.00") + " " + trim(antenna.gainUnits);
 }
 
 std::unique_ptr<PictureBox> picture(const char* name, int left) {
@@ -61,7 +60,8 @@ PlotPage plotPage(const AntRecord& antenna) {
   page.width = kWidth;
   page.height = kHeight;
   page.texts = {{kMargin, kHeadingBaseline, headingSize(antenna.description), true, antenna.description},
-                {kMargin, kDetailBaseline, kDetailSize, false, detailText(antenna)},
+                {kMargin, kDetailBaseline, kDetailSize, false, gainText(antenna)},
+                {right, kDetailBaseline, kDetailSize, false, bandText(antenna)},
                 {kMargin, kCaptionBaseline, kCaptionSize, true, "Azimuth"},
                 {right, kCaptionBaseline, kCaptionSize, true, "Elevation"}};
   page.pictures.push_back(picture("picHor", kMargin));

@@ -124,7 +124,8 @@ std::string svgOf(const PlotPage& page) {
                     ";fill:#1f2430}\n.frame{fill:#ffffff;stroke:#b8bfcc}\n"
                     ".cut{fill:none;stroke-width:1.4;stroke-linejoin:round;stroke-linecap:round}\n"
                     ".cut,.frame{vector-effect:non-scaling-stroke}\n</style>\n"
-                    "<rect width=\"100%\" height=\"100%\" fill=\"#f7f8fa\"/>\n";
+                    "<rect" +
+                    box({0, 0, page.width, page.height}) + " fill=\"#f7f8fa\"/>\n";
   for (const PlotPage::Text& text : page.texts) svg += lineOfText(text);
   for (const auto& picture : page.pictures) svg += pictureText(*picture);
   return svg + "</svg>\n";

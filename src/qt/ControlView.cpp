@@ -64,7 +64,7 @@ ControlView::ControlView(UserControl& control, QWidget* parent)
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   makeViews(control);
   followTabOrder();
-  resize(sizeHint());
+  resize(ControlView::sizeHint());
   followControl();
 }
 
@@ -99,6 +99,7 @@ void ControlView::followTabOrder() {
     return tabPlace(*a->widgetModel()) < tabPlace(*b->widgetModel());
   });
   std::vector<QWidget*> order;
+  order.reserve(stops.size());
   for (WidgetView* view : stops) order.push_back(&view->widget());
   if (order == tabOrder_) return;
   tabOrder_ = std::move(order);

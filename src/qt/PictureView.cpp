@@ -7,7 +7,7 @@ namespace vantrelix::qt {
 
 namespace {
 
-constexpr double kPenWidth = 1.35;
+constexpr double kPenWidth = 1.35;  // logical pixels
 constexpr int kFrameShade = 168;
 
 // User coordinates to the rectangle.
@@ -69,7 +69,7 @@ void PictureView::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.fillRect(rect(), Qt::white);
   if (const PictureBox* picture = model())
-    drawPicture(painter, QRectF(rect()).adjusted(1, 1, -1, -1), *picture, kPenWidth);
+    drawPicture(painter, QRectF(rect()).adjusted(1, 1, -1, -1), *picture, kPenWidth * devicePixelRatioF());
   painter.setPen(QColor(kFrameShade, kFrameShade, kFrameShade));
   painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }

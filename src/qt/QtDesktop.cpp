@@ -8,6 +8,7 @@
 #include <QCursor>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPushButton>
 
 #include "qt/qtText.h"
 
@@ -68,7 +69,7 @@ MsgAnswer QtDesktop::messageBox(const Message& message) {
   box.setTextFormat(Qt::PlainText);
   box.setText(linesOf(message.text));
   box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-  for (const Button& button : row.buttons) box.addButton(button.first);
+  for (const Button& button : row.buttons) box.addButton(button.first)->setIcon({});
   const int byDefault = std::clamp(message.defaultButton, 1, static_cast<int>(row.buttons.size())) - 1;
   box.setDefaultButton(row.buttons[static_cast<std::size_t>(byDefault)].first);
   box.setEscapeButton(row.escape);

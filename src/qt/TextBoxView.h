@@ -24,7 +24,7 @@ class TextBoxView : public View<QLineEdit, TextBox> {
  private:
   void takeEdit(const QString& edited);
   void filterEdit(const QString& edited);
-  void showText(const QString& text, int cursor);
+  void showText(const QString& shown, int cursor);
   void selectAllText();
 
   Connection selectAll_;

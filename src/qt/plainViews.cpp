@@ -80,7 +80,11 @@ void CheckBoxView::showState(const CheckBox& model) {
   setCheckState(kStates[std::clamp(model.value(), 0, 2)]);
   const bool painted = !isDesktopColour(model.backColor());
   setAutoFillBackground(painted);
-  setPalette(painted ? coloursOf(model) : parentWidget()->palette());
+  const QPalette& plain = parentWidget()->palette();
+  QPalette colours = painted ? coloursOf(model) : plain;
+  // The box itself and its tick stay as they are on any ground.
+  for (const auto role : {QPalette::Base, QPalette::Text}) colours.setColor(role, plain.color(role));
+  setPalette(colours);
 }
 
 void CheckBoxView::nextCheckState() {

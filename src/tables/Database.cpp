@@ -81,12 +81,13 @@ std::string baseName(std::string_view path) {
 }
 
 // An empty file where there was none, taken away again at the end of its life. A folder that is not there is no
-// failure.
+// failure. Where not even the folder has a short name, a file would have none and is not made: another program would
+// find an empty table for a moment.
 class MomentaryFile {
  public:
   explicit MomentaryFile(const std::string& path) : path_(path) {
     platform::Platform& system = platform::current();
-    if (system.fileExists(system.findIgnoringCase(path))) return;
+    if (!system.shortName(parentFolder(path)) || system.fileExists(system.findIgnoringCase(path))) return;
     try {
       system.open(path, platform::OpenMode::createNew);
       made_ = true;

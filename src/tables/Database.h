@@ -78,7 +78,8 @@ class DBEngine {
 
 // The short (8.3) form of a path where the system has one, else the path.
 std::string getShortName(const std::string& path);
-// The bracketed name by which SQL reaches the table file; a file that does not exist is made for the moment of asking.
+// The bracketed name by which SQL reaches the table file. On a system with short names a file that does not exist is
+// made for the moment of asking, as only a file has one.
 std::string TableToken(const std::string& path);
 std::string TableTokenFromParts(const std::string& folder, const std::string& baseName, const std::string& extension);
 

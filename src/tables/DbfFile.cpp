@@ -79,7 +79,8 @@ struct DbfFile::Implementation {
   }
   void checkWritable(bool readOnly, bool adding) const;
   void lockWriting(std::optional<dbf::HeldLock>& lock) const;
-  void writeRows(std::uint32_t first, const unsigned char* records, std::uint32_t count);
+  std::uint32_t countRows(std::uint64_t fileSize);
+  void writeRows(std::uint32_t first, const unsigned char* records, std::uint32_t count, std::uint64_t formerSize);
   void takeBack(std::uint64_t offset, std::uint64_t formerSize) noexcept;
   void writeCount(std::uint32_t count);
   void touchDate();
@@ -118,11 +119,18 @@ void DbfFile::Implementation::takeBack(std::uint64_t offset, std::uint64_t forme
   }
 }
 
-void DbfFile::Implementation::writeRows(std::uint32_t first, const unsigned char* records, std::uint32_t count) {
+std::uint32_t DbfFile::Implementation::countRows(std::uint64_t fileSize) {
+  std::array<unsigned char, 4> bytes{};
+  const bool whole = file->readAt(kCountPlace, bytes.data(), bytes.size()) == bytes.size();
+  knownCount = dbf::rowsWithin(fileSize, header, whole ? dbf::littleEndian(bytes.data(), 4) : 0);
+  return knownCount;
+}
+
+void DbfFile::Implementation::writeRows(std::uint32_t first, const unsigned char* records, std::uint32_t count,
+                                        std::uint64_t formerSize) {
   const std::size_t length = static_cast<std::size_t>(count) * header.recordLength;
   std::vector<unsigned char> bytes(records, records + length);
   bytes.push_back(dbf::kFileEnd);
-  const std::uint64_t formerSize = file->size();
   try {
     file->writeAt(offsetOf(first), bytes.data(), bytes.size());
     writeCount(first + count);
@@ -190,8 +198,7 @@ std::shared_ptr<DbfFile> DbfFile::open(const std::string& path, bool readOnly, S
   table->readOnly_ = readOnly;
   inside.context.displayName = displayPath(table->path_);
   inside.sharing = sharing;
-  inside.file = dbf::openFile(table->path_, sharing, table->readOnly_);
-  dbf::lockForSharing(*inside.file, sharing, inside.context.displayName);
+  inside.file = dbf::openHeld(table->path_, sharing, table->readOnly_);
   inside.header = dbf::readHeader(*inside.file, inside.context.displayName);
   table->takeHeader();
   return table;
@@ -218,14 +225,9 @@ int DbfFile::fieldIndex(std::string_view name) const {
   return -1;
 }
 
-std::uint32_t DbfFile::recordCount() {
-  Implementation& inside = *implementation_;
-  std::array<unsigned char, 4> bytes{};
-  const bool whole = inside.file->readAt(kCountPlace, bytes.data(), bytes.size()) == bytes.size();
-  const std::uint32_t promised = whole ? dbf::littleEndian(bytes.data(), 4) : 0;
-  inside.knownCount = dbf::rowsWithin(inside.file->size(), inside.header, promised);
-  return inside.knownCount;
-}
+std::uint32_t DbfFile::recordCount() { return implementation_->countRows(implementation_->file->size()); }
+
+platform::FileState DbfFile::state() const { return implementation_->file->state(); }
 
 bool DbfFile::readRecord(std::uint32_t number, unsigned char* bytes) {
   Implementation& inside = *implementation_;
@@ -292,12 +294,13 @@ std::uint32_t DbfFile::append(const unsigned char* records, std::uint32_t count)
   std::optional<dbf::HeldLock> writing;
   inside.lockWriting(writing);
   const dbf::HeldLock header(*inside.file, dbf::kHeaderLock, LockKind::exclusive, inside.context.displayName);
-  const std::uint32_t first = recordCount();
+  const std::uint64_t size = inside.file->size();
+  const std::uint32_t first = inside.countRows(size);
   if (count == 0) return first;
   const std::uint64_t added = std::uint64_t{count} * inside.header.recordLength;
   if (inside.offsetOf(first) + added + 1 > kLargestFile)
     inside.refuse("it would grow beyond 2 GB, more than the format holds");
-  inside.writeRows(first, records, count);
+  inside.writeRows(first, records, count, size);
   return first;
 }
 

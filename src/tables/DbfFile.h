@@ -14,6 +14,7 @@
 
 #include "foundation/Value.h"
 #include "foundation/encoding.h"
+#include "platform/Platform.h"
 
 namespace vantrelix {
 
@@ -46,8 +47,8 @@ enum class Sharing {
 
 class DbfFile {
  public:
-  // Opens a table. 3011 no such file, 3051 cannot be opened or held exclusively by another, 3343 not a table or damaged
-  // beyond reading, each naming the file and the reason.
+  // Opens the table that stands at the path. 3011 no such file, 3051 cannot be opened or held exclusively by another,
+  // 3211 another denies writing, 3343 not a table or damaged beyond reading, each naming the file and the reason.
   static std::shared_ptr<DbfFile> open(const std::string& path, bool readOnly = false,
                                        Sharing sharing = Sharing::shared);
 
@@ -69,6 +70,9 @@ class DbfFile {
   const std::vector<DbfField>& fields() const { return fields_; }
   // Index of the field of that name without regard to case, -1 where there is none. System fields are not found.
   int fieldIndex(std::string_view name) const;
+
+  // The state of the open file, whatever stands at its path meanwhile.
+  platform::FileState state() const;
 
   // Records in the file as it stands now: never more than header and file length both promise.
   std::uint32_t recordCount();

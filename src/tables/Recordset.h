@@ -45,6 +45,7 @@ class Field {
 
  private:
   friend class Recordset;
+  friend class RowBatch;
   Field(Recordset& owner, std::size_t index) : owner_(&owner), index_(index) {}
   Recordset* owner_;
   std::size_t index_;
@@ -116,6 +117,7 @@ class Recordset {
   friend class ColumnScan;
   friend class Database;
   friend class Field;
+  friend class RowBatch;
   Implementation& state() const;
   std::unique_ptr<Implementation> implementation_;
 };

@@ -45,7 +45,7 @@ Recordset::Implementation::Implementation(SqlSelect select, Opener opener_, Reco
 
 void Recordset::Implementation::open(SqlSelect select) {
   std::shared_ptr<DbfFile> table = opener();
-  opened = platform::current().state(table->path());
+  opened = table->state();
   writes = writesTo(table->path());
   query = std::make_unique<SqlQuery>(std::move(select), std::move(table));
 }
@@ -69,7 +69,7 @@ void Recordset::Implementation::run() {
 void Recordset::Implementation::requery() {
   const std::string& path = query->table().path();
   const auto now = platform::current().state(path);
-  const bool replaced = now && opened && (now->device != opened->device || now->inode != opened->inode);
+  const bool replaced = now && (now->device != opened.device || now->inode != opened.inode);
   if (shared && replaced) {
     SqlSelect select = query->select();
     open(std::move(select));
@@ -278,13 +278,18 @@ void Recordset::Implementation::update() {
   if (editing == Editing::changing) {
     writeChange();
   } else {
-    const bool atEnd = index == size();
-    rows.push_back(query->table().append(changed.data()));
-    if (atEnd) ++index;
-    ++reached;
+    appendRows(changed.data(), 1);
   }
-  ++*writes;
   dropEdit();
+}
+
+void Recordset::Implementation::appendRows(const unsigned char* records, std::uint32_t count) {
+  const bool atEnd = index == size();
+  const std::uint32_t first = query->table().append(records, count);
+  ++*writes;
+  for (std::uint32_t row = 0; row < count; ++row) rows.push_back(first + row);
+  if (atEnd) index = size();
+  reached += static_cast<long>(count);
 }
 
 void Recordset::Implementation::writeChange() {
@@ -293,6 +298,7 @@ void Recordset::Implementation::writeChange() {
     for (const auto& [field, given] : puts) checkUnchanged(field, now);
     for (const auto& [field, given] : puts) query->table().put(now, field, given);
   });
+  ++*writes;
 }
 
 void Recordset::Implementation::checkUnchanged(std::size_t field, const unsigned char* now) {

@@ -47,8 +47,11 @@ struct Recordset::Implementation {
   void beginAdd();
   void beginEdit();
   void update();
+  // Adds rows to the table and to this cursor's end; one by one or many at once, the cursor stands as it would.
+  void appendRows(const unsigned char* records, std::uint32_t count);
   void dropEdit();
   void deleteCurrent();
+  void requireUpdatable() const;
 
   enum class Editing { none, adding, changing };
 
@@ -56,7 +59,7 @@ struct Recordset::Implementation {
   std::unique_ptr<SqlQuery> query;
   RecordsetType type;
   bool shared;
-  std::optional<platform::FileState> opened;
+  platform::FileState opened;
   std::shared_ptr<std::uint64_t> writes;
 
   std::vector<std::uint32_t> rows;  // record numbers; of a query of aggregates one that means nothing
@@ -81,7 +84,6 @@ struct Recordset::Implementation {
   bool settle();
   void reach();
   void requireCurrent() const;
-  void requireUpdatable() const;
   const unsigned char* currentRecord();
   std::optional<long> search(SqlFilter& filter);
   std::optional<long> searchFile(SqlFilter& filter);

@@ -5,6 +5,7 @@
 #include "foundation/encoding.h"
 #include "foundation/extract.h"
 #include "platform/RunTimeFailure.h"
+#include "tables/dbfLocks.h"
 #include "tables/dbfText.h"
 #include "tables/partnerFile.h"
 
@@ -18,6 +19,7 @@ using platform::OpenMode;
 constexpr std::size_t kFirstRead = 4096;
 constexpr std::size_t kLongestHeader = 65535 + 32;
 constexpr std::uint64_t kLongestPageName = 4096;
+constexpr int kReplacementsFollowed = 20;
 
 [[noreturn]] void cannotOpen(const std::string& path, const RunTimeFailure& cause) {
   const bool missing = cause.number() == failure::fileNotFound || cause.number() == failure::pathNotFound;
@@ -40,8 +42,6 @@ bool namesAreUtf8(const std::vector<DbfField>& fields) {
   return found;
 }
 
-}  // namespace
-
 std::unique_ptr<File> openFile(const std::string& path, Sharing sharing, bool& readOnly) {
   const bool wantsWrite = !readOnly || sharing != Sharing::shared;
   try {
@@ -58,6 +58,42 @@ std::unique_ptr<File> openFile(const std::string& path, Sharing sharing, bool& r
   }
 }
 
+bool standsAt(const std::string& path, File& file) {
+  const auto there = platform::current().state(path);
+  const platform::FileState held = file.state();
+  return there && there->device == held.device && there->inode == held.inode;
+}
+
+// Compressed rows stand behind a sound header, in less room than it promises, and look like none from the first byte.
+void checkFirstRow(File& file, const Header& header, const std::string& displayName) {
+  if (rowsWithin(file.size(), header, header.count) == header.count) return;
+  unsigned char first = ' ';
+  file.readAt(header.headerLength, &first, 1);
+  if (first == ' ' || first == '*' || first == '\0') return;
+  throw RunTimeFailure(failure::damagedTable,
+                       "The table " + displayName +
+                           " cannot be read: its header is that of a dBase table, but what stands behind it is "
+                           "compressed or no rows at all. Expand it with the program that made it.");
+}
+
+}  // namespace
+
+// A repair puts a new file in the table's place. Who opened the old one just before it and locked it just after holds a
+// file that nobody will look at again.
+std::unique_ptr<File> openHeld(const std::string& path, Sharing sharing, bool& readOnly) {
+  for (int tries = 0; tries < kReplacementsFollowed; ++tries) {
+    bool onlyReads = readOnly;
+    std::unique_ptr<File> file = openFile(path, sharing, onlyReads);
+    lockForSharing(*file, sharing, displayPath(path));
+    if (!standsAt(path, *file)) continue;
+    readOnly = onlyReads;
+    return file;
+  }
+  throw RunTimeFailure(failure::cannotOpen, "The table " + displayPath(path) +
+                                                " cannot be opened: other programs replace it again and again. Try "
+                                                "again later.");
+}
+
 Header readHeader(File& file, const std::string& displayName) {
   std::string bytes(kFirstRead, '\0');
   bytes.resize(file.readAt(0, bytes.data(), bytes.size()));
@@ -66,7 +102,9 @@ Header readHeader(File& file, const std::string& displayName) {
     bytes.resize(kLongestHeader);
     bytes.resize(file.readAt(0, bytes.data(), bytes.size()));
   }
-  return parseHeader(bytes, file.size(), displayName);
+  Header header = parseHeader(bytes, file.size(), displayName);
+  checkFirstRow(file, header, displayName);
+  return header;
 }
 
 int codePageOf(const Header& header, const std::string& path) {

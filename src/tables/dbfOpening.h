@@ -9,9 +9,11 @@
 
 namespace vantrelix::dbf {
 
-// Opens for writing unless `readOnly` is set; sets it where a shared opening finds the file write-protected. A lasting
-// exclusive lock needs a file that can be written, so the other kinds of sharing always ask for it. 3011 and 3051.
-std::unique_ptr<platform::File> openFile(const std::string& path, Sharing sharing, bool& readOnly);
+// Opens the file that stands at the path and takes the locks of its sharing; what is given is still the file at the
+// path once they are held. Opens for writing unless `readOnly` is set; sets it where a shared opening finds the file
+// write-protected. A lasting exclusive lock needs a file that can be written, so the other kinds of sharing always ask
+// for it. 3011, 3051 and 3211.
+std::unique_ptr<platform::File> openHeld(const std::string& path, Sharing sharing, bool& readOnly);
 
 // The header of an open table; 3343.
 Header readHeader(platform::File& file, const std::string& displayName);

@@ -37,17 +37,6 @@ std::string insertStatement(const FieldList& fields, const DbfFile& old, const s
   return "Insert Into " + target + " Select " + list + " From " + source;
 }
 
-// Opens the table exclusively. A table that another program put at the path between opening and lock would not be the
-// one that is held.
-std::shared_ptr<DbfFile> openHeld(const std::string& path) {
-  const auto before = platform::current().state(path);
-  auto table = DbfFile::open(path, false, Sharing::exclusive);
-  const auto after = platform::current().state(path);
-  if (before && after && before->inode == after->inode && before->device == after->device) return table;
-  throw RunTimeFailure(failure::locked, "The table " + displayPath(path) +
-                                            " was replaced by another program while it was being opened. Try again.");
-}
-
 // Whether another program has mended the table between the look at its fields and its exclusive opening.
 bool lacksField(const DbfFile& table, const FieldList& fields) {
   return std::any_of(fields.begin(), fields.end(),
@@ -81,7 +70,7 @@ bool repairTable(const FieldList& fields, const std::string& tablePath, TableTra
   SetFlag(3000);
   platform::Platform& system = platform::current();
   const std::string path = system.linkTarget(tablePath);  // the new table is to stand behind the link, not in its place
-  const auto old = openHeld(path);
+  const auto old = DbfFile::open(path, false, Sharing::exclusive);
   if (!lacksField(*old, fields)) return true;
   refuseMemos(*old, fields);
   SetFlag(3100);

@@ -101,6 +101,11 @@ TEST_F(AliasStore, TheDefaultsFileOfTheFolderComesBeforeTheBuiltInTable) {
   EXPECT_EQ(antenna("AMSZ0015.DBF"), "0404 Scala 30-512");
 }
 
+TEST_F(AliasStore, OnlyAntennasHaveADefaultsFileThatIsRead) {
+  store(suite.file("LINES/QVAliasLinDefaults.INI"), "LMSX0001.DBF", "Default", "LINES\\LMS?????.DBF");
+  EXPECT_EQ(line("LMSX0001.DBF"), "|");
+}
+
 TEST_F(AliasStore, ASectionOfNoFamilyHasNoDefault) {
   EXPECT_EQ(GetAliasDefault("OTHER\\AMS?????.DBF", "AMSZ0015.DBF"), "");
   EXPECT_EQ(GetAliasDefault(kSection, "AMSX0001.DBF"), "");

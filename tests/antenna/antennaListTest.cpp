@@ -70,6 +70,16 @@ TEST_F(AntennaList, AMissingLibraryIsFailure53AndNamed) {
   }
 }
 
+TEST_F(AntennaList, AFolderThatCannotBeReadIsTheReasonAndNotAMissingLibrary) {
+  try {
+    listAntennas(suite.file("nowhere"), kLibrary);
+    FAIL() << "no failure";
+  } catch (const RunTimeFailure& failure) {
+    EXPECT_EQ(failure.number(), 76);
+    EXPECT_THAT(failure.description(), HasSubstr("nowhere"));
+  }
+}
+
 TEST_F(AntennaList, APatternTableWithoutItsFieldsIsAFailure) {
   ASSERT_EQ(add(1, "dBd", {1}, {1}), "");
   DbfFile::create(folder() + "\\AVDT0001.DBF", {{"ATYPE_ID", 'C', 12, 0}});

@@ -106,6 +106,18 @@ TEST_F(GetAntArrayDB, ConvertsGainAndBothCutsToTheUnitsAskedFor) {
   EXPECT_THAT(r.HorAz, ElementsAre(0, 10));
 }
 
+TEST_F(GetAntArrayDB, PatternValuesAreConvertedByTheStoredGain) {
+  ASSERT_EQ(add(12.5, "dBd", {12.5, 9.17}, {12.5}), "");
+  const Reading relative = read(kFirstId, "REL");
+  EXPECT_DOUBLE_EQ(relative.Gain, 17.7828);
+  EXPECT_THAT(relative.HorField, ElementsAre(1, 0.6816));
+  ASSERT_EQ(add(4, "REL", {1, 0.5}, {0.25}), "");
+  const Reading decibels = read("T00010000002", "dBi");
+  EXPECT_DOUBLE_EQ(decibels.Gain, 8.1706);
+  EXPECT_THAT(decibels.HorField, ElementsAre(8.1706, 2.15));
+  EXPECT_THAT(decibels.VerField, ElementsAre(-3.8706));
+}
+
 TEST_F(GetAntArrayDB, OneVariableForBothUnitsGivesTheAntennaAsStored) {
   ASSERT_EQ(add(10, "dBi", {10}, {10}), "");
   Reading r;
@@ -166,6 +178,18 @@ TEST_F(GetAntArrayDB, IdsCompareWithoutTrailingBlanksAndMindingCase) {
   addRow(MakeAMSFile(kCode), {{"ATYPE_ID", "abc"}, {"GAIN", 4.0}, {"GAIN_UN", "dBd"}});
   EXPECT_DOUBLE_EQ(read("abc   ").Gain, 4);
   EXPECT_THAT(read("ABC", "", true).ErrorText, HasSubstr("was not found"));
+}
+
+TEST_F(GetAntArrayDB, AnIdMayHoldBlanksAndQuotes) {
+  MakeAntFiles(kCode);
+  for (const char* id : {"O'Brien 'x'", "a b c"}) {
+    addRow(MakeAMSFile(kCode), {{"ATYPE_ID", id}, {"ANTENNA", id}, {"GAIN", 4.0}, {"GAIN_UN", "dBd"}});
+    addRow(MakeAHDFile(kCode), {{"ATYPE_ID", id}, {"HOR_AZ", 5.0}, {"HOR_FIELD", 4.0}});
+    const Reading r = read(id);
+    EXPECT_EQ(r.Description, id);
+    EXPECT_EQ(r.nHor, 1);
+  }
+  EXPECT_THAT(suite.messages, IsEmpty());
 }
 
 TEST_F(GetAntArrayDB, OfSeveralRowsWithOneIdTheFirstWins) {
@@ -240,6 +264,7 @@ TEST_F(GetAntArrayDB, AZeroInARelativePatternMakesTheAntennaUnusableInDecibels) 
   EXPECT_DOUBLE_EQ(r.Gain, 0);
   EXPECT_EQ(r.GainUnits, "dBd");
   EXPECT_EQ(r.nHor, 0);
+  EXPECT_THAT(r.HorAz, ElementsAre(0, 10));
 }
 
 TEST_F(GetAntArrayDB, AZeroInARelativePatternReadsAsStoredAndIsLoggedWhenQuiet) {

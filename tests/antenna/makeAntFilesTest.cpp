@@ -94,6 +94,30 @@ TEST_F(MakeAntFilesTest, AFailedOpeningDoesNotShowInTheResult) {
   EXPECT_TRUE(tableExists("AVDT0001.DBF"));
 }
 
+TEST_F(MakeAntFilesTest, OpensALibraryInAnotherFolder) {
+  suite.folder().write("elsewhere/readme", "x");
+  const LibraryTables tables = openLibraryTables(suite.file("elsewhere"), kCode);
+  ASSERT_TRUE(tables.rsAMS && tables.rsAHD && tables.rsAVD);
+  EXPECT_EQ(tables.rsAHD->Fields(1).Name(), "HOR_AZ");
+  EXPECT_EQ(tables.rsAVD->Fields(1).Name(), "VERT_ANGLE");
+  for (const char* name : {"AMST0001.DBF", "AHDT0001.DBF", "AVDT0001.DBF"}) {
+    EXPECT_TRUE(suite.folder().exists(std::string("elsewhere/") + name)) << name;
+    EXPECT_FALSE(tableExists(name)) << name;
+  }
+  EXPECT_TRUE(openLibraryTables("", kCode).rsAMS);
+  EXPECT_TRUE(tableExists("AMST0001.DBF"));
+}
+
+TEST_F(MakeAntFilesTest, ATableThatCannotBeOpenedLeavesThoseBehindItAsTheyAre) {
+  suite.folder().write("elsewhere/AMST0001.DBF", "this is no table");
+  const LibraryTables tables = openLibraryTables(suite.file("elsewhere"), kCode);
+  EXPECT_FALSE(tables.rsAMS);
+  EXPECT_FALSE(tables.rsAVD);
+  EXPECT_EQ(suite.messages.size(), 1u);
+  EXPECT_FALSE(suite.folder().exists("elsewhere/AHDT0001.DBF"));
+  EXPECT_EQ(suite.folder().read("elsewhere/AMST0001.DBF"), "this is no table");
+}
+
 TEST_F(MakeAntFilesTest, PartnerTablesDifferInTheirFirstThreeCharacters) {
   EXPECT_EQ(partnerTable("AMSZ0015", "AHD"), "AHDZ0015");
   EXPECT_EQ(partnerTable("amsz0015", "AVD"), "AVDz0015");

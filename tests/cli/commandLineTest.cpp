@@ -71,6 +71,32 @@ TEST(CommandLine, AFailureWithJsonIsAMemberOfTheDocument) {
   EXPECT_TRUE(run.json()["messages"].is_array());
 }
 
+TEST(CommandLine, AFailureStandsOnStandardErrorWithAndWithoutJson) {
+  const TempFolder folder;
+  for (const char* option : {"--json", "--assume=no"}) {
+    EXPECT_THAT(runCli({option, "table", "dump", folder.machine("none.dbf")}).err, HasSubstr("vantrelix: Error 3011: "))
+        << option;
+  }
+}
+
+TEST(CommandLine, AWrongCommandLineWithJsonIsADocumentToo) {
+  const CliRun unknown = runCli({"brew", "--json"});
+  EXPECT_EQ(unknown.status, 2);
+  EXPECT_THAT(unknown.json()["error"].get<std::string>(), HasSubstr("brew"));
+  EXPECT_EQ(runCli({"--json", "table"}).json()["messages"], nlohmann::json::array());
+  EXPECT_EQ(runCli({"brew"}).out, "");
+}
+
+TEST(CommandLine, TheEnvironmentNamesTheInstallationFolder) {
+  const TempFolder folder;
+  ASSERT_EQ(setenv("VANTRELIX_SUITE", folder.machine("from-afar").c_str(), 1), 0);
+  const CliRun byEnvironment = runCli({"libraries"});
+  const CliRun byOption = runCli({"--suite", folder.machine("by-option"), "libraries"});
+  unsetenv("VANTRELIX_SUITE");
+  EXPECT_THAT(byEnvironment.err, HasSubstr(folder.machine("from-afar")));
+  EXPECT_THAT(byOption.err, HasSubstr(folder.machine("by-option")));
+}
+
 TEST(CalcCommand, ConvertsGainsAsText) {
   const CliRun run = runCli({"--json", "calc", "gain", "dBd", "dBi", "0"});
   EXPECT_EQ(run.status, 0);
@@ -82,6 +108,8 @@ TEST(CalcCommand, TakesANegativeNumberWithAndWithoutTheDashes) {
   EXPECT_EQ(runCli({"calc", "gain", "dBd", "dBi", "-3"}).out, "-0.8500\n");
   EXPECT_EQ(runCli({"calc", "gain", "dBd", "dBi", "--", "-3"}).out, "-0.8500\n");
   EXPECT_EQ(runCli({"calc", "pattern", "dBd", "REL", "-10", "10", "dBd"}).out, "0.1000\n");
+  EXPECT_EQ(runCli({"calc", "pattern", "dBd", "REL", "-10", "-.5", "dBd"}).out, "0.3350\n");
+  EXPECT_EQ(runCli({"calc", "gain", "dBd", "dBi", "-3", "--json"}).json()["result"], "-0.8500");
 }
 
 TEST(CalcCommand, AgreesWithTheWorkedExamples) {
@@ -109,6 +137,7 @@ TEST(IniCommand, ReadsADefaultAndWhatWasWritten) {
   EXPECT_EQ(runCli({"ini", "get", file, "s", "k", "none"}).out, "none\n");
   EXPECT_EQ(runCli({"ini", "set", file, "s", "k", "value one"}).status, 0);
   EXPECT_EQ(runCli({"--json", "ini", "get", file, "S", "K"}).json()["value"], "value one");
+  EXPECT_EQ(runCli({"--json", "ini", "set", file, "s", "k", "-70"}).json()["value"], "-70");
 }
 
 TEST(IniCommand, AFileThatCannotBeWrittenIsNamed) {

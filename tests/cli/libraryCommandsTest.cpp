@@ -58,6 +58,62 @@ TEST_F(LibraryCommands, ImportNamesWhatItRefusesAndEndsWithOne) {
   EXPECT_EQ(import.json()["messages"][0]["title"], "Import Errors");
 }
 
+TEST_F(LibraryCommands, ImportGoesIntoTheFolderThatIsNamed) {
+  suite_.folder().write("site/readme", "x");
+  const std::string library = suite_.folder().machine("site/AMSX0001");
+  ASSERT_EQ(run({"import", "generic", library, pattern("a.msi", planetFile("A", "1 dBd"))}).status, 0);
+  EXPECT_TRUE(suite_.folder().exists("site/AVDX0001.DBF"));
+  EXPECT_FALSE(suite_.folder().exists("ANTENNAS/AMSX0001.DBF"));
+  EXPECT_EQ(json({"antennas", suite_.folder().machine("site/amsx0001.dbf")}).json()["antennas"].size(), 1U);
+}
+
+TEST_F(LibraryCommands, ImportRefusesANameThatNoAntennaLibraryBears) {
+  const std::string file = pattern("a.msi", planetFile("A", "1 dBd"));
+  for (const char* name : {"AMSX1", "AMSX00011", "XYZX0001", "LMSX0001"}) {
+    const CliRun import = run({"import", "generic", name, file});
+    EXPECT_EQ(import.status, 1);
+    EXPECT_THAT(import.err, HasSubstr(std::string("Error on Antenna Library file name: ") + name));
+    EXPECT_THAT(import.err, HasSubstr("as in AMSX0001"));
+  }
+  EXPECT_FALSE(suite_.folder().exists("ANTENNAS/AMSX0001.DBF"));
+  EXPECT_EQ(run({"import", "generic", " ", file}).status, 1);
+}
+
+TEST_F(LibraryCommands, ImportTellsWhyALibraryCannotBeOpened) {
+  suite_.folder().write("ANTENNAS/AMSX0001.DBF", "this is no table");
+  const CliRun import = json({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("A", "1 dBd"))});
+  EXPECT_EQ(import.status, 1);
+  EXPECT_THAT(import.json()["error"].get<std::string>(), HasSubstr("Error 3343:"));
+  EXPECT_EQ(import.json()["messages"].size(), 1U);
+}
+
+TEST_F(LibraryCommands, ImportNamesAFileThatIsNotThere) {
+  const std::string file = pattern("a.msi", planetFile("A", "1 dBd"));
+  const std::string packed = pattern("P.ZIP", "x");
+  const CliRun import = json({"import", "generic", "AMSX0001", suite_.folder().machine("gone.msi"), packed, file});
+  EXPECT_EQ(import.status, 1);
+  EXPECT_EQ(import.json()["errors"], 0);
+  EXPECT_EQ(import.json()["antennas"].size(), 1U);
+  EXPECT_THAT(import.json()["error"].get<std::string>(), StartsWith(suite_.folder().machine("gone.msi")));
+  EXPECT_EQ(import.json()["skipped"].size(), 2U);
+  const CliRun rightly = run({"import", "generic", "AMSX0001", packed, file});
+  EXPECT_EQ(rightly.status, 0);
+  EXPECT_THAT(rightly.out, HasSubstr("skipped " + packed));
+}
+
+TEST_F(LibraryCommands, QuestionsAreAnsweredAsAssumed) {
+  const std::string strong = pattern("strong.msi", planetFile("Strong", "1E13 dBd"));
+  const std::string good = pattern("a.msi", planetFile("A", "1 dBd"));
+  const CliRun stopped = json({"import", "generic", "AMSX0001", strong, good});
+  EXPECT_EQ(stopped.status, 1);
+  EXPECT_EQ(stopped.json()["messages"][0]["buttons"], "OK/Cancel");
+  EXPECT_EQ(stopped.json()["messages"][0]["answer"], "Cancel");
+  EXPECT_THAT(stopped.json()["error"].get<std::string>(), HasSubstr(good));
+  const CliRun goesOn = json({"--assume", "yes", "import", "generic", "AMSX0001", strong, good});
+  EXPECT_EQ(goesOn.json()["messages"][0]["answer"], "OK");
+  EXPECT_EQ(goesOn.json()["antennas"].size(), 1U);
+}
+
 TEST_F(LibraryCommands, AnUnknownFormatIsAWrongCommandLine) {
   EXPECT_EQ(run({"import", "papyrus", "AMSX0001", "x"}).status, 2);
 }
@@ -94,6 +150,27 @@ TEST_F(LibraryCommands, ShowOfAMissingAntennaIsRefusedWithItsText) {
   EXPECT_EQ(show.json()["messages"][0]["title"], "Antenna Data Base Error 3");
 }
 
+TEST_F(LibraryCommands, ShowOfWhatCannotBeConvertedOrReadIsAFailure) {
+  run({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("A", "0 REL"))});
+  const CliRun unconverted = json({"show", "AMSX0001", "X00010000001", "--units", "dBd"});
+  EXPECT_EQ(unconverted.status, 1);
+  EXPECT_THAT(unconverted.json()["error"].get<std::string>(), StartsWith("Error on antenna data"));
+  EXPECT_EQ(unconverted.json()["horizontal"].size(), 0U);
+  std::remove(suite_.folder().machine("ANTENNAS/AVDX0001.DBF").c_str());
+  const CliRun unread = json({"show", "AMSX0001", "X00010000001"});
+  EXPECT_EQ(unread.status, 1);
+  EXPECT_THAT(unread.json()["error"].get<std::string>(), StartsWith("Error 3011:"));
+  EXPECT_EQ(run({"plot", "AMSX0001", "X00010000001", suite_.folder().machine("a.svg")}).status, 1);
+  EXPECT_FALSE(suite_.folder().exists("a.svg"));
+}
+
+TEST_F(LibraryCommands, ABlankIdAndABlankLibraryAreFailures) {
+  run({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("A", "1 dBd"))});
+  EXPECT_THAT(run({"show", "AMSX0001", " "}).err, HasSubstr("the ID is blank"));
+  EXPECT_EQ(run({"show", "AMSX0001", ""}).status, 1);
+  EXPECT_THAT(run({"antennas", suite_.folder().machine("ANTENNAS/")}).err, HasSubstr("No library is named by"));
+}
+
 TEST_F(LibraryCommands, LibrariesShowTheirDescriptions) {
   run({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("A", "1 dBd"))});
   run({"ini", "set", suite_.folder().machine("ANTENNAS/QVAliasANT.INI"), "ANTENNAS\\AMS?????.DBF", "AMSX0001.DBF",
@@ -102,6 +179,8 @@ TEST_F(LibraryCommands, LibrariesShowTheirDescriptions) {
   ASSERT_EQ(list.size(), 1U);
   EXPECT_EQ(list[0]["file"], "AMSX0001.DBF");
   EXPECT_EQ(list[0]["description"], "Rooftop antennas");
+  suite_.folder().write("LINES/LMSAND00.DBF", "x");
+  EXPECT_EQ(json({"libraries", "lines"}).json()["libraries"][0]["file"], "LMSAND00.DBF");
 }
 
 TEST_F(LibraryCommands, PlotWritesADrawingWithoutAToolkit) {
@@ -131,6 +210,17 @@ TEST_F(LibraryCommands, PlotHandsAPictureToTheToolkit) {
                              });
   EXPECT_EQ(plot.status, 0) << plot.err;
   EXPECT_EQ(written, "/tmp/a.PNG");
+}
+
+TEST_F(LibraryCommands, SuiteInitKeepsWhatIsThere) {
+  const std::string defaults = suite_.folder().machine("QVDEFAULTS.INI");
+  run({"ini", "set", defaults, "HDAntenna", "MinValidGain", "-70"});
+  run({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("A", "1 dBd"))});
+  const CliRun init = json({"suite", "init", suite_.folder().machine()});
+  EXPECT_EQ(init.status, 0);
+  EXPECT_EQ(init.json()["suite"], suite_.folder().machine());
+  EXPECT_EQ(run({"ini", "get", defaults, "HDAntenna", "MinValidGain"}).out, "-70\n");
+  EXPECT_EQ(json({"antennas", "AMSX0001"}).json()["antennas"].size(), 1U);
 }
 
 TEST_F(LibraryCommands, TableDumpShowsFieldsRowsAndDeletions) {

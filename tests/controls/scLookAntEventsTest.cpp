@@ -203,6 +203,17 @@ TEST_F(CmdClear, AHostMayDropTheControlInThatTurn) {
   EXPECT_EQ(told, 0);
 }
 
+TEST_F(CmdClear, AHostMayDropTheControlWhileItAsks) {
+  auto dropped = std::make_unique<scLookAnt>();
+  screen.policy = [&](const Message&) {
+    dropped.reset();
+    return MsgAnswer::ok;
+  };
+  dropped->cmdClear.userClick();
+  EXPECT_FALSE(dropped);
+  EXPECT_EQ(screen.turns(), 0);
+}
+
 TEST_F(CmdLook, IsShownWhileThereIsALookUp) {
   EXPECT_FALSE(control.cmdLook.visible());
   control.setLibraryLook([](scLookAnt::LibraryChoice&) { return false; });

@@ -159,6 +159,17 @@ TEST_F(Unit, WhileLoadingOnlyTheUnitToConvertFromFollows) {
   EXPECT_EQ(control.sValueGain(), "7.85");
 }
 
+TEST_F(Unit, ADefaultThatCannotBeKeptIsLoggedAndTheGainConvertedAllTheSame) {
+  suite.folder().write("QVDEFAULTS_dir.INI/in the way", "");
+  control.ZORUserLogin("dir");
+  start("dBd", "10");
+  choose("dBi");
+  EXPECT_EQ(control.sValueGain(), "12.15");
+  EXPECT_NE(suite.log().find("The gain units could not be kept as the default in " +
+                             suite.folder().machine("QVDEFAULTS_dir.INI")),
+            std::string::npos);
+}
+
 TEST_F(Unit, ALoginSelectsTheUsersOwnDefault) {
   suite.folder().write("QVDEFAULTS_ann.INI", "[Antenna Lookup]\r\nUnits=REL\r\n");
   control.ZORUserLogin("ann");

@@ -120,6 +120,7 @@ TEST(Generic, FollowsTheMinimaFromTheirOwnStarts) {
 TEST(Generic, ScalesARelativeHorizontalCut) {
   EXPECT_THAT(readText("GAIN 4 REL\nHORIZONTAL 2\n0 2\n90 3\nVERTICAL 1\n0 0\n").HorValue, ElementsAre(4, 2));
   EXPECT_THAT(readText("GAIN 1 rel\nHORIZONTAL 2\n0 0.5\n90 0.75\nVERTICAL 1\n0 0\n").HorValue, ElementsAre(1, 0.5));
+  EXPECT_DOUBLE_EQ(readText("GAIN 4 REL\nHORIZONTAL 2\n0 2\n90 5\nVERTICAL 1\n0 0\n").MinHor, -2);
   EXPECT_EQ(failureOf("GAIN 1 REL\nHORIZONTAL 1\n0 1\nVERTICAL 1\n0 1\n"), 11);
 }
 

@@ -69,6 +69,33 @@ TEST_F(ImportRun, ReadsAFileOncePerRun) {
   EXPECT_THAT(descriptions(), ElementsAre("A", "A"));
 }
 
+TEST_F(ImportRun, TakesNamesThatDifferInCaseAloneForOneFile) {
+  EXPECT_EQ(run({file("a.msi", "A"), file("A.MSI", "B")}).added.size(), 1u);
+  EXPECT_THAT(descriptions(), ElementsAre("A"));
+}
+
+TEST_F(ImportRun, TellsWhichFilesItPassedOverAndWhy) {
+  const std::string path = file("a.msi", "A");
+  const std::string packed = files.write("P.ZIP", "x");
+  const ImportResult result = run({"", path, files.file("gone.msi"), packed, path});
+  ASSERT_EQ(result.skipped.size(), 3u);
+  EXPECT_EQ(result.skipped[0].file, files.file("gone.msi"));
+  EXPECT_EQ(result.skipped[0].reason, SkipReason::missing);
+  EXPECT_EQ(result.skipped[1].reason, SkipReason::packed);
+  EXPECT_EQ(result.skipped[2].reason, SkipReason::readBefore);
+  EXPECT_THAT(skipText(SkipReason::missing), HasSubstr("no such file"));
+  EXPECT_THAT(skipText(SkipReason::readBefore), HasSubstr("read before"));
+}
+
+TEST_F(ImportRun, DescribesAnAntennaAsTheLibraryHoldsIt) {
+  const std::string name = "FILENAME \xD0\x9F" + std::string(70, 'x');
+  const std::string path = files.write("a.msi", name + "\nGAIN 1 dBd\nHORIZONTAL 1\n0 0\nVERTICAL 1\n0 0\n");
+  const ImportResult result = run({path});
+  ASSERT_EQ(result.added.size(), 1u);
+  EXPECT_EQ(result.added[0].description, "?" + std::string(59, 'x'));
+  EXPECT_THAT(descriptions(), ElementsAre(result.added[0].description));
+}
+
 TEST_F(ImportRun, ImportingTwiceGivesTwoIds) {
   const std::string path = file("a.msi", "A");
   const std::string first = run({path}).added.at(0).id;
@@ -81,6 +108,15 @@ TEST_F(ImportRun, ShowsItsProgress) {
   owner.progress = [&](const std::string& text) { texts.push_back(text); };
   run({file("a.msi", "A"), files.file("gone.msi"), file("c.msi", "C")}, false, owner);
   EXPECT_THAT(texts, ElementsAre("Working on file 1 of 3: a.msi", "Working on file 3 of 3: c.msi"));
+}
+
+TEST_F(ImportRun, GroupsTheDigitsOfItsProgress) {
+  std::vector<std::string> paths(1233), texts;
+  paths.push_back(file("a.msi", "A"));
+  ImportOwner owner;
+  owner.progress = [&](const std::string& text) { texts.push_back(text); };
+  run(paths, false, owner);
+  EXPECT_THAT(texts, ElementsAre("Working on file 1,234 of 1,234: a.msi"));
 }
 
 TEST_F(ImportRun, AnOwnerThatCannotShowProgressDoesNotStopIt) {
@@ -139,6 +175,21 @@ TEST_F(ImportRun, AFileThatMayNotBeReadCountsAsAnError) {
   ASSERT_EQ(result.failed.size(), 1u);
   EXPECT_THAT(result.failed[0], HasSubstr("Error 70: Permission denied"));
   EXPECT_THAT(descriptions(), ElementsAre("B"));
+}
+
+TEST_F(ImportRun, ALogThatCannotBeWrittenHidesNoReason) {
+  suite.answers = {MsgAnswer::ok, MsgAnswer::ok};
+  RefusingPlatform refusing(platform::current(), GetTechSupFile());
+  const platform::Substitute substitute(refusing);
+  const ImportResult result =
+      run({file("strong.msi", "Strong", "1E13 dBd"), files.write("bad.msi", ""), file("b.msi", "B")});
+  EXPECT_THAT(descriptions(), ElementsAre("B"));
+  EXPECT_EQ(result.ErrorCount, 1);
+  ASSERT_EQ(suite.messages.size(), 2u);
+  EXPECT_THAT(suite.messages[0].text, HasSubstr("Error 3163"));
+  for (const Message& box : suite.messages) {
+    EXPECT_THAT(box.text, HasSubstr("\r\n\r\nThe log file could not be written:\r\nError 70: "));
+  }
 }
 
 TEST_F(ImportRun, AFullDiskIsTheReasonOfTheErrorBox) {
@@ -219,6 +270,9 @@ TEST_F(ImportRun, CancelInTheErrorBoxEndsIt) {
   EXPECT_THAT(result.added, IsEmpty());
   ASSERT_EQ(suite.messages.size(), 2u);
   EXPECT_EQ(suite.messages[1].title, "Import Errors");
+  ASSERT_EQ(result.skipped.size(), 1u);
+  EXPECT_EQ(result.skipped[0].file, files.file("b.msi"));
+  EXPECT_EQ(result.skipped[0].reason, SkipReason::runEnded);
 }
 
 TEST_F(ImportRun, TheOwnerMayEndItBetweenFiles) {

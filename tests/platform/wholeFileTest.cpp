@@ -149,6 +149,24 @@ TEST(ReplaceWholeFile, WhatAKilledProgramLeftUnderTheSameNameIsNoHindrance) {
   EXPECT_EQ(filesIn(folder), 4U);
 }
 
+TEST(CreateWholeFile, GoesBehindALinkThatLeadsToNoFileYet) {
+  const TempFolder folder;
+  fs::create_symlink("real.ini", folder.machine("a.ini"));
+  createWholeFile(folder.file("a.ini"), "content");
+  EXPECT_TRUE(fs::is_symlink(folder.machine("a.ini")));
+  EXPECT_EQ(folder.read("real.ini"), "content");
+}
+
+TEST(ReplaceWholeFile, ARingOfLinksHoldsNothingUp) {
+  const TempFolder folder;
+  fs::create_symlink("b.ini", folder.machine("a.ini"));
+  fs::create_symlink("a.ini", folder.machine("b.ini"));
+  EXPECT_EQ(failureOf([&] { readWholeFile(folder.file("a.ini")); }), failure::pathAccess);
+  replaceWholeFile(folder.file("a.ini"), "content");
+  EXPECT_EQ(folder.read("a.ini"), "content");
+  EXPECT_EQ(filesIn(folder), 2U);
+}
+
 TEST(CreateWholeFile, RefusesWhereTheFileExists) {
   const TempFolder folder;
   createWholeFile(folder.file("a"), "first");

@@ -1,9 +1,8 @@
 // One application for all tests of this program, without a screen.
+#include <gtest/gtest.h>
 #include <memory>
 
 #include <QApplication>
-
-#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,0 +1,170 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractItemModelTester>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include "antenna/hdWrtAntDBF.h"
+#include "demo/AntennaTable.h"
+#include "demo/DemoOptions.h"
+#include "demo/DemoWindow.h"
+#include "demo/LibraryDialog.h"
+#include "foundation/extract.h"
+#include "qt/LookAnt.h"
+#include "support/TempSuite.h"
+#include "tables/installSuite.h"
+#include "ui/ScriptedDesktop.h"
+
+namespace vantrelix::demo {
+namespace {
+
+void store(const std::string& name, double gain) {
+  const std::vector<double> angles = {0, 90, 180, 270};
+  const std::vector<double> values = {gain, gain - 6, gain - 20, gain - 6};
+  ASSERT_EQ(HDwrtAntDBF("X0001", name, gain, "dBd", 4, angles, values, 4, angles, values, 450, 470), "");
+}
+
+class DemoForm : public testing::Test {
+ protected:
+  DemoForm() {
+    installSuite(suite_.path());
+    store("Collinear", 6);
+    store("Panel 120", 12.5);
+    window_ = std::make_unique<DemoWindow>();
+    window_->show();
+    window_->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+  }
+
+  template <class Kind>
+  Kind& find(const char* name) {
+    return *window_->findChild<Kind*>(name);
+  }
+  QTableView& list() { return find<QTableView>("antennaList"); }
+  void clickRow(int row) {
+    const QRect cell = list().visualRect(list().model()->index(row, 0));
+    QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, cell.center());
+  }
+  QStringList events() {
+    QStringList names;
+    auto& tree = find<QTreeWidget>("eventList");
+    for (int i = 0; i < tree.topLevelItemCount(); ++i) names << tree.topLevelItem(i)->text(2);
+    return names;
+  }
+
+  test::TempSuite suite_;
+  ScriptedDesktop desktop_;
+  DesktopInUse inUse_{desktop_};
+  std::unique_ptr<DemoWindow> window_;
+};
+
+TEST_F(DemoForm, ShowsTheAntennaThatIsChosenWithBothPatterns) {
+  ASSERT_EQ(list().model()->rowCount(), 2);
+  clickRow(1);
+  const qt::LookAnt& look = window_->control();
+  EXPECT_EQ(find<QLineEdit>("txtDesc").text(), "Panel 120");
+  EXPECT_EQ(find<QLineEdit>("txtGain").text(), "12.50");
+  EXPECT_EQ(find<QLineEdit>("txtFile").text(), "AMSX0001");
+  EXPECT_TRUE(look.bPatAz() && look.bPatEl());
+  EXPECT_TRUE(window_->values().contains("12.50 dBd"));
+  EXPECT_TRUE(find<QLabel>("suiteLabel").text().contains(QString::fromStdString(displayPath(suite_.path()))));
+}
+
+TEST_F(DemoForm, ListsTheControlsEventsAsTheyComeNewestLast) {
+  clickRow(0);
+  auto& orient = find<QLineEdit>("txtOrient");
+  orient.setFocus(Qt::TabFocusReason);
+  QTest::keyClicks(&orient, "45");
+  find<QLineEdit>("txtMAzim").setFocus(Qt::TabFocusReason);
+  EXPECT_EQ(events().last(), "ChangeMounting");
+  QTest::mouseClick(window_->findChild<QLabel*>("lblPreview"), Qt::LeftButton);
+  EXPECT_EQ(events().last(), "ChangeSize");
+  EXPECT_FALSE(find<QCheckBox>("previewBox").isChecked());
+}
+
+TEST_F(DemoForm, TheFilterNarrowsTheListAndEnterChooses) {
+  auto& filter = find<QLineEdit>("antennaFilter");
+  filter.setFocus();
+  QTest::keyClicks(&filter, "panel");
+  EXPECT_EQ(list().model()->rowCount(), 1);
+  EXPECT_EQ(find<QLabel>("libraryNote").text(), "1 of 2 antennas");
+  QTest::keyClick(&filter, Qt::Key_Return);
+  EXPECT_EQ(window_->control().sValueDesc(), "Panel 120");
+}
+
+TEST_F(DemoForm, LockingTheRecordLocksTheControlAndTheChoice) {
+  find<QCheckBox>("lockBox").click();
+  EXPECT_TRUE(window_->control().Locked());
+  EXPECT_FALSE(list().isEnabled());
+  find<QCheckBox>("lockBox").click();
+  EXPECT_FALSE(window_->control().Locked());
+  EXPECT_TRUE(list().isEnabled());
+}
+
+TEST_F(DemoForm, ABearingIsMarkedOnThePreview) {
+  clickRow(0);
+  const auto before = window_->control().control().picHor.lines().size();
+  find<QPushButton>("markAzimuthButton").click();
+  EXPECT_EQ(window_->control().control().picHor.lines().size(), before + 1);
+  EXPECT_EQ(events().last(), "SeeAzimuth 45");
+}
+
+TEST_F(DemoForm, TheLookUpButtonRunsTheChooserOnWhatIsChosen) {
+  clickRow(0);
+  QTimer::singleShot(0, [] {
+    auto* dialog = qobject_cast<LibraryDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    auto* antennas = dialog->findChild<QTableView*>("antennaList");
+    EXPECT_EQ(antennas->currentIndex().row(), 0);
+    QTest::keyClick(antennas, Qt::Key_Down);
+    QTest::keyClick(antennas, Qt::Key_Return);
+  });
+  QTest::mouseClick(&find<QPushButton>("cmdLook"), Qt::LeftButton);
+  EXPECT_EQ(window_->control().sValueDesc(), "Panel 120");
+  EXPECT_EQ(events().last(), "ChangeAntenna");
+}
+
+TEST_F(DemoForm, EscapeInTheChooserChangesNothing) {
+  clickRow(0);
+  QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+  QTest::mouseClick(&find<QPushButton>("cmdLook"), Qt::LeftButton);
+  EXPECT_EQ(window_->control().sValueDesc(), "Collinear");
+}
+
+TEST(AntennaTable, IsASoundItemModel) {
+  AntennaTable table;
+  const QAbstractItemModelTester tester(&table, QAbstractItemModelTester::FailureReportingMode::Fatal);
+  table.setAntennas({{"X1", "Dish", 30, "dBi", 5900, 6400, "MHz", 360, 360}});
+  EXPECT_EQ(table.index(0, AntennaTable::gain).data().toString(), "30.00 dBi");
+  EXPECT_EQ(table.rowOf("X1"), 0);
+  EXPECT_EQ(table.rowOf("X2"), -1);
+}
+
+TEST(DemoOptions, ReadsWhatTheProgramTakesAndRefusesTheRest) {
+  DemoOptions options;
+  EXPECT_EQ(readCommandLine({"demo", "--picture", "a.png", "--scale", "2", "--dark"}, options), CommandLine::run);
+  EXPECT_EQ(options.picture, "a.png");
+  EXPECT_EQ(options.scale, 2);
+  EXPECT_TRUE(options.dark && options.withoutWindow());
+  EXPECT_EQ(readCommandLine({"demo", "--scale", "0"}, options), CommandLine::wrong);
+  EXPECT_EQ(readCommandLine({"demo", "file"}, options), CommandLine::wrong);
+}
+
+TEST(DemoOptions, AnInstallationFolderThatIsMissingIsNamedWithTheRemedy) {
+  const test::TempSuite suite;
+  DemoOptions options;
+  options.suite = QString::fromStdString(suite.folder().machine("nowhere"));
+  const std::string wrong = useSuite(options);
+  EXPECT_NE(wrong.find(suite.folder().machine("nowhere")), std::string::npos);
+  EXPECT_NE(wrong.find("vantrelix suite init"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace vantrelix::demo

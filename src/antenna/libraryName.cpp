@@ -20,8 +20,7 @@ LibraryName parseLibraryName(std::string_view text) {
 
 std::string tableFolder(const std::string& path) {
   platform::Platform& platform = platform::current();
-  const std::string found = platform.findIgnoringCase(path);
-  return !platform.folderExists(found) && platform.fileExists(found) ? ExtractFolderNoSlash(path) : path;
+  return platform.fileExists(platform.findIgnoringCase(path)) ? ExtractFolderNoSlash(path) : path;
 }
 
 bool tableFileExists(const std::string& path) {

@@ -29,7 +29,7 @@ namespace {
 
 constexpr double kFrequency = 451.25;  // MHz
 // The window's first size, in lines of its font.
-constexpr int kWidthInLines = 78;
+constexpr int kWidthInLines = 90;
 constexpr int kHeightInLines = 50;
 
 // How the made-up site's antenna is mounted.

@@ -87,7 +87,7 @@ void normaliseAzimuth(ImportedAntenna& antenna) {
   for (const double value : antenna.HorValue) peak = std::max(peak, value);
   const std::string kind = upperCase(leftCharacters(antenna.GainUnits, 2));
   if (kind == "DB") {
-    const double offset = finite(antenna.Gain - peak);
+    const double offset = antenna.Gain - peak;
     for (double& value : antenna.HorValue) value = finite(value + offset);
     antenna.MinHor += offset;
   } else if (kind == "RE") {

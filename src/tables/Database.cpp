@@ -120,13 +120,15 @@ void TableDef::append(std::string_view name, FieldType type, int size) {
 }
 
 void Database::requireOpen() const {
-  if (!open_) throw RunTimeFailure(failure::objectNotSet, "The database '" + displayPath(folder()) + "' is closed.");
+  if (!open_)
+    throw RunTimeFailure(failure::objectNotSet,
+                         "The database '" + displayPath(folder()) + "' is closed. Open it again.");
 }
 
 void Database::requireWritable() const {
   if (!opening_.readOnly) return;
   throw RunTimeFailure(failure::readOnlyTable,
-                       "The database '" + displayPath(folder()) + "' is open for reading only.");
+                       "The database '" + displayPath(folder()) + "' is open for reading only. Open it for writing.");
 }
 
 RecordsetPtr Database::OpenRecordset(std::string_view sql, RecordsetType type, int options) {

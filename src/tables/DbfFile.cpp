@@ -70,7 +70,8 @@ struct DbfFile::Implementation {
 
   const DbfField& field(std::size_t index) const {
     if (index < header.fields.size()) return header.fields[index];
-    throw RunTimeFailure(failure::noSuchField, "The table " + context.displayName + " has no such field.");
+    throw RunTimeFailure(failure::noSuchField, "The table " + context.displayName + " has no field number " +
+                                                   std::to_string(index) + ". Check the number.");
   }
 
   [[noreturn]] void refuse(const std::string& reason) const {
@@ -91,13 +92,14 @@ struct DbfFile::Implementation {
 };
 
 void DbfFile::Implementation::checkWritable(bool readOnly, bool adding) const {
-  if (readOnly) refuse("it is open for reading only, or its file is write-protected");
+  if (readOnly) refuse("it is open for reading only, or its file is write-protected. Open it for writing");
   if (header.structuralIndex) {
     refuse("it has a structural index that would no longer fit it; change it with the program that made it");
   }
   if (header.recordLengthMended)
     refuse("its header names a wrong record length; mend it with the program that made it");
-  if (adding && header.autoIncrement) refuse("it counts its rows in a field by itself, which is not done here");
+  if (adding && header.autoIncrement)
+    refuse("it counts its rows in a field by itself, which is not done here. Add rows with the program that made it");
 }
 
 // A writer tells those who would deny writing that it is at work, unless it denies writing to all others itself.
@@ -299,7 +301,7 @@ std::uint32_t DbfFile::append(const unsigned char* records, std::uint32_t count)
   if (count == 0) return first;
   const std::uint64_t added = std::uint64_t{count} * inside.header.recordLength;
   if (inside.offsetOf(first) + added + 1 > kLargestFile)
-    inside.refuse("it would grow beyond 2 GB, more than the format holds");
+    inside.refuse("it would grow beyond 2 GB, more than the format holds. Begin another table");
   inside.writeRows(first, records, count, size);
   return first;
 }
@@ -315,7 +317,8 @@ void DbfFile::update(std::uint32_t number, const std::function<void(unsigned cha
   std::vector<unsigned char> before(inside.header.recordLength);
   if (number >= recordCount() || !readRecord(number, before.data()) || before[0] == '*') {
     throw RunTimeFailure(failure::recordDeleted, "Record " + std::to_string(std::uint64_t{number} + 1) +
-                                                     " of the table " + inside.context.displayName + " is deleted.");
+                                                     " of the table " + inside.context.displayName +
+                                                     " is deleted. Read the table again.");
   }
   std::vector<unsigned char> after = before;
   change(after.data());

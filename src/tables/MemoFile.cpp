@@ -23,7 +23,8 @@ std::uint32_t bigEndian(const unsigned char* bytes, int count) {
 }
 
 [[noreturn]] void damaged(const std::string& path, const std::string& fault) {
-  throw RunTimeFailure(failure::damagedTable, "The memo file " + displayPath(path) + " cannot be read: " + fault + ".");
+  throw RunTimeFailure(failure::damagedTable, "The memo file " + displayPath(path) + " cannot be read: " + fault +
+                                                  ". Take a sound copy of it.");
 }
 
 std::uint32_t blockSizeOf(const std::array<unsigned char, kMinimumHeader>& header, MemoKind kind) {

@@ -10,7 +10,7 @@ Recordset::Recordset(std::unique_ptr<Implementation> implementation) : implement
 Recordset::~Recordset() = default;
 
 Recordset::Implementation& Recordset::state() const {
-  if (!implementation_) throw RunTimeFailure(failure::objectNotSet, "The cursor is closed.");
+  if (!implementation_) throw RunTimeFailure(failure::objectNotSet, "The cursor is closed. Open it again.");
   return *implementation_;
 }
 
@@ -39,7 +39,8 @@ Field Recordset::Fields(std::string_view name) { return Field(*this, state().col
 Field Recordset::Fields(std::size_t index) {
   if (index >= fieldCount()) {
     throw RunTimeFailure(failure::noSuchField, "There is no field number " + std::to_string(index) + "; there are " +
-                                                   std::to_string(fieldCount()) + ", counted from 0.");
+                                                   std::to_string(fieldCount()) +
+                                                   ", counted from 0. Check the number.");
   }
   return Field(*this, index);
 }

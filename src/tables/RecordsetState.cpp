@@ -134,7 +134,7 @@ void Recordset::Implementation::setBookmark(Bookmark bookmark) {
       bookmark >> kBookmarkShift == serial ? positionOf(static_cast<std::uint32_t>(bookmark)) : size();
   if (position == size() || (currentDeleted && position == index)) {
     throw RunTimeFailure(failure::notABookmark, "The bookmark names no row of this cursor over table '" +
-                                                    displayPath(query->table().path()) + "'.");
+                                                    displayPath(query->table().path()) + "'. Take it anew.");
   }
   const bool behindDeleted = currentDeleted && position > index;
   moveTo(behindDeleted ? position - 1 : position);
@@ -195,7 +195,7 @@ std::size_t Recordset::Implementation::columnNumber(std::string_view name) const
                                   [&](const SqlColumn& column) { return equalIgnoringCase(column.name, name); });
   if (found == columns.end()) {
     throw RunTimeFailure(failure::noSuchField, "There is no field '" + std::string(name) + "' in the rows of table '" +
-                                                   displayPath(query->table().path()) + "'.");
+                                                   displayPath(query->table().path()) + "'. Check its name.");
   }
   return static_cast<std::size_t>(found - columns.begin());
 }
@@ -231,17 +231,21 @@ Value Recordset::Implementation::value(std::size_t number) {
 
 void Recordset::Implementation::requireUpdatable() const {
   const std::string name = "Table '" + displayPath(query->table().path()) + "' cannot be changed here: ";
-  if (!query->updatable()) throw RunTimeFailure(failure::readOnlyTable, name + "the query computes its values.");
+  if (!query->updatable())
+    throw RunTimeFailure(failure::readOnlyTable, name + "the query computes its values. Query the table's own fields.");
   const bool live = type == RecordsetType::table || type == RecordsetType::dynaset;
-  if (!live) throw RunTimeFailure(failure::readOnlyTable, name + "the cursor is of a type that only reads.");
-  if (query->table().readOnly()) throw RunTimeFailure(failure::readOnlyTable, name + "it is open for reading only.");
+  if (!live)
+    throw RunTimeFailure(failure::readOnlyTable, name + "the cursor is of a type that only reads. Open a dynaset.");
+  if (query->table().readOnly())
+    throw RunTimeFailure(failure::readOnlyTable, name + "it is open for reading only. Open it for writing.");
 }
 
 void Recordset::Implementation::put(std::size_t number, const Value& given) {
   requireUpdatable();
   if (editing == Editing::none) {
-    throw RunTimeFailure(failure::updateWithoutEdit,
-                         "Field '" + column(number).name + "' was set without AddNew or Edit before it.");
+    throw RunTimeFailure(
+        failure::updateWithoutEdit,
+        "Field '" + column(number).name + "' was set without AddNew or Edit before it. Begin the row first.");
   }
   const auto field = static_cast<std::size_t>(column(number).field);
   query->table().put(changed.data(), field, given);
@@ -273,7 +277,8 @@ void Recordset::Implementation::beginEdit() {
 // What fails leaves the edit open, so that nothing typed is lost.
 void Recordset::Implementation::update() {
   if (editing == Editing::none) {
-    throw RunTimeFailure(failure::updateWithoutEdit, "Update was called without AddNew or Edit before it.");
+    throw RunTimeFailure(failure::updateWithoutEdit,
+                         "Update was called without AddNew or Edit before it. Begin the row first.");
   }
   if (editing == Editing::changing) {
     writeChange();

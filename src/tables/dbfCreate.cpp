@@ -27,7 +27,8 @@ struct WidthRule {
 constexpr WidthRule kWidths[] = {{'C', 1, 254}, {'N', 1, 20}, {'F', 1, 20}, {'L', 1, 1}, {'D', 8, 8}, {'M', 10, 10}};
 
 [[noreturn]] void refuse(int number, const std::string& path, const std::string& reason) {
-  throw RunTimeFailure(number, "The table " + displayPath(path) + " cannot be made: " + reason + ".");
+  throw RunTimeFailure(
+      number, "The table " + displayPath(path) + " cannot be made: " + reason + ". Correct its list of fields.");
 }
 
 const WidthRule& ruleOf(const DbfNewField& field, const std::string& path) {

@@ -21,8 +21,11 @@ struct Stranger {
 constexpr Stranger kStrangers[] = {
     {0x02, "dBase II or FoxBASE"}, {0x04, "dBase 7"}, {0x8C, "dBase 7 with memo"}, {0xE5, "HiPer-Six with memo"}};
 
-[[noreturn]] void damaged(const std::string& name, const std::string& fault) {
-  throw RunTimeFailure(failure::damagedTable, "The table " + name + " cannot be read: " + fault + ".");
+constexpr const char* kTakeACopy = "Take a sound copy of it, or mend it with the program that made it.";
+constexpr const char* kTakeATable = "Choose a table, or save this one as dBase III or FoxPro.";
+
+[[noreturn]] void damaged(const std::string& name, const std::string& fault, const char* remedy = kTakeACopy) {
+  throw RunTimeFailure(failure::damagedTable, "The table " + name + " cannot be read: " + fault + ". " + remedy);
 }
 
 std::string hex(int byte) {
@@ -34,10 +37,12 @@ void checkVersion(int version, const std::string& name) {
   if (std::find(std::begin(kReadable), std::end(kReadable), version) != std::end(kReadable)) return;
   for (const Stranger& stranger : kStrangers) {
     if (stranger.version != version) continue;
-    damaged(name, std::string("it is a ") + stranger.name + " table (version " + hex(version) +
-                      "), a format that is not supported; save it as dBase III or FoxPro");
+    damaged(name,
+            std::string("it is a ") + stranger.name + " table (version " + hex(version) +
+                "), a format that is not supported",
+            kTakeATable);
   }
-  damaged(name, "it is no dBase or FoxPro table (its first byte is " + hex(version) + ")");
+  damaged(name, "it is no dBase or FoxPro table (its first byte is " + hex(version) + ")", kTakeATable);
 }
 
 bool isFieldType(unsigned char type) {
@@ -195,7 +200,8 @@ Header parseHeader(std::string_view bytes, std::uint64_t fileSize, const std::st
   header.structuralIndex = (at[28] & kTableFlagIndex) != 0;
   header.languageMark = at[29];
   // A text that happens to begin with one of the versions has letters where the date stands.
-  if (at[2] > 12 && at[3] > 31) damaged(displayName, "it is no dBase or FoxPro table (there is no date in its header)");
+  if (at[2] > 12 && at[3] > 31)
+    damaged(displayName, "it is no dBase or FoxPro table (there is no date in its header)", kTakeATable);
   checkLengths(header, fileSize, displayName);
   Descriptors found = readDescriptors(bytes, header.headerLength);
   if (found.fields.empty() && header.recordLength > 1) damaged(displayName, "its header describes no field");

@@ -156,17 +156,18 @@ std::string shortText(const Value& value) {
 [[noreturn]] void tooSmall(const DbfField& field, const FieldContext& context, const Value& value) {
   throw RunTimeFailure(failure::fieldTooSmall, "The " + nameOf(field, context) + " is too small for \"" +
                                                    shortText(value) + "\": its width is " +
-                                                   std::to_string(field.width) + ".");
+                                                   std::to_string(field.width) + ". Give a shorter value.");
 }
 
 [[noreturn]] void notWritable(const DbfField& field, const FieldContext& context) {
   throw RunTimeFailure(failure::readOnlyTable, "The " + nameOf(field, context) + " cannot be written: fields of type " +
-                                                   std::string(1, field.type) + " are only read.");
+                                                   std::string(1, field.type) +
+                                                   " are only read. Change it with the program that made the table.");
 }
 
 [[noreturn]] void wrongKind(const DbfField& field, const FieldContext& context, const Value& value) {
   throw RunTimeFailure(failure::typeMismatch, "The " + nameOf(field, context) + " cannot take \"" + shortText(value) +
-                                                  "\": it is of another type.");
+                                                  "\": it is of another type. Give a value of its own.");
 }
 
 void putBytes(unsigned char* record, const DbfField& field, std::string_view bytes, char padding) {

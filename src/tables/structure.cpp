@@ -136,6 +136,18 @@ void showOpenError(const std::string& path, const Outcome& outcome, const std::s
   showInformation("Database Error", text + kBlankLine + supportAddress());
 }
 
+// Holds the table that is to be replaced, if there is one: who has it open would go on writing to a file that nobody
+// looks at again. What is no table is in nobody's use.
+std::shared_ptr<DbfFile> holdFormerTable(const std::string& path) {
+  if (!getFileExistLEN(path)) return nullptr;
+  try {
+    return DbfFile::open(path, false, Sharing::exclusive);
+  } catch (const RunTimeFailure& failure) {
+    if (failure.number() != failure::damagedTable) throw;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 bool NewTable(const FieldList& fields, const std::string& path) {
@@ -143,6 +155,7 @@ bool NewTable(const FieldList& fields, const std::string& path) {
   std::string working;
   try {
     SetFlag(100);
+    const std::shared_ptr<DbfFile> former = holdFormerTable(path);
     const std::string name = nameOfToken(TableToken(path));
     if (name.find_first_of(" []") == std::string::npos) {
       SetFlag(200);

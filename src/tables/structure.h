@@ -23,7 +23,8 @@ inline constexpr int unknown = 99;
 std::string GetTblErrText(int code);
 std::string GetTblErrShort(int code);
 
-// Makes a new table of those fields at path, replacing what is there.
+// Makes a new table of those fields at path, replacing what is there. False, reported, where another has that open; it
+// is then as it was.
 bool NewTable(const FieldList& fields, const std::string& path);
 // Sets widths, decimals, displacements and record length of a table just made by the dictionary's rows. False,
 // reported, for a table that has rows or other fields than those; it is then as it was.

@@ -80,6 +80,13 @@ TEST_F(AliasStore, TheStoreOfASystemWithoutDataStandsInForAnAbsentFolderStore) {
   EXPECT_EQ(antenna("AMSX0001.DBF"), "|");
 }
 
+TEST_F(AliasStore, AFolderStoreWhoseNameIsWrittenInAnotherCaseIsThere) {
+  store(host.write("SYSNODTA/QVALIAS.INI", ""), "AMSX0001.DBF", "From afar");
+  suite.folder().write("ANTENNAS/qvaliasant.ini", "[ANTENNAS\\AMS?????.DBF]\r\nAMSX0001.DBF=Ours\r\n");
+  EXPECT_EQ(antenna("AMSX0001.DBF"), "Ours");
+  EXPECT_EQ(antenna("amsx0001.dbf"), "Ours");
+}
+
 TEST_F(AliasStore, TheInstallationFolderServesAHostThatStandsElsewhere) {
   store(suite.file("QVALIAS.INI"), "AMSX0001.DBF", "Of the installation");
   EXPECT_EQ(antenna("AMSX0001.DBF"), "Of the installation");

@@ -39,6 +39,17 @@ TEST_F(AntennaList, CountsThePointsThatHaveBothValues) {
   EXPECT_EQ(list[1].verticalPoints, 2);
 }
 
+TEST_F(AntennaList, DeletedPointsDoNotCount) {
+  ASSERT_EQ(add(1, "dBd", {1, 2, 3}, {1}), "");
+  const RecordsetPtr rows = MakeAHDFile(kCode);
+  rows->MoveFirst();
+  rows->Delete();
+  rows->Close();
+  const std::vector<AntennaListEntry> list = listAntennas(folder(), kLibrary);
+  ASSERT_EQ(list.size(), 1u);
+  EXPECT_EQ(list[0].horizontalPoints, 2);
+}
+
 TEST_F(AntennaList, MissingPatternTablesCountAsNoPoints) {
   ASSERT_EQ(add(1, "dBd", {1}, {1}), "");
   removeTable("AHDT0001.DBF");
@@ -48,6 +59,11 @@ TEST_F(AntennaList, MissingPatternTablesCountAsNoPoints) {
   EXPECT_EQ(list[0].horizontalPoints, 0);
   EXPECT_EQ(list[0].verticalPoints, 0);
   EXPECT_FALSE(tableExists("AHDT0001.DBF"));
+}
+
+TEST_F(AntennaList, DescriptionsAreTrimmed) {
+  ASSERT_EQ(add(1, "dBd", {1}, {1}, "  Panel "), "");
+  EXPECT_EQ(listAntennas(folder(), kLibrary).at(0).description, "Panel");
 }
 
 TEST_F(AntennaList, NullsReadAsTheirDefaults) {

@@ -87,6 +87,7 @@ TEST(ConvertAntGainDbl, PassesThroughTextAndSoRoundsToFourDecimals) {
 
 TEST(ConvertAntPattern, TakesRelAsAFieldRatioToTheMajorLobe) {
   EXPECT_EQ(pattern("REL", "dBd", "0.5", "10", "dBd"), (Converted{"3.9794", false}));
+  EXPECT_EQ(pattern("REL", "dBi", "0.5", "10", "dBi"), (Converted{"3.9794", false}));
   EXPECT_EQ(pattern("dBd", "REL", "10", "10", "dBd"), (Converted{"1.0000", false}));
   EXPECT_EQ(pattern("dBi", "REL", "12.15", "12.15", "dBi"), (Converted{"1.0000", false}));
 }

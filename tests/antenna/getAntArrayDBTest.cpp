@@ -93,6 +93,8 @@ TEST_F(GetAntArrayDB, OnlyAConversionRoundsToFourDecimals) {
 TEST_F(GetAntArrayDB, DesiredUnitsAreTrimmedBeforeTheyAreCompared) {
   ASSERT_EQ(add(10, "dBd", {10, 7}, {10}), "");
   EXPECT_THAT(read(kFirstId, " dBd ").HorField, ElementsAre(10, 7));
+  EXPECT_EQ(read(kFirstId, " dBd ").GainUnits.substr(0, 3), "dBd");
+  EXPECT_EQ(read("nobody", " dBd ", true).GainUnits, "dBd");
   EXPECT_THAT(read(kFirstId, " dbi ").HorField, ElementsAre(12.15, 9.15));
   EXPECT_THAT(suite.messages, IsEmpty());
 }
@@ -217,6 +219,7 @@ TEST_F(GetAntArrayDB, ANullGainIsARunTimeFailureEvenWhenQuiet) {
   ASSERT_EQ(suite.messages.size(), 1u);
   EXPECT_THAT(suite.messages[0].text, HasSubstr("Error 94:"));
   EXPECT_THAT(suite.log(), HasSubstr("Flag 2000"));
+  EXPECT_DOUBLE_EQ(r.Gain, 0);
   EXPECT_EQ(r.GainUnits, "dBd");
   EXPECT_EQ(r.Description, "old");
 }

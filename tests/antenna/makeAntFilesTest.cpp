@@ -113,8 +113,9 @@ TEST_F(MakeAntFilesTest, ATableThatCannotBeOpenedLeavesThoseBehindItAsTheyAre) {
   const LibraryTables tables = openLibraryTables(suite.file("elsewhere"), kCode);
   EXPECT_FALSE(tables.rsAMS);
   EXPECT_FALSE(tables.rsAVD);
-  EXPECT_EQ(suite.messages.size(), 1u);
+  EXPECT_FALSE(suite.messages.empty());
   EXPECT_FALSE(suite.folder().exists("elsewhere/AHDT0001.DBF"));
+  EXPECT_FALSE(suite.folder().exists("elsewhere/AVDT0001.DBF"));
   EXPECT_EQ(suite.folder().read("elsewhere/AMST0001.DBF"), "this is no table");
 }
 

@@ -18,10 +18,11 @@ struct CliRun {
   nlohmann::json json() const { return nlohmann::json::parse(out); }
 };
 
-inline CliRun runCli(const std::vector<std::string>& arguments, const cli::PictureWriter& pictureWriter = {}) {
+inline CliRun runCli(const std::vector<std::string>& arguments, const cli::PictureWriter& pictureWriter = {},
+                     bool errIsTerminal = false) {
   std::ostringstream out;
   std::ostringstream err;
-  const int status = cli::runCommandLine(arguments, out, err, pictureWriter);
+  const int status = cli::runCommandLine(arguments, out, err, pictureWriter, errIsTerminal);
   return {status, out.str(), err.str()};
 }
 

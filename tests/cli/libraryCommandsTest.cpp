@@ -84,7 +84,7 @@ TEST_F(LibraryCommands, ImportTellsWhyALibraryCannotBeOpened) {
   const CliRun import = json({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("A", "1 dBd"))});
   EXPECT_EQ(import.status, 1);
   EXPECT_THAT(import.json()["error"].get<std::string>(), HasSubstr("Error 3343:"));
-  EXPECT_EQ(import.json()["messages"].size(), 1U);
+  EXPECT_FALSE(suite_.folder().exists("ANTENNAS/AHDX0001.DBF"));
 }
 
 TEST_F(LibraryCommands, ImportNamesAFileThatIsNotThere) {
@@ -108,10 +108,20 @@ TEST_F(LibraryCommands, QuestionsAreAnsweredAsAssumed) {
   EXPECT_EQ(stopped.status, 1);
   EXPECT_EQ(stopped.json()["messages"][0]["buttons"], "OK/Cancel");
   EXPECT_EQ(stopped.json()["messages"][0]["answer"], "Cancel");
+  EXPECT_THAT(run({"import", "generic", "AMSX0001", strong}).err, HasSubstr("\n(answered Cancel)\n"));
   EXPECT_THAT(stopped.json()["error"].get<std::string>(), HasSubstr(good));
   const CliRun goesOn = json({"--assume", "yes", "import", "generic", "AMSX0001", strong, good});
   EXPECT_EQ(goesOn.json()["messages"][0]["answer"], "OK");
   EXPECT_EQ(goesOn.json()["antennas"].size(), 1U);
+}
+
+TEST_F(LibraryCommands, ProgressIsShownOnATerminalAloneAndNeverWithJson) {
+  const std::string file = pattern("a.msi", planetFile("A", "1 dBd"));
+  std::vector<std::string> import{"--suite", suite_.folder().machine(), "import", "generic", "AMSX0001", file};
+  EXPECT_THAT(runCli(import, {}, true).err, HasSubstr("Working on file 1 of 1: a.msi"));
+  EXPECT_EQ(runCli(import, {}, false).err, "");
+  import.emplace_back("--json");
+  EXPECT_EQ(runCli(import, {}, true).err, "");
 }
 
 TEST_F(LibraryCommands, AnUnknownFormatIsAWrongCommandLine) {
@@ -151,7 +161,7 @@ TEST_F(LibraryCommands, ShowOfAMissingAntennaIsRefusedWithItsText) {
 }
 
 TEST_F(LibraryCommands, ShowOfWhatCannotBeConvertedOrReadIsAFailure) {
-  run({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("A", "0 REL"))});
+  run({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("A", "1 REL"))});
   const CliRun unconverted = json({"show", "AMSX0001", "X00010000001", "--units", "dBd"});
   EXPECT_EQ(unconverted.status, 1);
   EXPECT_THAT(unconverted.json()["error"].get<std::string>(), StartsWith("Error on antenna data"));
@@ -169,6 +179,13 @@ TEST_F(LibraryCommands, ABlankIdAndABlankLibraryAreFailures) {
   EXPECT_THAT(run({"show", "AMSX0001", " "}).err, HasSubstr("the ID is blank"));
   EXPECT_EQ(run({"show", "AMSX0001", ""}).status, 1);
   EXPECT_THAT(run({"antennas", suite_.folder().machine("ANTENNAS/")}).err, HasSubstr("No library is named by"));
+}
+
+TEST_F(LibraryCommands, JsonIsReadableWhateverBytesAreNamed) {
+  run({"import", "generic", "AMSX0001", pattern("a.msi", planetFile("A", "1 dBd"))});
+  const CliRun show = json({"show", "AMSX0001", "caf\xE9"});
+  EXPECT_EQ(show.status, 1);
+  EXPECT_EQ(show.json()["id"], "caf\xEF\xBF\xBD");
 }
 
 TEST_F(LibraryCommands, LibrariesShowTheirDescriptions) {

@@ -49,6 +49,8 @@ TEST(ValueAsText, IsGeneralTextOfAnyKind) {
   EXPECT_EQ(Value(false).asText(), "False");
   EXPECT_EQ(Value(DateTime{2026, 11, 21, 16, 2, 48}).asText(), "11/21/2026 4:02:48 PM");
   EXPECT_EQ(Value(DateTime{2026, 11, 21}).asText(), "11/21/2026");
+  EXPECT_EQ(Value(DateTime{2026, 11, 21, 0, 2, 0}).asText(), "11/21/2026 12:02:00 AM");
+  EXPECT_EQ(Value(DateTime{2026, 11, 21, 0, 0, 8}).asText(), "11/21/2026 12:00:08 AM");
   const test::RegionalScope comma(",", ".");
   EXPECT_EQ(Value(0.5).asText(), "0,5");
 }

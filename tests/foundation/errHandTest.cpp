@@ -126,6 +126,28 @@ TEST_F(Failures, ABlankDescriptionIsThatOfTheErrorBeingHandled) {
   EXPECT_NE(suite.log().find("Error 61:  Disk full: /x"), std::string::npos);
 }
 
+TEST_F(Failures, BlankTextsCountAsNone) {
+  try {
+    throw RunTimeFailure(failure::diskFull, "Disk full: /x");
+  } catch (const RunTimeFailure& failure) {
+    ErrHand(failure.number(), "  ", "  ", true);
+  }
+  EXPECT_EQ(suite.log(),
+            record("*************************") + record("Error 61:  Disk full: /x") + record("Procedures:"));
+  EXPECT_EQ(modErrStr(RunTimeFailure(53, "File not found"), "  "), "Error 53: File not found");
+}
+
+TEST_F(Failures, WhatIsNoExceptionOfTheLanguageHasNoText) {
+  try {
+    throw 5;
+  } catch (int number) {
+    ErrHand(number, "", "", true);
+  }
+  ErrHand(6, "", "", true);
+  EXPECT_NE(suite.log().find(record("Error 5:  ")), std::string::npos);
+  EXPECT_NE(suite.log().find(record("Error 6:  ")), std::string::npos);
+}
+
 TEST_F(Failures, AnExceptionOfTheStandardLibraryHasNumber51) {
   ErrHand(std::runtime_error("odd"), "", true);
   EXPECT_NE(suite.log().find("Error 51:  odd"), std::string::npos);
@@ -155,6 +177,14 @@ TEST_F(Failures, NamesAreLookedForFileByFileUntilOneIsMissing) {
   EXPECT_EQ(procedureName(2), "two");
   EXPECT_EQ(procedureName(3), "");
   EXPECT_EQ(procedureName(4), "");
+}
+
+TEST_F(Failures, NameFilesHaveTwoDigitsAndMayBeEmpty) {
+  for (int file = 0; file < 12; ++file) {
+    const std::string digits = (file < 10 ? "0" : "") + std::to_string(file);
+    suite.folder().write("SYSTEM/QVEHPR" + digits + ".INI", file == 11 ? "[PROC]\r\n9=\" nine \"\r\n" : "");
+  }
+  EXPECT_EQ(procedureName(9), "nine");
 }
 
 TEST_F(Failures, NamesGoOnWhereOnlyTheFirstFileIsMissing) {
@@ -196,6 +226,8 @@ TEST_F(Failures, WithoutAnInstallationFolderTheLogHasARelativeNameUntilOneIsKnow
   setSuiteDir("");
   EXPECT_EQ(GetTechSupFile(), "QVTECSUP.TXT");
   suite.folder().write("QVRegistry.INI", "[CONFIG]\r\nQuorvendalDirectory=" + suite.path() + "\r\n");
+  EXPECT_EQ(GetTechSupFile(), suite.file("QVTECSUP.TXT"));
+  suite.folder().write("QVRegistry.INI", "[CONFIG]\r\nQuorvendalDirectory=C:\\OTHER\r\n");
   EXPECT_EQ(GetTechSupFile(), suite.file("QVTECSUP.TXT"));
   setHostFolder("");
 }

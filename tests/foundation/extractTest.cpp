@@ -1,7 +1,9 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "foundation/extract.h"
 #include "platform/FaultPlatform.h"
+#include "support/Processes.h"
 #include "support/TempSuite.h"
 
 using namespace vantrelix;
@@ -12,6 +14,7 @@ TEST(SetPathName, JoinsWithExactlyOneBackslash) {
   EXPECT_EQ(setPathName("C:\\A", "X.DBF"), "C:\\A\\X.DBF");
   EXPECT_EQ(setPathName("C:\\A\\\\", "/\\/X.DBF"), "C:\\A\\X.DBF");
   EXPECT_EQ(setPathName(std::string("C:\\A\\ \0\0 ", 9), "X.DBF"), "C:\\A\\X.DBF");
+  EXPECT_EQ(setPathName("/opt/qv/", "X.DBF"), "/opt/qv\\X.DBF");
   EXPECT_EQ(setPathName("\\", "X"), "\\X");
   EXPECT_EQ(setPathName("C:\\A", ""), "C:\\A\\");
 }
@@ -55,6 +58,16 @@ TEST(GetPathExist, ABlankPathOffersTheCurrentFolder) {
   EXPECT_EQ(suite.messages.size(), 2U);
 }
 
+TEST(GetPathExist, TheRootAsCurrentFolderIsShown) {
+  EXPECT_EQ(exitCode(startChild([] {
+              TempSuite suite;
+              if (::chdir("/") != 0) return false;
+              getPathExist("", true, false);
+              return suite.messages.at(0).text.ends_with("path:\r\n" + displayPath("\\"));
+            })),
+            0);
+}
+
 TEST(GetPathExist, IsTrueForADriveARootAndAFolderInAnyCase) {
   TempSuite suite;
   suite.folder().write("Data/x", "");
@@ -79,6 +92,14 @@ TEST(GetPathExist, AMissingPathIsCreatedOnYesAlone) {
   EXPECT_EQ(suite.messages[0].text,
             "The specified path does not exist:\r\n" + displayPath(path) + "\r\nDo you want to create the new path?");
   EXPECT_EQ(suite.messages[0].buttons, MsgButtons::yesNo);
+}
+
+TEST(GetPathExist, YesGivesTrueWhateverBecomesOfTheFolder) {
+  TempSuite suite;
+  suite.answers = {MsgAnswer::yes};
+  suite.folder().write("file", "x");
+  EXPECT_TRUE(getPathExist(suite.file("file\\sub"), true, true));
+  EXPECT_EQ(suite.folder().read("file"), "x");
 }
 
 TEST(GetPathExist, AMissingPathThatMustExistIsAnError) {
@@ -115,6 +136,20 @@ TEST(MakeDirPath, CreatesEachLevelAndIgnoresFailures) {
   faults.failAt(1, failure::permissionDenied);
   EXPECT_NO_THROW(MakeDirPath(folder.file("Data\\three")));
   EXPECT_TRUE(folder.exists("Data/three"));
+}
+
+TEST(MakeDirPath, TakesForwardSlashesToo) {
+  const TempFolder folder;
+  MakeDirPath(folder.machine("one/two"));
+  EXPECT_TRUE(folder.exists("one/two"));
+}
+
+TEST(MakeDirPath, ADriveIsNoLevelToMake) {
+  platform::FaultPlatform faults(platform::operatingSystem());
+  const platform::Substitute substitute(faults);
+  faults.crashAt(1);
+  MakeDirPath("Q:\\a\\b");
+  EXPECT_THAT(faults.journal(), testing::ElementsAre("makeFolder Q:/a", "makeFolder Q:/a/b"));
 }
 
 TEST(Extract, GivesThePartsOfAPath) {

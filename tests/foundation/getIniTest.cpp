@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include "foundation/IniFile.h"
+#include "foundation/RegionalScope.h"
 #include "foundation/getINI.h"
 #include "foundation/suitePaths.h"
 #include "foundation/text.h"
@@ -36,6 +37,10 @@ TEST(GetIni, TrimsSectionKeyAndFile) {
   EXPECT_EQ(value, "v");
   EXPECT_TRUE(setINI(" s ", " n ", " " + file + " ", "2"));
   EXPECT_EQ(folder.read("a.ini"), "[s]\r\nk=v\r\nn=2\r\n");
+  EXPECT_TRUE(removePrivateProfileKey(" s ", " k ", " " + file + " "));
+  EXPECT_EQ(folder.read("a.ini"), "[s]\r\nn=2\r\n");
+  EXPECT_TRUE(removePrivateProfileSection(" s ", " " + file + " "));
+  EXPECT_EQ(folder.read("a.ini"), "");
 }
 
 TEST(GetIni, AMissingFileIsAnEmptyFileAndTheFirstWriteMakesIt) {
@@ -94,7 +99,8 @@ TEST(GetIniStr, ABlankFileBecomesTheDefaultsIni) {
 
 TEST(GetIniBool, OnlyThreeTextsAreTrue) {
   const TempSuite suite;
-  const std::string file = suite.folder().write("a.ini", "[s]\na= true \nb=1\nc=-1\nd=yes\ne=0\nf=\ng=2\nh=TRUEX\n");
+  const std::string file =
+      suite.folder().write("a.ini", "[s]\na= true \nb=1\nc=\" -1 \"\nd=yes\ne=0\nf=\ng=2\nh=TRUEX\n");
   for (const char* key : {"a", "b", "c"}) EXPECT_TRUE(getINIBool("s", key, "0", file)) << key;
   for (const char* key : {"d", "e", "f", "g", "h"}) EXPECT_FALSE(getINIBool("s", key, "-1", file)) << key;
   EXPECT_TRUE(getINIBool("s", "missing", "True", file));
@@ -110,6 +116,28 @@ TEST(GetIniDbl, AValueThatIsNotNumericGivesZero) {
   EXPECT_EQ(getINIDbl("s", "c", 5, file), 0);
   EXPECT_EQ(getINIDbl("s", "d", 5, file), 0);
   EXPECT_EQ(getINIDbl("s", "missing", -50.25, file), -50.25);
+}
+
+TEST(GetIniDbl, TheDefaultGoesThroughGeneralText) {
+  const TempSuite suite;
+  const RegionalScope comma(",", ".");
+  EXPECT_EQ(getINIDbl("s", "missing", -50.25), -50.25);
+  EXPECT_EQ(getINIDbl("s", "missing", 0.1 + 0.2), 0.3);
+  EXPECT_EQ(getINIDbl("s", "missing", 1.5e-9), 1.5e-9);
+}
+
+TEST(GetIniDbl, ABlankFileMeansTheDefaultsIni) {
+  const TempSuite suite;
+  EXPECT_TRUE(setINI("s", "k", getDefaultsINI(), "2.5"));
+  EXPECT_EQ(getINIDbl("s", "k", 1), 2.5);
+}
+
+TEST(GetIniInt, ReadsHexadecimalDigitsOfEitherCase) {
+  const TempFolder folder;
+  const std::string file = folder.write("a.ini", "[s]\na=0xaf\nb=0XAF\nc=af\n");
+  EXPECT_EQ(getPrivateProfileInt("s", "a", 1, file), 175);
+  EXPECT_EQ(getPrivateProfileInt("s", "b", 1, file), 175);
+  EXPECT_EQ(getPrivateProfileInt("s", "c", 1, file), 0);
 }
 
 TEST(GetIniInt, StaysWithinThirtyTwoBits) {
@@ -132,6 +160,14 @@ TEST(SetIni, WhatCannotBeWrittenGivesFalseAndChangesNothing) {
   EXPECT_FALSE(setINI("s", "a=b", file, "2"));
   EXPECT_EQ(folder.read("a.ini"), "[s]\r\nk=1\r\n");
   EXPECT_EQ(filesIn(folder), 2U);
+}
+
+TEST(SetIni, RemovingFromAMissingFileMakesNone) {
+  const TempFolder folder;
+  EXPECT_TRUE(removePrivateProfileKey("s", "k", folder.file("a.ini")));
+  EXPECT_TRUE(removePrivateProfileSection("s", folder.file("a.ini")));
+  EXPECT_FALSE(setINI("a]b", "k", folder.file("a.ini"), "1"));
+  EXPECT_EQ(filesIn(folder), 0U);
 }
 
 TEST(SetIni, AKeyThatTheFilesCodePageLacksGivesFalse) {

@@ -63,5 +63,6 @@ TEST(FileVersion, IsBlankWhereThereIsNone) {
   EXPECT_EQ(modFileVerString(folder.write("a.bin", "no version")), "");
   EXPECT_EQ(modFileVerString(folder.write("b.bin", "FileVersion")), "");
   EXPECT_EQ(modFileVerString(folder.write("c.bin", "")), "");
+  EXPECT_EQ(modFileVerString(folder.write("d.bin", "FileVersion" + std::string(20, ' ') + "1.2")), "");
   EXPECT_EQ(modFileVerString(folder.file("none.bin")), "");
 }

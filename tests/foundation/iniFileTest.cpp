@@ -52,6 +52,7 @@ TEST(IniFile, ANewKeyComesBehindTheLastFilledLineWithThatLinesEnd) {
   EXPECT_EQ(afterSet("[s]\ra=1\r", "s", "n", "v"), "[s]\ra=1\rn=v\r");
   EXPECT_EQ(afterSet("[s]\na=1", "t", "n", "v"), "[s]\na=1\n[t]\nn=v\n");
   EXPECT_EQ(afterSet("[s]", "s", "n", "v"), "[s]\r\nn=v\r\n");
+  EXPECT_EQ(afterSet("[s]\na=1\r\n\r\n", "t", "n", "v"), "[s]\na=1\r\n\r\n[t]\r\nn=v\r\n");
 }
 
 TEST(IniFile, LinesBeforeTheFirstHeaderAreASectionWithoutAName) {
@@ -96,7 +97,16 @@ TEST(IniFile, BytesOfTheCodePageThatWouldReadAsUtf8BecomeUtf8) {
   EXPECT_EQ(IniFile(ini.bytes()).get("s", "k"), "\xC3\x83\xC2\xA9");
 }
 
+TEST(IniFile, AFileThatHasBecomeAsciiTakesAnyCharacter) {
+  IniFile ini("[s]\nk=\xE9\n");
+  ini.set("s", "k", "e");
+  ini.set("s", "j", "\xE6\x97\xA5");
+  EXPECT_EQ(ini.bytes(), "[s]\nk=e\nj=\xE6\x97\xA5\n");
+}
+
 TEST(IniFile, AUtf8FileAndItsMarkStay) {
+  EXPECT_EQ(afterSet("\xEF\xBB\xBF[s]\nk=\xE9\n", "s", "j", "\xE6\x97\xA5"),
+            "\xEF\xBB\xBF[s]\nk=\xE9\nj=\xE6\x97\xA5\n");
   EXPECT_EQ(afterSet("\xEF\xBB\xBF[s]\nk=1\n", "s", "k", "\xC3\xA9"), "\xEF\xBB\xBF[s]\nk=\xC3\xA9\n");
   EXPECT_EQ(afterSet("[s]\nk=\xC3\xA9\n", "s", "j", "\xE6\x97\xA5"), "[s]\nk=\xC3\xA9\nj=\xE6\x97\xA5\n");
   EXPECT_EQ(afterSet("", "s", "k", "\xC3\xA9"), "[s]\r\nk=\xC3\xA9\r\n");
@@ -109,6 +119,8 @@ TEST(IniFile, AUtf16FileIsReadAndStaysOne) {
     EXPECT_EQ(ini.get("s", "k"), "caf\xC3\xA9 \xF0\x9F\x98\x80");
     ini.set("s", "n", "\xE6\x97\xA5\xF0\x9F\x98\x80");
     EXPECT_EQ(ini.bytes(), utf16(u"[s]\r\nk=caf\u00E9 \U0001F600\r\nn=\u65E5\U0001F600\r\n", big));
+    // Half a character at the end of the file stays too.
+    EXPECT_EQ(afterSet(utf16(u"[s]\nk=1\n", big) + "z", "s", "k", "2"), utf16(u"[s]\nk=2\n", big) + "z");
   }
 }
 

@@ -231,12 +231,25 @@ TEST(FormatNumber, KnowsTheFormatsOfTheSystem) {
   EXPECT_EQ(formatNumber(1.5e16, "#,##0.0"), "15,000,000,000,000,000.0");
 }
 
+TEST(NumberText, OfWhatIsNoFiniteNumberSaysSo) {
+  const double infinite = std::numeric_limits<double>::infinity();
+  const double none = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_EQ(generalText(infinite), "inf");
+  EXPECT_EQ(generalText(-infinite), "-inf");
+  EXPECT_EQ(generalText(none), "nan");
+  EXPECT_EQ(formatNumber(infinite, "0.00"), "inf");
+  EXPECT_EQ(fixedDecimals(-infinite, 2), "-inf");
+  EXPECT_EQ(fixedDecimals(none, 2), "nan");
+}
+
 TEST(FormatNumber, OptionalDigitsAndLiteralText) {
   EXPECT_EQ(formatNumber(0.5, "#.##"), ".5");
   EXPECT_EQ(formatNumber(12.5, "0.0#"), "12.5");
   EXPECT_EQ(formatNumber(12, "0.0#"), "12.0");
   EXPECT_EQ(formatNumber(-12.25, "~0.0 dBd."), "-~12.3 dBd.");
   EXPECT_EQ(formatNumber(0.25, ".00"), ".25");
+  EXPECT_EQ(formatNumber(12.25, "0.0.0"), "12.3.0");
+  EXPECT_EQ(formatNumber(1234.5, "0.0,"), "1234.5");
   EXPECT_EQ(formatNumber(0.25, ""), "0.25");
 }
 
@@ -322,6 +335,13 @@ TEST(Log10, NamesAProcedureWithoutANameByItsNumber) {
   EXPECT_EQ(suite.messages[0].text, "Log 0 error in testhost Procedure 78 Flag 0\r\nResults may be incorrect.");
 }
 
+TEST(Log10, NamesNoProcedureWhereNoneIsActive) {
+  TempSuite suite;
+  EXPECT_EQ(vantrelix::log10(0), 0);
+  ASSERT_EQ(suite.messages.size(), 1U);
+  EXPECT_EQ(suite.messages[0].text, "Log 0 error in testhost Procedure  Flag 0\r\nResults may be incorrect.");
+}
+
 TEST(MinMax, TakeAnyNumberOfValues) {
   EXPECT_EQ(MinOf({3, -1, 2}), -1);
   EXPECT_EQ(MaxOf({3, -1, 2}), 3);
@@ -333,6 +353,8 @@ TEST(ArrayTest, GivesTheUpperBoundOrTheDefault) {
   EXPECT_EQ(ArrayTest(std::vector<double>{}), -88);
   EXPECT_EQ(ArrayTest(std::vector<double>{}, 5), 5);
   EXPECT_EQ(ArrayTest(std::vector<double>{1, 2, 3}), 2);
+  EXPECT_EQ(ArrayTest(std::vector<double>{1, 2, 3}, kNoValue, 1), 2);
+  EXPECT_EQ(ArrayTest(std::vector<double>{1, 2, 3}, kNoValue, 2), kNoValue);
   const std::vector<std::vector<double>> table{{1, 2, 3}, {4, 5, 6}};
   EXPECT_EQ(ArrayTest(table, kNoValue, 1), 1);
   EXPECT_EQ(ArrayTest(table, kNoValue, 2), 2);
@@ -377,6 +399,12 @@ TEST(ChkNumeric, EachFlagLetsItsOwnKeysPass) {
 TEST(ChkNumeric, TheDigitSeparatorNeedsItsFlag) {
   EXPECT_EQ(key(',', "dmpn/ "), 0);
   EXPECT_EQ(key(',', "s"), ',');
+}
+
+TEST(ChkNumeric, ABlankThatSeparatesDigitsIsABlankFirst) {
+  const RegionalScope blank(",", " ");
+  EXPECT_EQ(key(' ', "dmps/"), 0);
+  EXPECT_EQ(key(' ', "s "), ' ');
 }
 
 TEST(ChkNumeric, FollowsTheRegionalSetting) {

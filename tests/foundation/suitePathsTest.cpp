@@ -2,11 +2,13 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include "foundation/SettingsPlatform.h"
+#include "foundation/errHand.h"
 #include "foundation/extract.h"
 #include "foundation/getINI.h"
 #include "foundation/hostProgram.h"
 #include "foundation/suitePaths.h"
-#include "platform/FaultPlatform.h"
+#include "foundation/text.h"
 #include "support/TempSuite.h"
 
 using namespace vantrelix;
@@ -16,6 +18,17 @@ using testing::HasSubstr;
 namespace {
 
 constexpr const char* kAppPaths = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\";
+
+// A registry that remembers the buffers it was asked with, and a fixed time of day.
+class RegistryPlatform : public SettingsPlatform {
+ public:
+  std::vector<std::size_t> limits;
+
+  std::optional<std::string> registryValue(int root, const std::string& key, std::size_t limit) override {
+    if (limits.empty() || limits.back() != limit) limits.push_back(limit);
+    return SettingsPlatform::registryValue(root, key, limit);
+  }
+};
 
 // No installation folder set, a host's folder of its own and a registry.
 class SuiteSearch : public testing::Test {
@@ -33,7 +46,7 @@ class SuiteSearch : public testing::Test {
 
   TempSuite suite;
   TempFolder host;
-  platform::FaultPlatform platform{platform::operatingSystem()};
+  RegistryPlatform platform;
   platform::Substitute substitute{platform};
 };
 
@@ -60,6 +73,25 @@ TEST_F(SuiteSearch, RootsComeBeforeProgramsAndBothInTheirOrder) {
   EXPECT_EQ(getSuiteDir(), "C:\\MACHINE");
 }
 
+TEST_F(SuiteSearch, ProgramsAreLookedForInTheirOrder) {
+  for (const char* program :
+       {"qvosprey.exe", "qvzor6menu.exe", "qvheron.exe", "qvkestrel.exe", "qvmerlin.exe", "qvzor32.exe"}) {
+    registry(0, program, std::string("C:\\QV\\") + program + ".d\\" + program);
+    EXPECT_EQ(getSuiteDir(), std::string("C:\\QV\\") + program + ".d\\");
+  }
+}
+
+TEST_F(SuiteSearch, TheIniFilesStayWhereTheyWereFoundFirst) {
+  registry(1, "qvzor32.exe", "C:\\ONE");
+  EXPECT_EQ(getSuiteINI(), "C:\\ONE\\QVZOR32.INI");
+  EXPECT_EQ(getDefaultsINI(), "C:\\ONE\\QVDEFAULTS.INI");
+  EXPECT_EQ(GetTechSupFile(), "C:\\ONE\\QVTECSUP.TXT");
+  registry(0, "qvzor32.exe", "C:\\TWO");
+  EXPECT_EQ(getSuiteINI(), "C:\\ONE\\QVZOR32.INI");
+  EXPECT_EQ(getDefaultsINI(), "C:\\ONE\\QVDEFAULTS.INI");
+  EXPECT_EQ(GetTechSupFile(), "C:\\ONE\\QVTECSUP.TXT");
+}
+
 TEST_F(SuiteSearch, TheSearchIsMadeOnEveryCall) {
   registry(1, "qvzor32.exe", "C:\\ONE");
   EXPECT_EQ(getSuiteDir(), "C:\\ONE");
@@ -77,6 +109,20 @@ TEST_F(SuiteSearch, TheBufferGrowsToTheValueAndNoFurtherThanItsLimit) {
   EXPECT_EQ(getSuiteDir(), std::string(250, 'c'));
 }
 
+TEST_F(SuiteSearch, TheBufferGrowsOnlyWhereTheValueFilledIt) {
+  registry(0, "qvosprey.exe", std::string(249, 'a'));
+  getSuiteDir();
+  EXPECT_EQ(platform.limits, (std::vector<std::size_t>{250}));
+  platform.limits.clear();
+  registry(0, "qvheron.exe", std::string(500, 'b'));
+  getSuiteDir();
+  EXPECT_EQ(platform.limits, (std::vector<std::size_t>{250, 500, 750}));
+  platform.limits.clear();
+  registry(0, "qvzor32.exe", std::string(5000, 'c'));
+  getSuiteDir();
+  EXPECT_EQ(platform.limits, (std::vector<std::size_t>{250, 500, 750, 1000, 1250, 1500, 1750, 2000, 2250, 2500}));
+}
+
 TEST_F(SuiteSearch, DoubledSlashesAtTheEndLoseAllButOne) {
   registry(0, "qvzor32.exe", "C:\\QV\\\\");
   EXPECT_EQ(getSuiteDir(), "C:\\QV\\");
@@ -89,10 +135,13 @@ TEST_F(SuiteSearch, DoubledSlashesAtTheEndLoseAllButOne) {
 TEST_F(SuiteSearch, ABlankHitIsLoggedInTheHostsFolderAndIsTheResult) {
   host.write("QVRegistry.INI", "[CONFIG]\r\nQuorvendalDirectory=C:\\INI\r\n");
   registry(1, "qvheron.exe", "QVHERON.EXE");
+  const std::string record = std::string("11/21/2026 4:02:48 PM:  Empty return in getQuorvendalDirectoryAny\r\n") +
+                             "Registry Key: " + kAppPaths + "qvheron.exe\r\n \r\n";
   EXPECT_EQ(getSuiteDir(), "");
-  EXPECT_THAT(hostLog(), HasSubstr(std::string("Empty return in getQuorvendalDirectoryAny\r\nRegistry Key: ") +
-                                   kAppPaths + "qvheron.exe"));
-  EXPECT_THAT(hostLog(), testing::Not(HasSubstr("Unable to get")));
+  EXPECT_EQ(hostLog(), record);
+  registry(0, "qvheron.exe", "  ");
+  EXPECT_EQ(getLenTrim(getSuiteDir()), 0U);
+  EXPECT_EQ(hostLog(), record + record);
 }
 
 TEST_F(SuiteSearch, WithoutAHitTheIniFileBesideTheProgramDecides) {
@@ -110,6 +159,10 @@ TEST_F(SuiteSearch, WithoutAnySourceTheLogInTheHostsFolderSaysSo) {
   host.write("QVRegistry.INI", "[CONFIG]\r\nQuorvendalDirectory=\r\n");
   EXPECT_EQ(getSuiteDir(), "");
   EXPECT_THAT(hostLog(), HasSubstr("Error 0: No QuorvendalDirectory"));
+  const std::string before = hostLog();
+  host.write("QVRegistry.INI", "[CONFIG]\r\nQuorvendalDirectory=\"  \"\r\n");
+  EXPECT_EQ(getSuiteDir(), "");
+  EXPECT_GT(hostLog().size(), before.size());
 }
 
 TEST_F(SuiteSearch, ALogThatCannotBeWrittenStopsNothing) {
@@ -151,8 +204,8 @@ TEST(SuitePaths, SystemAndWorkAreMadeAgainAndTheOthersAreNot) {
 
 TEST(SuitePaths, TheSuiteIniNamesSystemAndWork) {
   const TempSuite suite;
-  suite.folder().write("QVZOR32.INI", "[CONFIG]\r\nSYSTEM_PATH=" + suite.folder().machine("sys") +
-                                          "/\r\nWORK PATH=" + suite.file("w") + "\\x\r\n");
+  suite.folder().write("QVZOR32.INI", "[CONFIG]\r\nSYSTEM_PATH=\" " + suite.folder().machine("sys") +
+                                          "/ \"\r\nWORK PATH=" + suite.file("w") + "\\x\r\n");
   EXPECT_EQ(getSystemPath(), suite.file("sys"));
   EXPECT_EQ(getWorkPath(), suite.file("w\\x"));
   EXPECT_TRUE(suite.folder().exists("sys"));
@@ -168,6 +221,9 @@ TEST(SuitePaths, AFolderInAnotherCaseIsTheFolder) {
   suite.folder().write("Antennas/x", "");
   EXPECT_EQ(getAntennasPath(), suite.file("Antennas"));
   EXPECT_FALSE(suite.folder().exists("ANTENNAS"));
+  suite.folder().write("System/x", "");
+  EXPECT_EQ(getSystemPath(), suite.file("System"));
+  EXPECT_FALSE(suite.folder().exists("SYSTEM"));
 }
 
 TEST(SuitePaths, ALoginNamesTheUsersDefaultsIni) {
@@ -177,10 +233,23 @@ TEST(SuitePaths, ALoginNamesTheUsersDefaultsIni) {
   EXPECT_EQ(userLogin(), "ann");
   EXPECT_EQ(getDefaultsINI(), suite.file("QVDEFAULTS_ann.INI"));
   EXPECT_EQ(getSuiteINI(), suite.file("QVZOR32.INI"));
+  setUserLogin(" ann ");
+  EXPECT_EQ(getDefaultsINI(), suite.file("QVDEFAULTS_ann.INI"));
   setUserLogin("DOMAIN\\ann");
   EXPECT_EQ(getDefaultsINI(), suite.file("QVDEFAULTS_DOMAIN_ann.INI"));
   setUserLogin("");
   EXPECT_EQ(getDefaultsINI(), suite.file("QVDEFAULTS.INI"));
+}
+
+TEST(SuitePaths, EachOfTheThreeGainUnitsIsKept) {
+  const TempSuite suite;
+  for (const char* unit : {"dBd", "dBi", "REL"}) {
+    resetSuitePaths();
+    setINI("System Units", "Antenna Gain Units", getDefaultsINI(), std::string("\"") + unit + "  \"");
+    EXPECT_EQ(getAntGainUnits(), unit);
+    setINI("System Units", "Antenna Gain Units", getDefaultsINI(), "other");
+    EXPECT_EQ(getAntGainUnits(), unit);
+  }
 }
 
 TEST(SuitePaths, GainUnitsAreKeptOnceTheyAreRight) {
@@ -204,7 +273,9 @@ TEST(SuitePaths, AnotherInstallationFolderForgetsWhatWasKept) {
   const TempSuite suite;
   EXPECT_EQ(getSuiteINI(), suite.file("QVZOR32.INI"));
   const TempFolder other;
-  setSuiteDir(other.machine());
+  EXPECT_EQ(GetTechSupFile(), suite.file("QVTECSUP.TXT"));
+  setSuiteDir(" " + other.machine() + " ");
+  EXPECT_EQ(GetTechSupFile(), other.file("QVTECSUP.TXT"));
   EXPECT_EQ(getSuiteINI(), other.file("QVZOR32.INI"));
   EXPECT_EQ(getLinesPath(), other.file("LINES"));
 }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "foundation/RegionalScope.h"
+#include "foundation/modIncRedim.h"
 #include "foundation/text.h"
 #include "support/TempSuite.h"
 
@@ -110,6 +111,9 @@ TEST(NAwk6, CountsFieldsAndAnEmptyTextHasNone) {
   EXPECT_EQ(nAWK6(",", ","), 2);
   EXPECT_EQ(nAWK6("", ","), 0);
   EXPECT_EQ(nAWK6("a--b-c", "--"), 2);
+  EXPECT_EQ(nAWK6("ab", ""), 1);
+  EXPECT_EQ(sAWK6("ab", "", 1, "d"), "ab");
+  EXPECT_EQ(sAWK6("ab", "", 2, "d"), "d");
 }
 
 TEST(PadLeft, PadsOnTheLeftAndDoesNotCut) {
@@ -124,6 +128,7 @@ TEST(PadLeft, FormatsNumbersAndNumericTexts) {
   EXPECT_EQ(PadLeft("12.5", "0.00", 6, false), " 12.50");
   EXPECT_EQ(PadLeft("n/a", "0.00", 6, false), "   n/a");
   EXPECT_EQ(PadLeft(12.5, "", 6, false), "  12.5");
+  EXPECT_EQ(PadLeft(true, "  ", 6, false), "  True");
   EXPECT_EQ(PadLeft(DateTime{2026, 11, 21}, "MM/DD", 6, false), " 11/21");
 }
 
@@ -138,6 +143,7 @@ TEST(CleanChars, BlanksWhatIsNoPlainAscii) {
   EXPECT_EQ(CleanChars("8°é€"), "8   ");
   EXPECT_EQ(CleanChars("\x80x\xFF"), " x ");
   EXPECT_EQ(CleanChars(" ~\x7F"), " ~\x7F");
+  EXPECT_EQ(CleanChars("a\x1F!"), "a !");
 }
 
 TEST(SmallTexts, TabOrBlankAndStripBlanks) {
@@ -146,6 +152,20 @@ TEST(SmallTexts, TabOrBlankAndStripBlanks) {
   EXPECT_EQ(StripBlanks(" a b\tc "), "ab\tc");
   EXPECT_EQ(GetIllegalChars(), "$?\"/\\<>*|:.'");
   EXPECT_EQ(GetIllegalChars("#!"), "#!$?\"/\\<>*|:.'");
+}
+
+TEST(ModIncRedim, AddsOneElementAtTheNewUpperBound) {
+  std::vector<std::string> texts{"a"};
+  EXPECT_EQ(modIncRedim(texts, std::string("b")), 1U);
+  EXPECT_EQ(texts, (std::vector<std::string>{"a", "b"}));
+  std::vector<long> numbers;
+  EXPECT_EQ(modIncRedim(numbers, 7L), 0U);
+  EXPECT_EQ(numbers, std::vector<long>{7});
+  std::vector<Value> values(1, 1.5);
+  const Value date(DateTime{2026, 11, 21});
+  EXPECT_EQ(modIncRedim(values, date), 1U);
+  EXPECT_EQ(values[0].number(), 1.5);
+  EXPECT_EQ(values[1].date(), date.date());
 }
 
 TEST(StrInArray, ComparesExactly) {

@@ -85,6 +85,14 @@ TEST(ConvertFreq, GoesThroughMegahertz) {
   EXPECT_FALSE(err);
 }
 
+TEST(Convert, FactorsBelowOneLeaveNoRest) {
+  bool err = true;
+  EXPECT_EQ(ConvertLen("decimeter", "m", 98.5, err), 9.85);
+  EXPECT_EQ(ConvertLen("mm", "cm", 0.3, err), 0.03);
+  EXPECT_EQ(ConvertFreq("Hz", "MHz", 98.5, err), 9.85e-5);
+  EXPECT_EQ(ConvertFreq("MHz", "Hz", 98.5, err), 98500000);
+}
+
 TEST(ConvertFreq, AnUnknownWordIsAnErrorAndGivesTheNoValueNumber) {
   bool err = false;
   EXPECT_EQ(ConvertFreq("THz", "MHz", 1, err), -88);

@@ -64,6 +64,7 @@ TEST(Generic, KeepsTheUnitAsItStands) {
   EXPECT_EQ(antenna.GainUnits, "dBi");
   EXPECT_THAT(antenna.HorValue, ElementsAre(8, 5));
   EXPECT_EQ(readText("GAIN 8 DBI\n" + std::string(kCuts)).GainUnits, "DBI");
+  EXPECT_EQ(readText("GAIN 8 dB\xE9\n" + std::string(kCuts)).GainUnits, "dB\xC3\xA9");
 }
 
 TEST(Generic, AFileWithoutGainHasGainZeroAndNoUnits) {
@@ -114,12 +115,14 @@ TEST(Generic, FollowsTheMinimaFromTheirOwnStarts) {
   const ImportedAntenna antenna = readText("GAIN 2 dBd\nHORIZONTAL 2\n0 1\n90 9\nVERTICAL 2\n0 0\n10 60\n");
   EXPECT_DOUBLE_EQ(antenna.MinHor, -6);
   EXPECT_DOUBLE_EQ(antenna.MinVer, -58);
-  EXPECT_DOUBLE_EQ(readText("GAIN 9 dBd\nHORIZONTAL 1\n0 0\nVERTICAL 1\n0 1\n").MinHor, 0);
+  const ImportedAntenna above = readText("GAIN 9 dBd\nHORIZONTAL 1\n0 0\nVERTICAL 1\n0 1\n");
+  EXPECT_DOUBLE_EQ(above.MinHor, 0);
+  EXPECT_DOUBLE_EQ(above.MinVer, 8);
 }
 
 TEST(Generic, ScalesARelativeHorizontalCut) {
   EXPECT_THAT(readText("GAIN 4 REL\nHORIZONTAL 2\n0 2\n90 3\nVERTICAL 1\n0 0\n").HorValue, ElementsAre(4, 2));
-  EXPECT_THAT(readText("GAIN 1 rel\nHORIZONTAL 2\n0 0.5\n90 0.75\nVERTICAL 1\n0 0\n").HorValue, ElementsAre(1, 0.5));
+  EXPECT_THAT(readText("GAIN 3 rel\nHORIZONTAL 2\n0 2.5\n90 2.75\nVERTICAL 1\n0 0\n").HorValue, ElementsAre(1, 0.5));
   EXPECT_DOUBLE_EQ(readText("GAIN 4 REL\nHORIZONTAL 2\n0 2\n90 5\nVERTICAL 1\n0 0\n").MinHor, -2);
   EXPECT_EQ(failureOf("GAIN 1 REL\nHORIZONTAL 1\n0 1\nVERTICAL 1\n0 1\n"), 11);
 }

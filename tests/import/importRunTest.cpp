@@ -31,6 +31,13 @@ TEST_F(ImportRun, AddsOneAntennaForEachFile) {
   EXPECT_THAT(suite.messages, IsEmpty());
 }
 
+TEST_F(ImportRun, OpensTheLibraryItselfWhereNoCursorsArePassed) {
+  const ImportResult result = importFiles(*findImportFormat("generic"), kMfg, {}, {}, {}, {file("a.msi", "A")}, false);
+  ASSERT_EQ(result.added.size(), 1u);
+  EXPECT_EQ(result.added[0].id, "T00010000001");
+  EXPECT_THAT(descriptions(), ElementsAre("A"));
+}
+
 TEST_F(ImportRun, StoresTheAntennaAsItWasRead) {
   run({file("a.msi", "First", "8 dBi")});
   const std::vector<AntennaListEntry> list = listAntennas(getAntennasPath(), "AMST0001");

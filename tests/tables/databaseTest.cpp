@@ -3,6 +3,7 @@
 
 #include "platform/RunTimeFailure.h"
 #include "support/Processes.h"
+#include "support/TempSuite.h"
 #include "tables/cursorTables.h"
 
 namespace vantrelix {
@@ -220,9 +221,13 @@ TEST(Execute, RefusesWhatItCannotRun) {
   EXPECT_EQ(tables.list("select * from AMSNEW"), "");
 }
 
+// Copies, so that nothing that others do beside the real ones can be seen, and a suite for the log.
 TEST(OpenRecordset, ReadsTheRealTablesThatCanBeRead) {
-  const std::string folder = test::realData("dbf");
-  if (folder.empty()) GTEST_SKIP() << "no real tables here";
+  const std::string real = test::realData("dbf");
+  if (real.empty()) GTEST_SKIP() << "no real tables here";
+  const test::TempSuite suite;
+  const std::string folder = suite.folder().machine("DBF");
+  std::filesystem::copy(real, folder);
   int read = 0;
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
     if (!equalIgnoringCase(entry.path().extension().string(), ".dbf")) continue;
@@ -245,7 +250,7 @@ TEST(OpenRecordset, ReadsTheRealTablesThatCanBeRead) {
     for (std::size_t i = 0; live > 0 && i < rows->fieldCount(); ++i) EXPECT_NO_THROW(rows->Fields(i).value()) << token;
     ++read;
   }
-  EXPECT_GT(read, 0);
+  EXPECT_GE(read, 100);
 }
 
 }  // namespace

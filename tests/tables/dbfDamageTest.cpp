@@ -48,6 +48,28 @@ TEST_F(DamagedTables, APictureOrATextIsRefused) {
   EXPECT_TRUE(refusedFor("0 12 13\n1 14 15\n" + std::string(90000, ' '), "no date in its header"));
 }
 
+TEST_F(DamagedTables, CompressedRowsBehindASoundHeaderAreRefused) {
+  RawTable raw = good;
+  raw.count = 100;
+  raw.rows = "t\x06\xFC\x02 and so on, in much less room than a hundred rows need";
+  EXPECT_TRUE(refusedFor(raw.bytes(), "compressed"));
+  raw.rows = good.rows;
+  EXPECT_EQ(opened(raw)->recordCount(), 2U);  // cut short, and yet rows
+  raw.rows[0] = '\0';
+  EXPECT_EQ(opened(raw)->recordCount(), 2U);
+  raw.count = 2;
+  raw.rows[0] = 't';
+  EXPECT_EQ(opened(raw)->recordCount(), 2U);  // as long as the header says: a live row of an odd program
+}
+
+TEST_F(DamagedTables, AContainerOfADatabaseIsReadAsATable) {
+  RawTable raw = good;
+  raw.version = 0x30;
+  raw.tableFlags = 0x04;
+  raw.terminator = "\r" + std::string(263, '\0');
+  EXPECT_EQ(valueOf(*opened(raw), 1, "A"), Value("def"));
+}
+
 TEST_F(DamagedTables, VersionsOfAnotherFormatAreRefusedByName) {
   const auto ofVersion = [&](int version) {
     RawTable raw = good;

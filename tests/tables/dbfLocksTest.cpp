@@ -3,6 +3,7 @@
 #include <csignal>
 #include <gtest/gtest.h>
 
+#include "platform/FaultPlatform.h"
 #include "support/Processes.h"
 #include "tables/DbfBytes.h"
 #include "tables/dbfLocks.h"
@@ -202,6 +203,62 @@ TEST_F(TableLocks, AWriterKilledAtAnyPointLeavesWholeRowsAndAnHonestCount) {
     for (std::uint32_t row = before; row < count; ++row) ASSERT_EQ(valueOf(*table, row, "A"), Value("eightchr")) << row;
     ASSERT_EQ(appendRow(*table, {"after", 7}), count);
   }
+}
+
+// Lets another file take the place of one right behind each of its first openings.
+class OvertakingPlatform : public platform::FaultPlatform {
+ public:
+  OvertakingPlatform(std::string path, std::function<void()> replace, int times)
+      : FaultPlatform(platform::current()), path_(std::move(path)), replace_(std::move(replace)), times_(times) {}
+  std::unique_ptr<platform::File> open(const std::string& path, OpenMode mode) override {
+    auto file = FaultPlatform::open(path, mode);
+    if (path == path_ && times_-- > 0) replace_();
+    return file;
+  }
+
+ private:
+  std::string path_;
+  std::function<void()> replace_;
+  int times_;
+};
+
+class OvertakenOpening : public TableLocks {
+ protected:
+  void replace() {
+    const std::string other = suite.file("OTHER.DBF");
+    DbfFile::create(other, {{"NEW", 'C', 5, 0}, {"N", 'N', 6, 0}});
+    platform::operatingSystem().rename(other, path);
+  }
+};
+
+TEST_F(OvertakenOpening, HoldsTheTableThatStandsAtThePath) {
+  for (const Sharing sharing : {Sharing::shared, Sharing::denyWrite, Sharing::exclusive}) {
+    OvertakingPlatform overtaking(
+        path, [this] { replace(); }, 2);
+    const platform::Substitute substitute(overtaking);
+    const auto table = DbfFile::open(path, false, sharing);
+    EXPECT_EQ(table->state().inode, platform::current().state(path)->inode);
+    ASSERT_EQ(table->fieldIndex("NEW"), 0);
+    appendRow(*table, {"kept"});
+    const std::string bytes = suite.folder().read("SHARED.DBF");
+    EXPECT_NE(bytes.find(" kept "), std::string::npos);
+  }
+}
+
+TEST_F(OvertakenOpening, OfATableThatIsReplacedWithoutEndIsRefused) {
+  OvertakingPlatform overtaking(
+      path, [this] { replace(); }, 1 << 20);
+  const platform::Substitute substitute(overtaking);
+  const RunTimeFailure failure = failureOf([&] { DbfFile::open(path); });
+  EXPECT_EQ(failure.number(), failure::cannotOpen);
+  EXPECT_NE(failure.description().find("SHARED.DBF"), std::string::npos);
+}
+
+TEST_F(OvertakenOpening, OfATableThatIsRemovedFindsNone) {
+  OvertakingPlatform overtaking(
+      path, [this] { platform::operatingSystem().remove(path); }, 1);
+  const platform::Substitute substitute(overtaking);
+  EXPECT_EQ(failureOf([&] { DbfFile::open(path); }).number(), failure::noSuchTable);
 }
 
 }  // namespace

@@ -63,6 +63,14 @@ TEST_F(RealTables, TablesOfOtherFormatsAreRefusedByName) {
   EXPECT_NE(reason("albfernandez__bug102.dbf").find("dBase 7"), std::string::npos);
 }
 
+TEST_F(RealTables, CompressedTablesAreRefusedAndNotReadAsGarbage) {
+  for (const char* name : {"albfernandez__sids.dbc", "albfernandez__storm.dbc"}) {
+    const RunTimeFailure failure = failureOf([&] { open(name); });
+    EXPECT_EQ(failure.number(), failure::damagedTable) << name;
+    EXPECT_NE(failure.description().find("compressed"), std::string::npos) << failure.description();
+  }
+}
+
 TEST_F(RealTables, MemosOfAllThreeFormatsAreRead) {
   EXPECT_TRUE(text(*open("infused__dbase_83.dbf"), 0, "DESC").starts_with("Our Original assortment."));
   EXPECT_TRUE(text(*open("infused__dbase_8b.dbf"), 0, "MEMO").starts_with("First memo"));

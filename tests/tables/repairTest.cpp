@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/FaultPlatform.h"
+#include "support/Processes.h"
 #include "tables/dictionaryTables.h"
 #include "tables/structure.h"
 
@@ -98,6 +99,47 @@ TEST(Repair, ATableThatAnotherHasOpenIsNotTouched) {
   EXPECT_FALSE(RSTblValid(FieldsFromDataSum(kAms), path, true, true, kAms));
   EXPECT_EQ(suite.folder().read(kTable), before);
   EXPECT_THAT(filesThatBegin(suite.folder(), "AMS"), ElementsAre(kTable));
+}
+
+TEST(Repair, WaitsForNoWriterAndTakesNoTableFromUnderOne) {
+  DictionarySuite suite;
+  const std::string path = oldMaster(suite.folder());
+  auto writer = DbfFile::open(path);
+  EXPECT_EQ(test::exitCode(test::startChild([&] { return repair(path) == tableCode::inUse; })), 0);
+  const std::vector<unsigned char> row = writer->blankRecord();
+  writer->append(row.data());
+  EXPECT_EQ(column(path, "ANTENNA").size(), 3u);
+  writer.reset();
+  EXPECT_EQ(repair(path), tableCode::fine);
+  EXPECT_THAT(column(path, "ANTENNA"), ElementsAre("First", "Second", "(null)"));
+}
+
+// Nobody opens a table while it is being mended: at each step another process finds it held.
+TEST(Repair, HoldsTheTableUntilTheNewOneStandsInItsPlace) {
+  class Watching : public FaultPlatform {
+   public:
+    explicit Watching(std::string path) : FaultPlatform(platform::current()), path_(std::move(path)) {}
+    void copyPermissions(const std::string& from, const std::string& to) override {
+      FaultPlatform::copyPermissions(from, to);
+      heldBefore_ = !opens();
+    }
+    void rename(const std::string& from, const std::string& to) override {
+      FaultPlatform::rename(from, to);
+      if (to == path_) freeBehind_ = opens();
+    }
+    bool opens() const {
+      return test::exitCode(test::startChild([this] { return DbfFile::open(path_) != nullptr; })) == 0;
+    }
+    std::string path_;
+    bool heldBefore_ = false;
+    bool freeBehind_ = false;
+  };
+  DictionarySuite suite;
+  Watching watching(oldMaster(suite.folder()));
+  const platform::Substitute substitute(watching);
+  ASSERT_EQ(repair(watching.path_), tableCode::fine);
+  EXPECT_TRUE(watching.heldBefore_);
+  EXPECT_TRUE(watching.freeBehind_);
 }
 
 TEST(Repair, AReadOnlyCheckDoesNotRepair) {

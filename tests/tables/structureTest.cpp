@@ -39,6 +39,21 @@ TEST(NewTable, AnExistingTableIsReplaced) {
   EXPECT_THAT(test::filesThatBegin(suite.folder(), ""), ElementsAre("AMSTEST1.DBF", "SYSTEM"));
 }
 
+TEST(NewTable, ATableThatAnotherHasOpenIsNotReplaced) {
+  DictionarySuite suite;
+  const std::string path = test::oldMaster(suite.folder());
+  const std::string before = suite.folder().read("AMSTEST1.DBF");
+  auto other = DbfFile::open(path, true);
+  EXPECT_FALSE(NewTable(FieldsFromDataSum("AVDTADBASE"), path));
+  EXPECT_EQ(suite.folder().read("AMSTEST1.DBF"), before);
+  EXPECT_THAT(suite.log(), HasSubstr("Error 3051:  The table " + suite.folder().machine("AMSTEST1.DBF")));
+  other.reset();
+  EXPECT_TRUE(NewTable(FieldsFromDataSum("AVDTADBASE"), path));
+  suite.folder().write("AMSTEST1.DBF", "no table at all");
+  EXPECT_TRUE(NewTable(FieldsFromDataSum("AVDTADBASE"), path));
+  EXPECT_EQ(DbfFile::open(path, true)->fields().size(), 3u);
+}
+
 TEST(NewTable, APathWithABlankIsMadeUnderTheStampFirstAndEndsUnderItsName) {
   DictionarySuite suite;
   StoppedClock clock(platform::current());

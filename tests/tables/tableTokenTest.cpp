@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
+#include "platform/FaultPlatform.h"
 #include "support/TempFolder.h"
 #include "tables/Database.h"
 #include "tables/cursorTables.h"
@@ -56,6 +57,37 @@ TEST(TableToken, ReachesAFileNameWithBlanks) {
   EXPECT_EQ(token, tokenOf(path, "AMS Long Name.v2"));
   const RecordsetPtr rows = DBEngine::OpenDatabase(folder.path())->OpenRecordset("Select * from " + token);
   EXPECT_EQ(trim(rows->value("ATYPE_ID").text()), "A1");
+}
+
+// A system with short names; only what exists has one.
+class ShortNames : public platform::FaultPlatform {
+ public:
+  ShortNames() : FaultPlatform(platform::current()) {}
+  std::optional<std::string> shortName(const std::string& path) override {
+    if (folderExists(path)) return path;
+    if (!fileExists(path)) return std::nullopt;
+    return path.substr(0, path.find_last_of('\\')) + "\\AMSLON~1.DBF";
+  }
+};
+
+TEST(TableToken, IsTheShortNameWhereTheSystemHasOneEvenOfAFileNotThereYet) {
+  const TempFolder folder;
+  ShortNames system;
+  const platform::Substitute substitute(system);
+  EXPECT_EQ(TableToken(folder.file("AMS Long Name.DBF")), "[AMSLON~1]");
+  EXPECT_TRUE(std::filesystem::is_empty(folder.machine()));
+  folder.write("AMS Long Name.DBF", "content");
+  EXPECT_EQ(TableToken(folder.file("AMS Long Name.DBF")), "[AMSLON~1]");
+  EXPECT_EQ(folder.read("AMS Long Name.DBF"), "content");
+}
+
+TEST(TableToken, OnASystemWithoutShortNamesMakesNoFileAtAll) {
+  const TempFolder folder;
+  platform::FaultPlatform system(platform::current());
+  const platform::Substitute substitute(system);
+  if (system.shortName(folder.path())) GTEST_SKIP() << "this system has short names";
+  EXPECT_EQ(TableToken(folder.file("AMS Long Name.DBF")), "[AMS Long Name]");
+  EXPECT_EQ(system.calls(), 0);
 }
 
 TEST(GetShortName, GivesThePathWhereThereIsNoShortOne) {

@@ -112,7 +112,8 @@ void dump(Session& session, const std::string& file) {
   session.text << '\n';
   rows.text.write(session.text);
   session.text << '\n'
-               << live << " rows, " << rows.deleted << " deleted, version " << versionText(table->version()) << '\n';
+               << live << (live == 1 ? " row, " : " rows, ") << rows.deleted << " deleted, version "
+               << versionText(table->version()) << '\n';
 }
 
 void query(Session& session, const std::string& folder, const std::string& sql) {

@@ -51,8 +51,7 @@ void scLookAnt::Alerts(const std::string& text) {
     sAlerts_.clear();
     return;
   }
-  if (!sAlerts_.empty()) sAlerts_ += kLineBreak;
-  sAlerts_ += text;
+  sAlerts_ = AddALine(sAlerts_, text);
   raise(NewAlert);
 }
 

@@ -137,6 +137,7 @@ class scLookAnt : public UserControl {
   void listenToKeys();
   void listenToLeaving();
   void listenToClicks();
+  bool leaveMounting();  // false where the control has gone meanwhile
   void leaveTilt(TextBox& box);
   void testTilt(TextBox& box);
   void cmdClear_Click();
@@ -160,8 +161,12 @@ class scLookAnt : public UserControl {
   void showPatterns(const LibraryAntenna& antenna);
   void SeeAntPreview(double gain, const std::string& gainUnit, const ShownCut& azimuth, const ShownCut& elevation);
 
-  // Raises an event to the host unless values are being loaded.
+  // Raises an event to the host unless values are being loaded. The host may drop the control in it.
   void raise(const Signal<>& event) const;
+  // Tells a procedure that lets the host or the event loop act whether the control is still there.
+  auto watch() const {
+    return [life = std::weak_ptr<const bool>(life_)] { return !life.expired(); };
+  }
 
   bool bDirty_ = false;
   bool bLoading_ = false;
@@ -174,8 +179,8 @@ class scLookAnt : public UserControl {
   bool bSeeGainOnly_ = false;
   bool bPatAz_ = false, bPatEl_ = false;
   bool bAzDrawn_ = false, bElDrawn_ = false;
+  std::int64_t lastRead_ = 0;  // counts GetAntPat
   LibraryLook libraryLook_;
-  // Dies with the control: tells a procedure that gave way to the event loop whether there still is one.
   std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);
 };
 

@@ -1,11 +1,12 @@
 // What the antenna lookup control does when its user acts.
 #include <cmath>
 
+#include "controls/reporting.h"
 #include "controls/scLookAnt.h"
-#include "controls/scLookAntProcedures.h"
 #include "foundation/errHand.h"
 #include "foundation/messages.h"
 #include "foundation/numbers.h"
+#include "foundation/procedures.h"
 #include "foundation/suitePaths.h"
 #include "foundation/text.h"
 #include "ui/Desktop.h"
@@ -53,13 +54,11 @@ void scLookAnt::listenToKeys() {
 
 void scLookAnt::listenToLeaving() {
   txtGain.lostFocus.listen([this] {
+    const auto alive = watch();
     if (bDirty_) raise(ChangeAntenna);
-    sValueGain(txtGain.text());
+    if (alive()) sValueGain(txtGain.text());
   });
-  txtOrient.lostFocus.listen([this] {
-    if (!bLoading_) GetAntPat();
-    if (bDirty_) raise(ChangeMounting);
-  });
+  txtOrient.lostFocus.listen([this] { leaveMounting(); });
   txtETilt.lostFocus.listen([this] { leaveTilt(txtETilt); });
   txtMTilt.lostFocus.listen([this] { leaveTilt(txtMTilt); });
   txtMAzim.lostFocus.listen([this] {
@@ -67,17 +66,22 @@ void scLookAnt::listenToLeaving() {
   });
 }
 
-void scLookAnt::leaveTilt(TextBox& box) {
+bool scLookAnt::leaveMounting() {
+  const auto alive = watch();
   if (!bLoading_) GetAntPat();
-  if (bDirty_) raise(ChangeMounting);
-  testTilt(box);
+  if (alive() && bDirty_) raise(ChangeMounting);
+  return alive();
+}
+
+void scLookAnt::leaveTilt(TextBox& box) {
+  if (leaveMounting()) testTilt(box);
 }
 
 void scLookAnt::testTilt(TextBox& box) {
   if (std::abs(CValP(box.text())) <= kLargestTilt) return;
-  const std::weak_ptr<const bool> life = life_;
+  const auto alive = watch();
   showInformation("Inverted Antenna?", "To invert the antenna, use the 'Inverted' checkbox.");
-  if (!life.expired()) box.setText("");
+  if (alive()) box.setText("");
 }
 
 void scLookAnt::listenToClicks() {
@@ -89,10 +93,11 @@ void scLookAnt::listenToClicks() {
   });
   chkInvert.click.listen([this] {
     if (bLoading_) return;
+    const auto alive = watch();
     bDirty_ = true;
     // Hosts read the repainted state in the event.
     GetAntPat();
-    raise(ChangeMounting);
+    if (alive()) raise(ChangeMounting);
   });
   lblPreview.click.listen([this] { SeePreview(!SeePreview()); });
   cmdClear.click.listen([this] { cmdClear_Click(); });
@@ -101,20 +106,21 @@ void scLookAnt::listenToClicks() {
 }
 
 void scLookAnt::cmdClear_Click() {
-  const std::weak_ptr<const bool> life = life_;
-  if (MsgBox(removalQuestion()) != MsgAnswer::ok || life.expired()) return;
+  const auto alive = watch();
+  if (MsgBox(removalQuestion()) != MsgAnswer::ok || !alive()) return;
   sValueFile("");
   sValueID("");
   sValueDesc("");
   sValueGain("");
   GetAntPat();
+  if (!alive()) return;
   for (TextBox* box : {&txtOrient, &txtETilt, &txtMTilt, &txtMAzim}) box->setText("0");
   chkInvert.setValue(0);
   for (Widget* widget : mountingWidgets()) widget->setEnabled(false);
   cboPol.setListIndex(-1);
   cboPol.setLocked(true);
   desktop().doEvents();
-  if (life.expired()) return;
+  if (!alive()) return;
   LookupOnly(false);
   raise(ChangeAntenna);
 }
@@ -122,14 +128,14 @@ void scLookAnt::cmdClear_Click() {
 void scLookAnt::cmdLook_Click() {
   if (!libraryLook_) return;
   const Procedure guard(procedure::scLookAnt_cmdLook);
-  const std::weak_ptr<const bool> life = life_;
+  const auto alive = watch();
   LibraryChoice choice{dFreq_, sValueFile(), sValueID(), ""};
   SetFlag(100);
   try {
     const LibraryLook look = libraryLook_;
-    if (!look(choice) || life.expired()) return;
-  } catch (const RunTimeFailure& failure) {
-    ErrHand(failure);
+    if (!look(choice) || !alive()) return;
+  } catch (const std::exception& failure) {
+    report(failure);
     return;
   }
   SetFlag(200);
@@ -137,11 +143,12 @@ void scLookAnt::cmdLook_Click() {
   sValueID(choice.id);
   sValueDesc(choice.description);
   GetAntPat();
+  if (!alive()) return;
   bDirty_ = true;
   openMounting();
   SetFlag(300);
   desktop().doEvents();
-  if (!life.expired()) raise(ChangeAntenna);
+  if (alive()) raise(ChangeAntenna);
 }
 
 void scLookAnt::openMounting() {

@@ -1,11 +1,11 @@
 // How a library file and an ID become the values and previews of the antenna lookup control.
 #include "antenna/getAntArrayDB.h"
-#include "controls/quietLog.h"
+#include "controls/reporting.h"
 #include "controls/scLookAnt.h"
-#include "controls/scLookAntProcedures.h"
 #include "foundation/errHand.h"
 #include "foundation/getINI.h"
 #include "foundation/numbers.h"
+#include "foundation/procedures.h"
 #include "foundation/suitePaths.h"
 #include "foundation/text.h"
 #include "preview/polarPlot.h"
@@ -32,14 +32,18 @@ void scLookAnt::clearPreviews() {
 
 void scLookAnt::GetAntPat() {
   const Procedure guard(procedure::scLookAnt_GetAntPat);
+  const auto alive = watch();
   try {
     readAntPat();
-  } catch (const RunTimeFailure& failure) {
-    ErrHand(failure);
+  } catch (const std::exception& failure) {
+    if (alive()) showPatterns({});
+    report(failure);
   }
 }
 
 void scLookAnt::readAntPat() {
+  // A message or an alert lets the host act: it may drop the control, or read another antenna.
+  const auto overtaken = [this, alive = watch(), read = ++lastRead_] { return !alive() || read != lastRead_; };
   SetFlag(100);
   clearPreviews();
   LookupOnly(false);
@@ -49,8 +53,10 @@ void scLookAnt::readAntPat() {
   if (!sValueFile().empty() && !sValueID().empty()) {
     SetFlag(300);
     antenna = readLibrary();
+    if (overtaken()) return;
     SetFlag(400);
     takeLibraryValues(antenna);
+    if (overtaken()) return;
   }
   SetFlag(500);
   showPatterns(antenna);

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "antenna/convertGain.h"
-#include "controls/quietLog.h"
+#include "controls/reporting.h"
 #include "controls/scLookAnt.h"
 #include "foundation/extract.h"
 #include "foundation/getINI.h"
@@ -56,7 +56,7 @@ void scLookAnt::InitGainUnit() {
   std::string unit = getINIStr(kSection, kUnitsKey, "dBd");
   if (getLenTrim(unit) == 0) unit = "dBd";
   selectUnit(unit);
-  sLastUnit_ = unit;
+  sLastUnit_ = cboUnit.text();
 }
 
 void scLookAnt::selectUnit(const std::string& unit) {

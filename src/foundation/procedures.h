@@ -27,4 +27,8 @@ inline constexpr int HDwrtAntDBF = 5821;
 // Import.
 inline constexpr int importFiles = 6100;
 
+// Lookup controls.
+inline constexpr int scLookAnt_cmdLook = 2101;
+inline constexpr int scLookAnt_GetAntPat = 2201;
+
 }  // namespace vantrelix::procedure

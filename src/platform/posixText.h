@@ -10,7 +10,8 @@
 
 namespace vantrelix::platform::posix {
 
-// The characters of LC_NUMERIC and the dates of LC_TIME as the environment sets them; the process's own locale is neither used nor changed.
+// The characters of LC_NUMERIC and the dates of LC_TIME as the environment sets them; the process's own locale is
+// neither used nor changed.
 Regional userRegional();
 
 // Through the system's tables; nothing where it has none for the page. Bytes that stand for no character become U+FFFD,

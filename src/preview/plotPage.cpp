@@ -1,10 +1,10 @@
+#include "preview/plotPage.h"
+
 #include <algorithm>
-#include <cmath>
 
 #include "foundation/numbers.h"
 #include "foundation/text.h"
 #include "preview/polarPlot.h"
-#include "preview/svgPlot.h"
 
 namespace vantrelix {
 
@@ -13,6 +13,7 @@ namespace {
 // The page in twips: a margin, a heading of two lines, the captions, the two pictures side by side.
 constexpr int kMargin = 360;
 constexpr int kPicture = 4320;
+constexpr int kRight = 2 * kMargin + kPicture;
 constexpr int kHeadingBaseline = 660;
 constexpr int kDetailBaseline = 1035;
 constexpr int kCaptionBaseline = 1530;
@@ -34,12 +35,25 @@ int headingSize(const std::string& text) {
 }
 
 std::string bandText(const AntRecord& antenna) {
-  if (antenna.lowFrequency == 0 && antenna.highFrequency == 0) return "";
-  return generalText(antenna.lowFrequency) + " - " + generalText(antenna.highFrequency) + " " + trim(antenna.freqUnits);
+  const double low = antenna.lowFrequency;
+  const double high = antenna.highFrequency;
+  if (low == 0 && high == 0) return "";
+  return generalText(low) + (low == high ? "" : " - " + generalText(high)) + " " + trim(antenna.freqUnits);
 }
 
 std::string gainText(const AntRecord& antenna) {
   return "Gain: " + formatNumber(antenna.gain, "###0.00") + " " + trim(antenna.gainUnits);
+}
+
+std::vector<PlotPage::Text> textsOf(const AntRecord& antenna) {
+  std::vector<PlotPage::Text> texts = {
+      {kMargin, kHeadingBaseline, headingSize(antenna.description), true, antenna.description},
+      {kMargin, kDetailBaseline, kDetailSize, false, gainText(antenna)}};
+  const std::string band = bandText(antenna);
+  if (!band.empty()) texts.push_back({kRight, kDetailBaseline, kDetailSize, false, band});
+  texts.push_back({kMargin, kCaptionBaseline, kCaptionSize, true, "Azimuth"});
+  texts.push_back({kRight, kCaptionBaseline, kCaptionSize, true, "Elevation"});
+  return texts;
 }
 
 std::unique_ptr<PictureBox> picture(const char* name, int left) {
@@ -55,17 +69,12 @@ void draw(PictureBox& box, Plane plane, const ShownCut& cut, const AntRecord& an
 }  // namespace
 
 PlotPage plotPage(const AntRecord& antenna) {
-  constexpr int right = 2 * kMargin + kPicture;
   PlotPage page;
   page.width = kWidth;
   page.height = kHeight;
-  page.texts = {{kMargin, kHeadingBaseline, headingSize(antenna.description), true, antenna.description},
-                {kMargin, kDetailBaseline, kDetailSize, false, gainText(antenna)},
-                {right, kDetailBaseline, kDetailSize, false, bandText(antenna)},
-                {kMargin, kCaptionBaseline, kCaptionSize, true, "Azimuth"},
-                {right, kCaptionBaseline, kCaptionSize, true, "Elevation"}};
+  page.texts = textsOf(antenna);
   page.pictures.push_back(picture("picHor", kMargin));
-  page.pictures.push_back(picture("picVer", right));
+  page.pictures.push_back(picture("picVer", kRight));
   const ShownCut azimuth = shownCut(Plane::azimuth, antenna.nHor, antenna.HorAz, antenna.HorField);
   const ShownCut elevation = shownCut(Plane::elevation, antenna.nVer, antenna.VerAngle, antenna.VerField);
   if (azimuth.drawn || elevation.drawn) {

@@ -3,9 +3,11 @@
 #pragma once
 
 #include <QFocusEvent>
+#include <QPointer>
 #include <QWidget>
 
 #include "qt/ModelLink.h"
+#include "qt/failures.h"
 #include "qt/qtText.h"
 #include "qt/twips.h"
 #include "ui/Widget.h"
@@ -50,17 +52,25 @@ class View : public QtWidget, public WidgetView {
  protected:
   Model* model() const { return link_.get(); }
   virtual void showState(const Model& model) = 0;
+  // Hands an act of the user to the model, where there still is one. What it sets off may fail, which is shown, or end
+  // the view: gives whether the view still stands.
+  template <class Act>
+  bool handOver(Act act) {
+    const QPointer<QWidget> self(this);
+    if (Model* own = model()) runGuarded([&] { act(*own); });
+    return !self.isNull();
+  }
   QPalette coloursOf(const Model& model) const {
     return paletteFor(model.backColor(), model.foreColor(), QtWidget::parentWidget()->palette());
   }
 
   void focusInEvent(QFocusEvent* event) override {
     QtWidget::focusInEvent(event);
-    if (auto* focused = model(); focused && movesFocus(event->reason())) focused->userFocus();
+    if (movesFocus(event->reason())) handOver([](Model& focused) { focused.userFocus(); });
   }
   void focusOutEvent(QFocusEvent* event) override {
     QtWidget::focusOutEvent(event);
-    if (auto* left = model(); left && movesFocus(event->reason())) left->userBlur();
+    if (movesFocus(event->reason())) handOver([](Model& left) { left.userBlur(); });
   }
 
  private:

@@ -54,8 +54,7 @@ void DropDownListView::showState(const DropDownList& model) {
 }
 
 void DropDownListView::choose(int index) {
-  if (!locked()) model()->userSelect(index);
-  refresh();
+  if (handOver([index](DropDownList& list) { list.userSelect(index); })) refresh();
 }
 
 void DropDownListView::showPopup() {
@@ -88,15 +87,12 @@ void CheckBoxView::showState(const CheckBox& model) {
 }
 
 void CheckBoxView::nextCheckState() {
-  if (CheckBox* box = model()) box->userClick();
-  refresh();
+  if (handOver([](CheckBox& box) { box.userClick(); })) refresh();
 }
 
 CommandButtonView::CommandButtonView(CommandButton& model, QWidget* parent) : View(model, parent) {
   setAutoDefault(false);
-  connect(this, &QPushButton::clicked, this, [this] {
-    if (CommandButton* button = this->model()) button->userClick();
-  });
+  connect(this, &QPushButton::clicked, this, [this] { handOver([](CommandButton& button) { button.userClick(); }); });
 }
 
 void CommandButtonView::showState(const CommandButton& model) { setText(qt::toQt(model.caption())); }
@@ -116,7 +112,9 @@ void LabelView::showState(const Label& model) {
 }
 
 void LabelView::click() {
-  if (Label* label = model(); label && label->clickable()) label->userClick();
+  handOver([](Label& label) {
+    if (label.clickable()) label.userClick();
+  });
 }
 
 void LabelView::keyPressEvent(QKeyEvent* event) {

@@ -16,6 +16,7 @@
 #include "qt/PictureView.h"
 #include "qt/plotFile.h"
 #include "qt/qtText.h"
+#include "qt/screenless.h"
 
 namespace vantrelix::qt {
 
@@ -106,10 +107,13 @@ void writePlotPicture(const PlotPage& page, const QString& path) {
 
 void writePlotFile(const PlotPage& page, const std::string& machinePath) {
   std::unique_ptr<QGuiApplication> application;
-  char name[] = "vantrelix", option[] = "-platform", value[] = "offscreen";
-  char* arguments[] = {name, option, value, nullptr};
-  int count = 3;
-  if (!QCoreApplication::instance()) application = std::make_unique<QGuiApplication>(count, arguments);
+  char name[] = "vantrelix";
+  char* arguments[] = {name, nullptr};
+  int count = 1;
+  if (!QCoreApplication::instance()) {
+    goScreenless();
+    application = std::make_unique<QGuiApplication>(count, arguments);
+  }
   writePlotPicture(page, toQt(machinePath));
 }
 

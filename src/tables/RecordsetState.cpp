@@ -291,7 +291,6 @@ void Recordset::Implementation::update() {
 void Recordset::Implementation::appendRows(const unsigned char* records, std::uint32_t count) {
   const bool atEnd = index == size();
   const std::uint32_t first = query->table().append(records, count);
-  ++*writes;
   for (std::uint32_t row = 0; row < count; ++row) rows.push_back(first + row);
   if (atEnd) index = size();
   reached += static_cast<long>(count);

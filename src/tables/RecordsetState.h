@@ -14,7 +14,8 @@
 
 namespace vantrelix {
 
-// Counts the writes of this process to a table file: a cursor keeps the bytes of its row only while the count stands.
+// Counts the changes of this process to the rows of a table file: a cursor keeps the bytes of its row only while the
+// count stands. New rows change none.
 std::shared_ptr<std::uint64_t> writesTo(const std::string& path);
 
 struct Recordset::Implementation {

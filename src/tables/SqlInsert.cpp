@@ -1,7 +1,6 @@
 #include "tables/SqlInsert.h"
 
 #include "foundation/extract.h"
-#include "tables/RecordsetState.h"
 #include "tables/SqlCompare.h"
 #include "tables/SqlFilter.h"
 #include "tables/SqlLexer.h"
@@ -98,7 +97,6 @@ class Insert {
   void flush() {
     if (pending_ == 0) return;
     target_.append(batch_.data(), pending_);
-    ++*writesTo(target_.path());
     written_ += pending_;
     pending_ = 0;
     batch_.clear();

@@ -38,6 +38,9 @@ class Signal {
   Signal() = default;
   Signal(const Signal&) = delete;
   Signal& operator=(const Signal&) = delete;
+  // A call that is under way goes no further. The listeners end outside the list: the end of one may disconnect
+  // another.
+  ~Signal() { Slots().swap(*slots_); }
 
   // Listens for as long as the signal lives.
   void listen(Listener listener) { slots_->push_back({++lastId_, std::move(listener)}); }

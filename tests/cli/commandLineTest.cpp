@@ -63,6 +63,23 @@ TEST(CommandLine, AMissingInstallationFolderIsNamedWithTheRemedy) {
   EXPECT_THAT(run.err, HasSubstr("suite init"));
 }
 
+TEST(CommandLine, EveryCommandThatNeedsAnInstallationSaysSo) {
+  const TempFolder folder;
+  const std::string library = folder.machine("AMSX0001");
+  for (const std::vector<std::string>& command :
+       std::vector<std::vector<std::string>>{{"antennas", "AMSX0001"},
+                                             {"show", "AMSX0001", "X"},
+                                             {"plot", "AMSX0001", "X", folder.machine("a.svg")},
+                                             {"import", "generic", library, folder.machine("a.msi")},
+                                             {"table", "create", library + ".DBF", "AMSPDBASE"}}) {
+    std::vector<std::string> arguments{"--suite", folder.machine("nowhere")};
+    arguments.insert(arguments.end(), command.begin(), command.end());
+    const CliRun run = runCli(arguments);
+    EXPECT_EQ(run.status, 1) << command[0];
+    EXPECT_THAT(run.err, HasSubstr("\"vantrelix suite init DIR\" makes one")) << command[0];
+  }
+}
+
 TEST(CommandLine, AFailureWithJsonIsAMemberOfTheDocument) {
   const TempFolder folder;
   const CliRun run = runCli({"--json", "table", "dump", folder.machine("none.dbf")});

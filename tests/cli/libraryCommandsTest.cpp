@@ -54,7 +54,8 @@ TEST_F(LibraryCommands, ImportNamesWhatItRefusesAndEndsWithOne) {
   EXPECT_EQ(import.status, 1);
   EXPECT_EQ(import.json()["errors"], 1);
   EXPECT_EQ(import.json()["antennas"].size(), 1U);
-  EXPECT_THAT(import.json()["error"].get<std::string>(), HasSubstr(bad));
+  EXPECT_THAT(import.json()["error"].get<std::string>(), StartsWith(bad + ": Error 62: "));
+  EXPECT_THAT(import.json()["failed"][0].get<std::string>(), StartsWith(bad + ": Error 62: "));
   EXPECT_EQ(import.json()["messages"][0]["title"], "Import Errors");
 }
 
@@ -137,6 +138,7 @@ TEST_F(LibraryCommands, AntennasStandInDescriptionOrder) {
   EXPECT_EQ(list[1]["gain_units"], "dBi");
   EXPECT_EQ(list[1]["horizontal_points"], 4);
   EXPECT_EQ(list[1]["vertical_points"], 3);
+  EXPECT_THAT(run({"antennas", "AMSX0001"}).out, HasSubstr("X00010000002  Alpha        1.00  dBd    900   900  MHz"));
 }
 
 TEST_F(LibraryCommands, ShowGivesAllDigitsAsStoredAndFourDecimalsConverted) {

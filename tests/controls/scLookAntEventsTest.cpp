@@ -13,6 +13,7 @@ using Leaving = test::LookAntTest;
 using Clicks = test::LookAntTest;
 using CmdClear = test::LookAntLibraryTest;
 using CmdLook = test::LookAntLibraryTest;
+using Host = test::LookAntLibraryTest;
 
 TEST_F(Keys, EachTextBoxSelectsAllItsTextOnFocus) {
   for (TextBox* box : {&control.txtDesc, &control.txtGain, &control.txtOrient, &control.txtETilt, &control.txtMTilt,
@@ -270,6 +271,13 @@ TEST_F(CmdLook, OpensTheMountingThatClearingHadDisabled) {
   EXPECT_FALSE(control.cboPol.locked());
 }
 
+TEST_F(CmdLook, AFailureThatIsNotOfTheLibraryIsReportedToo) {
+  control.setLibraryLook([](scLookAnt::LibraryChoice&) -> bool { throw std::runtime_error("odd"); });
+  EXPECT_NO_THROW(control.cmdLook.userClick());
+  ASSERT_EQ(screen.shown().size(), 1u);
+  EXPECT_THAT(screen.shown()[0].message.text, HasSubstr("Error 51:  odd"));
+}
+
 TEST_F(CmdLook, AFailureOfTheLookUpIsReportedAndChangesNothing) {
   control.setLibraryLook([](scLookAnt::LibraryChoice&) -> bool { throw RunTimeFailure(3051, "in use"); });
   control.cmdLook.userClick();
@@ -277,6 +285,93 @@ TEST_F(CmdLook, AFailureOfTheLookUpIsReportedAndChangesNothing) {
   EXPECT_THAT(screen.shown()[0].message.text, HasSubstr("Error 3051:  in use"));
   EXPECT_THAT(suite.log(), HasSubstr("Error 3051:  in use"));
   EXPECT_EQ(heard(), "");
+}
+
+using Event = Signal<> scLookAnt::*;
+
+// A control that its host drops in the event, on a file whose antenna is missing, so that reading it raises an alert.
+class DoomedControl {
+ public:
+  explicit DoomedControl(Event event) : control_(std::make_unique<scLookAnt>()) {
+    control_->sValueFile("AMSNONE1");
+    control_->sValueID("1");
+    ((*control_).*event).listen([this] { control_.reset(); });
+  }
+  scLookAnt& operator*() { return *control_; }
+  bool gone() const { return !control_; }
+
+ private:
+  std::unique_ptr<scLookAnt> control_;
+};
+
+TEST_F(Host, MayDropTheControlInTheEventOfABoxThatIsLeft) {
+  struct Case {
+    TextBox scLookAnt::*box;
+    Event event;
+  };
+  const Case cases[] = {
+      {&scLookAnt::txtGain, &scLookAnt::ChangeAntenna},   {&scLookAnt::txtOrient, &scLookAnt::ChangeMounting},
+      {&scLookAnt::txtETilt, &scLookAnt::ChangeMounting}, {&scLookAnt::txtMTilt, &scLookAnt::ChangeMounting},
+      {&scLookAnt::txtMAzim, &scLookAnt::ChangeMounting}, {&scLookAnt::txtOrient, &scLookAnt::NewAlert},
+      {&scLookAnt::txtETilt, &scLookAnt::NewAlert},
+  };
+  for (const Case& drop : cases) {
+    DoomedControl doomed(drop.event);
+    enter((*doomed).*drop.box, "180");
+    EXPECT_TRUE(doomed.gone());
+  }
+  EXPECT_TRUE(screen.shown().empty());
+}
+
+TEST_F(Host, MayDropTheControlInTheEventOfAClick) {
+  DoomedControl polarised(&scLookAnt::ChangeMounting);
+  (*polarised).cboPol.userSelect(1);
+  DoomedControl inverted(&scLookAnt::ChangeMounting);
+  (*inverted).chkInvert.userClick();
+  DoomedControl alerted(&scLookAnt::NewAlert);
+  (*alerted).chkInvert.userClick();
+  DoomedControl sized(&scLookAnt::ChangeSize);
+  (*sized).lblPreview.userClick();
+  EXPECT_TRUE(polarised.gone() && inverted.gone() && alerted.gone() && sized.gone());
+}
+
+TEST_F(Host, MayDropTheControlInTheAlertOfTheAntennaChosen) {
+  DoomedControl doomed(&scLookAnt::NewAlert);
+  (*doomed).setLibraryLook([](scLookAnt::LibraryChoice&) { return true; });
+  (*doomed).cmdLook.userClick();
+  EXPECT_TRUE(doomed.gone());
+  EXPECT_EQ(screen.turns(), 0);
+}
+
+TEST_F(Host, MayDropTheControlWhileAFailureOfTheReadIsShown) {
+  addPanel();
+  suite.folder().write("ANTENNAS/AMST0001.DBF", "no table");
+  auto dropped = std::make_unique<scLookAnt>();
+  dropped->sValueFile("AMST0001");
+  dropped->sValueID("T00010000001");
+  screen.policy = [&](const Message&) {
+    dropped.reset();
+    return MsgAnswer::ok;
+  };
+  dropped->GetAntPat();
+  EXPECT_FALSE(dropped);
+}
+
+TEST_F(Host, MayDropTheControlWhileATiltIsRefused) {
+  auto dropped = std::make_unique<scLookAnt>();
+  screen.policy = [&](const Message&) {
+    dropped.reset();
+    return MsgAnswer::ok;
+  };
+  enter(dropped->txtETilt, "180");
+  EXPECT_FALSE(dropped);
+}
+
+TEST_F(Host, MaySetTheTiltInTheEventBeforeItIsTested) {
+  control.ChangeMounting.listen([&] { control.sValueEtilt("3"); });
+  enter(control.txtETilt, "180");
+  EXPECT_EQ(control.sValueEtilt(), "3");
+  EXPECT_TRUE(screen.shown().empty());
 }
 
 }  // namespace

@@ -105,8 +105,28 @@ TEST_F(Pattern, AMissingAntennaIsZeroDbdWithAnAlertAndNoBox) {
   EXPECT_EQ(control.sValueDesc(), "");
   EXPECT_THAT(control.Alerts(), HasSubstr("The specified antenna was not found:"));
   EXPECT_EQ(heard(), "alert ");
+  EXPECT_TRUE(control.txtGain.locked());
   EXPECT_TRUE(screen.shown().empty());
   EXPECT_TRUE(control.picHor.lines().empty());
+}
+
+TEST_F(Pattern, TheAlertComesBehindTheValuesAndTheirLock) {
+  bool ready = false;
+  control.NewAlert.listen([&] { ready = control.sValueGain() == "0.00" && control.txtGain.locked(); });
+  show("T00019999999");
+  EXPECT_TRUE(ready);
+}
+
+TEST_F(Pattern, AHostMayReadAnotherAntennaInTheAlert) {
+  addPanel();
+  bool once = false;
+  control.NewAlert.listen([&] {
+    if (!std::exchange(once, true)) show();
+  });
+  show("T00019999999");
+  EXPECT_EQ(control.sValueGain() + " " + control.sValueUnit(), "12.50 dBi");
+  EXPECT_TRUE(control.bPatAz() && control.bPatEl());
+  EXPECT_EQ(control.picHor.lines().size(), 2u + 3u);
 }
 
 TEST_F(Pattern, AMissingLibraryIsToldInTheAlerts) {
@@ -266,6 +286,49 @@ TEST_F(Pattern, AFailureOfTheDrawingIsLoggedAndGoesNoFurther) {
   fail = false;
   control.GetAntPat();
   EXPECT_FALSE(control.picVer.lines().empty());
+}
+
+TEST_F(Pattern, AFailureOfTheSurfaceIsReportedAndLeavesNoPattern) {
+  addPanel();
+  show();
+  control.picHor.changed.listen([] { throw std::bad_alloc(); });
+  EXPECT_NO_THROW(control.GetAntPat());
+  EXPECT_EQ(screen.shown().size(), 1u);
+  EXPECT_FALSE(control.bPatAz() || control.bPatEl());
+  const std::size_t lines = control.picVer.lines().size();
+  control.SeeElevation(10);
+  EXPECT_EQ(control.picVer.lines().size(), lines);
+}
+
+TEST_F(Pattern, ADamagedCutIsReportedAndTheAntennaShownWithoutIt) {
+  addPanel();
+  suite.folder().write("ANTENNAS/AHDT0001.DBF", "no table");
+  EXPECT_NO_THROW(show());
+  EXPECT_EQ(screen.shown().size(), 1u);
+  EXPECT_EQ(control.sValueDesc() + " " + control.sValueGain() + " " + control.sValueUnit(), "Panel 12.50 dBi");
+  EXPECT_FALSE(control.bPatAz());
+  EXPECT_TRUE(control.picHor.lines().empty());
+}
+
+TEST_F(Pattern, AFailureThatCannotEvenBeLoggedIsToldInOneBox) {
+  addPanel();
+  suite.folder().write("ANTENNAS/AMST0001.DBF", "no table");
+  suite.folder().write("QVTECSUP.TXT/in the way", "");
+  EXPECT_NO_THROW(show());
+  ASSERT_EQ(screen.shown().size(), 1u);
+  const Message& message = screen.shown()[0].message;
+  EXPECT_THAT(message.title, HasSubstr("Error in "));
+  EXPECT_THAT(message.text, HasSubstr("QVTECSUP.TXT"));
+  EXPECT_THAT(message.text, HasSubstr("AMST0001"));
+  EXPECT_EQ(message.icon, MsgIcon::critical);
+}
+
+TEST_F(Pattern, AnAntennasFolderThatIsAFileIsNoMoreThanAMissingLibrary) {
+  suite.folder().write("other/ANTENNAS", "");
+  setSuiteDir(suite.file("other"));
+  EXPECT_NO_THROW(show());
+  EXPECT_THAT(control.Alerts(), HasSubstr("The specified antenna data base was not found:"));
+  EXPECT_TRUE(control.picHor.lines().empty());
 }
 
 TEST_F(Pattern, AFailureOfTheReadIsReportedAndTheControlStaysUsable) {

@@ -145,6 +145,23 @@ TEST_F(Unit, AProgramThatSelectsAnotherUnitConvertsAndRaisesNoEvent) {
   EXPECT_EQ(heard(), "");
 }
 
+TEST_F(Unit, AGainIsConvertedFromADefaultThatIsWrittenInOtherCase) {
+  setDefault("Antenna Lookup", "Units", "DBI");
+  control.ZORUserLogin("");
+  EXPECT_EQ(control.sValueUnit(), "dBi");
+  control.sValueGain("12.15");
+  choose("dBd");
+  EXPECT_EQ(control.sValueGain(), "10.00");
+}
+
+TEST_F(Unit, BeforeALoginNoUnitIsSelectedAndNothingIsConverted) {
+  EXPECT_EQ(control.cboUnit.listIndex(), -1);
+  control.sValueGain("10");
+  choose("dBi");
+  EXPECT_EQ(control.sValueGain(), "");
+  EXPECT_EQ(defaultUnit(), "(none)");
+}
+
 TEST_F(Unit, WhileLoadingOnlyTheUnitToConvertFromFollows) {
   start("dBd", "10");
   setDefault("Antenna Lookup", "Units", "(kept)");

@@ -116,6 +116,9 @@ TEST_F(Values, AlertsGatherOnLinesOfTheirOwnAndABlankTextClearsThem) {
   control.Alerts("b");
   EXPECT_EQ(control.Alerts(), "a\r\nb");
   EXPECT_EQ(heard(), "alert alert ");
+  control.Alerts(control.Alerts());
+  EXPECT_EQ(control.Alerts(), "a\r\nb\r\na\r\nb");
+  heard();
   control.Alerts(" ");
   EXPECT_EQ(control.Alerts(), "");
   EXPECT_EQ(heard(), "");
@@ -137,6 +140,19 @@ TEST_F(Values, NoEventIsRaisedWhileValuesAreLoaded) {
   EXPECT_EQ(control.Alerts(), "a");
   control.cboPol.userSelect(1);
   EXPECT_EQ(heard(), "mounting ");
+}
+
+TEST_F(Values, WhileValuesAreLoadedClicksLeaveTheControlCleanAndLeavingABoxStillTidiesIt) {
+  const scLookAntLoading loading(control);
+  control.cboPol.userSelect(1);
+  control.chkInvert.userClick();
+  control.cboUnit.userSelect(1);
+  EXPECT_FALSE(control.bDirty());
+  enter(control.txtGain, "5");
+  EXPECT_EQ(control.txtGain.text(), "5.00");
+  enter(control.txtMTilt, "-180");
+  EXPECT_EQ(control.txtMTilt.text(), "");
+  EXPECT_EQ(screen.shown().size(), 1u);
 }
 
 TEST_F(Values, AFillThatFailedKeepsTheControlSilent) {

@@ -41,7 +41,16 @@ TEST(PlotPage, LeavesOutABandThatIsNotKnown) {
   test::TempSuite suite;
   AntRecord antenna = panel();
   antenna.lowFrequency = antenna.highFrequency = 0;
-  EXPECT_THAT(joined(plotPage(antenna)), HasSubstr("|Gain: 12.50 dBd||Azimuth|"));
+  EXPECT_THAT(joined(plotPage(antenna)), HasSubstr("|Gain: 12.50 dBd|Azimuth|"));
+  antenna.highFrequency = 960;
+  EXPECT_THAT(joined(plotPage(antenna)), HasSubstr("|0 - 960 MHz|"));
+}
+
+TEST(PlotPage, ABandOfOneFrequencyIsThatFrequency) {
+  test::TempSuite suite;
+  AntRecord antenna = panel();
+  antenna.lowFrequency = antenna.highFrequency = 450;
+  EXPECT_THAT(joined(plotPage(antenna)), HasSubstr("|450 MHz|Azimuth|"));
 }
 
 TEST(PlotPage, DrawsBothCutsAsThePreviewsDo) {

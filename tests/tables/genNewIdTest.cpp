@@ -121,6 +121,17 @@ TEST(GenNewID, TheCursorCanBeWrittenToAtOnce) {
   EXPECT_THROW(GenNewID_RS(*cursor, "NONE", "Z0015", "1"), RunTimeFailure);
 }
 
+TEST(GenNewID, TheCursorStandsOnItsLastRowAfterwards) {
+  IdTable table;
+  for (const char* id : {"Z00150000001", "Z00150000002"}) table.add(id);
+  const RecordsetPtr cursor = table.open();
+  cursor->MoveNext();
+  cursor->MoveNext();
+  GenNewID_RS(*cursor, "ID", "Z0015", "0000001");
+  EXPECT_EQ(cursor->AbsolutePosition(), 1);
+  EXPECT_EQ(cursor->RecordCount(), 2);
+}
+
 TEST(GenNewID, ANumberThatAnotherProgramHasAddedSinceIsPassedOver) {
   IdTable table;
   table.add("Z00150000001");

@@ -120,6 +120,20 @@ TEST(RSTblValid, CreationStoppedAnywhereLeavesAFinishedTableOrNone) {
   for (int call = 1; call <= calls; ++call) stoppedCreation(call);
 }
 
+TEST(RSTblValid, TheLogTellsHowFarAFailureCame) {
+  DictionarySuite suite;
+  EXPECT_FALSE(RSTblValid({{"A_NAME_TOO_LONG", 5, FieldType::text, ""}}, suite.file("AMSTEST1.DBF"), true, true, ""));
+  EXPECT_THAT(suite.log(), HasSubstr("; Flag 1400"));
+  const std::string picture = suite.folder().write("AMSTEST2.DBF", "\x89PNG\r\n\x1a\n" + std::string(400, '\7'));
+  EXPECT_FALSE(RSTblValid(FieldsFromDataSum(kAms), picture, true, true, kAms));
+  EXPECT_THAT(suite.log(), HasSubstr("; Flag 2000"));
+  const std::string wide = suite.file("AHDTEST1.DBF");
+  DbfFile::create(wide, {{"ATYPE_ID", 'C', 20, 0}});
+  test::addRow(wide, {{"ATYPE_ID", "longer than twelve"}});
+  EXPECT_FALSE(RSTblValid(FieldsFromDataSum("AHDTADBASE"), wide, true, true, ""));
+  EXPECT_THAT(suite.log(), HasSubstr("; Flag 4300"));
+}
+
 TEST(RSTblValid, AFileOfNoBytesCountsAsMissing) {
   DictionarySuite suite;
   const std::string path = suite.folder().write("AMSTEST1.DBF", "");

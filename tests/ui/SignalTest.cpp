@@ -91,5 +91,26 @@ TEST(Signal, AListenerMayDestroyTheSignalsOwner) {
   EXPECT_FALSE(owner);
 }
 
+TEST(Signal, NoListenerIsCalledBehindTheOneThatDestroyedTheSignal) {
+  auto signal = std::make_unique<Signal<>>();
+  int heard = 0;
+  signal->listen([&] { signal.reset(); });
+  signal->listen([&] { ++heard; });
+  (*signal)();
+  EXPECT_EQ(heard, 0);
+}
+
+TEST(Signal, AListenerThatEndsWithTheSignalMayDisconnectAnother) {
+  auto signal = std::make_unique<Signal<>>();
+  auto second = std::make_shared<Connection>();
+  const auto atEnd = [second](int* end) {
+    second->disconnect();
+    delete end;
+  };
+  signal->listen([kept = std::shared_ptr<int>(new int(0), atEnd)] {});
+  *second = signal->connect([] {});
+  EXPECT_NO_THROW(signal.reset());
+}
+
 }  // namespace
 }  // namespace vantrelix

@@ -1,0 +1,15 @@
+// Failures told where nobody stands behind to take them: in what a control does on its user's act.
+#pragma once
+
+#include <exception>
+#include <string>
+
+namespace vantrelix {
+
+// ErrHand for a handler that must not fail itself: where the log cannot be written, the message alone.
+void report(const std::exception& failure);
+
+// A record in the support log where its failure must not stop what the user is doing.
+void logQuietly(const std::string& text);
+
+}  // namespace vantrelix

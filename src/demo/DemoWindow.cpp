@@ -111,7 +111,7 @@ QGroupBox* DemoWindow::siteBox() {
   frequency_ = frequencyField();
   left->addRow("Site", readOnlyField("Crestline Ridge"));
   left->addRow("Service", readOnlyField("Dispatch base, transmit"));
-  right->addRow("Fre&quency", frequency_);
+  right->addRow("Freque&ncy", frequency_);
   right->addRow("Height", readOnlyField("42.0 m above ground"));
   layout->addLayout(left, 1);
   layout->addSpacing(fontMetrics().averageCharWidth() * 2);

@@ -49,7 +49,7 @@ EventList::EventList(QWidget* parent)
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(eventBox, 3);
-  layout->addWidget(alertBox, 2);
+  layout->addWidget(alertBox, 1);
   connect(clear, &QPushButton::clicked, this, &EventList::clearAlerts);
 }
 

@@ -76,7 +76,7 @@ void HostControls::addBackgrounds(QVBoxLayout& layout) {
   constexpr Row rows[] = {
       {"whiteButton", "&White", "BackWhite", &qt::LookAnt::BackWhite},
       {"redButton", "&Red", "BackRed", &qt::LookAnt::BackRed},
-      {"greyButton", "Light &grey", "BackLtGray", &qt::LookAnt::BackLtGray},
+      {"greyButton", "L&ight grey", "BackLtGray", &qt::LookAnt::BackLtGray},
   };
   layout.addWidget(new QLabel("Background"));
   for (const Row& row : rows) {

@@ -9,6 +9,7 @@
 #include <QSortFilterProxyModel>
 #include <QStyledItemDelegate>
 #include <QTableView>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "demo/AntennaTable.h"
@@ -148,17 +149,17 @@ void LibraryPanel::filter(const QString& text) {
   showCount();
 }
 
-void LibraryPanel::showCount() {
+QString LibraryPanel::countText() const {
+  if (!failure_.isEmpty()) return failure_;
+  if (libraries_.empty()) return "No antenna library in " + toQt(displayPath(getAntennasPath())) + ".";
   const int all = antennas_->rowCount();
   const int seen = shown_->rowCount();
-  const QString antennas = all == 1 ? "%1 antenna" : "%1 antennas";
-  if (!failure_.isEmpty()) {
-    note_->setText(failure_);
-  } else if (libraries_.empty()) {
-    note_->setText("No antenna library in " + toQt(displayPath(getAntennasPath())) + ".");
-  } else {
-    note_->setText(seen == all ? antennas.arg(all) : QString("%1 of ").arg(seen) + antennas.arg(all));
-  }
+  const QString antennas = QString(all == 1 ? "%1 antenna" : "%1 antennas").arg(all);
+  return seen == all ? antennas : QString("%1 of ").arg(seen) + antennas;
+}
+
+void LibraryPanel::showCount() {
+  note_->setText(countText());
   Q_EMIT listed();
 }
 
@@ -168,11 +169,11 @@ void LibraryPanel::stand(int proxyRow) {
   list_->scrollTo(shown_->index(proxyRow, 0));
 }
 
-bool LibraryPanel::choose(const QString& wanted, const QString& antenna) {
+bool LibraryPanel::choose(const QString& library, const QString& antenna) {
   const QScopedValueRollback<bool> rollback(quiet_, true);
-  int index = wanted.isEmpty() && !libraries_.empty() ? 0 : -1;
+  int index = library.isEmpty() && !libraries_.empty() ? 0 : -1;
   for (std::size_t i = 0; i < libraries_.size() && index < 0; ++i) {
-    if (sameLibrary(libraries_[i].file, wanted)) index = static_cast<int>(i);
+    if (sameLibrary(libraries_[i].file, library)) index = static_cast<int>(i);
   }
   if (index < 0) return false;
   library_->setCurrentIndex(index);
@@ -198,7 +199,7 @@ std::optional<AntennaListEntry> LibraryPanel::antenna() const {
 void LibraryPanel::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   const auto reveal = [this] { list_->scrollTo(list_->currentIndex(), QAbstractItemView::PositionAtCenter); };
-  QMetaObject::invokeMethod(this, reveal, Qt::QueuedConnection);
+  QTimer::singleShot(0, this, reveal);
 }
 
 bool LibraryPanel::eventFilter(QObject* watched, QEvent* event) {

@@ -28,7 +28,7 @@ class LibraryPanel : public QWidget {
 
   // Chooses without saying so. The wanted library by file name, with or without extension, case aside; blank chooses
   // the first. False where there is no such library or antenna.
-  bool choose(const QString& wanted, const QString& antenna);
+  bool choose(const QString& library, const QString& antenna);
 
   // What is chosen; a blank file where there is no library.
   LibraryEntry library() const;
@@ -51,6 +51,7 @@ class LibraryPanel : public QWidget {
   void loadLibraries();
   void loadAntennas();
   void filter(const QString& text);
+  QString countText() const;
   void showCount();
   void stand(int proxyRow);
 

@@ -13,7 +13,9 @@
 #include "platform/Platform.h"
 #include "platform/RunTimeFailure.h"
 #include "qt/QtDesktop.h"
+#include "qt/failures.h"
 #include "qt/qtText.h"
+#include "qt/screenless.h"
 #include "ui/ScriptedDesktop.h"
 
 namespace vantrelix::demo {
@@ -36,7 +38,7 @@ class DemoApplication : public QApplication {
     try {
       return QApplication::notify(receiver, event);
     } catch (const std::exception& failure) {
-      desktop().messageBox({kTitle, failure.what(), MsgButtons::ok, MsgIcon::critical, 1});
+      qt::showFailure(failure);
       return false;
     }
   }
@@ -54,9 +56,7 @@ bool hasDisplay() {
 // What Qt reads from its environment while the application starts.
 void prepareScreen(const DemoOptions& options) {
   if (!options.withoutWindow()) return;
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  // What Qt has to say of a missing desktop is no news where no window is wanted.
-  if (!qEnvironmentVariableIsSet("QT_LOGGING_RULES")) qputenv("QT_LOGGING_RULES", "default.warning=false");
+  qt::goScreenless();
   qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
 }
 

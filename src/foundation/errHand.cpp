@@ -17,6 +17,8 @@ namespace vantrelix {
 namespace {
 
 constexpr const char* kLogName = "QVTECSUP.TXT";
+// Beside the host's program, while the installation folder is not known.
+constexpr const char* kHostLogName = "QVTechSup.TXT";
 
 struct Level {
   int number;
@@ -189,8 +191,8 @@ void wrtTechSupNoMak(const std::string& text, bool withHeader) {
 std::string GetTechSupFile() {
   if (!techSupFile().empty()) return techSupFile();
   const std::string folder = getSuiteDir();
-  // Without an installation folder the name is relative, and not kept: the folder may become known.
-  if (getLenTrim(folder) == 0) return kLogName;
+  // Not kept: the folder may become known.
+  if (getLenTrim(folder) == 0) return setPathName(hostFolder(), kHostLogName);
   return techSupFile() = setPathName(folder, kLogName);
 }
 

@@ -71,6 +71,8 @@ ControlView::ControlView(UserControl& control, QWidget* parent)
 ControlView::~ControlView() = default;
 
 void ControlView::makeViews(UserControl& control) {
+  views_.reserve(control.widgets().size());
+  tabChanges_.reserve(control.widgets().size());
   for (Widget* model : control.widgets()) {
     WidgetView* view = makeView(*model, this);
     if (!view) continue;
@@ -121,7 +123,7 @@ void ControlView::resizeEvent(QResizeEvent* event) {
   const int asked = twipsOf(event->size().width(), logicalDpiX());
   {
     const QScopedValueRollback<bool> rollback(sizing_, true);
-    control->setSize(asked, control->height());
+    runGuarded([&] { control->setSize(asked, control->height()); });
   }
   minimumWidth_ = std::max(minimumWidth_, control->width() > asked ? control->width() : 0);
   followControl();

@@ -74,10 +74,10 @@ void TextBoxView::showState(const TextBox& model) {
   if (!editing_) showText(toQt(model.text()), hasFocus() ? cursorPosition() : 0);
 }
 
-void TextBoxView::showText(const QString& shown, int cursor) {
-  if (shown == text()) return;
-  setText(shown);
-  setCursorPosition(std::clamp(cursor, 0, static_cast<int>(shown.size())));
+void TextBoxView::showText(const QString& wanted, int cursor) {
+  if (wanted == text()) return;
+  setText(wanted);
+  setCursorPosition(std::clamp(cursor, 0, static_cast<int>(wanted.size())));
 }
 
 void TextBoxView::selectAllText() {
@@ -87,39 +87,38 @@ void TextBoxView::selectAllText() {
 }
 
 void TextBoxView::keyPressEvent(QKeyEvent* event) {
-  TextBox* box = model();
-  if (!box || isReadOnly() || !(isTyping(*event) || isRemoval(*event))) return QLineEdit::keyPressEvent(event);
-  bool passes = true;
-  if (isRemoval(*event)) {
-    passes = box->userKey(kBackspaceKey);
-  } else {
-    for (const char32_t key : event->text().toStdU32String()) passes = passes && box->userKey(static_cast<int>(key));
-  }
+  const bool removes = isRemoval(*event);
+  if (!model() || isReadOnly() || !(isTyping(*event) || removes)) return QLineEdit::keyPressEvent(event);
+  const std::u32string keys = removes ? std::u32string(1, kBackspaceKey) : event->text().toStdU32String();
+  bool passes = false;
+  handOver([&](TextBox& box) {
+    passes = std::all_of(keys.begin(), keys.end(), [&box](char32_t key) { return box.userKey(static_cast<int>(key)); });
+  });
   if (!passes) return event->accept();
   const QScopedValueRollback<bool> rollback(passed_, true);
   QLineEdit::keyPressEvent(event);
 }
 
 void TextBoxView::takeEdit(const QString& edited) {
-  TextBox* box = model();
-  if (!box) return;
   {
     const QScopedValueRollback<bool> rollback(editing_, true);
-    if (!passed_) filterEdit(edited);
-    box->userText(fromQt(text()));
+    handOver([&](TextBox& box) {
+      if (!passed_) filterEdit(box, edited);
+      box.userText(fromQt(text()));
+    });
   }
   refresh();
 }
 
 // The edit is made on screen already and the model knows nothing of it: what the filter refuses is taken back.
-void TextBoxView::filterEdit(const QString& edited) {
-  const QString before = toQt(model()->text());
+void TextBoxView::filterEdit(TextBox& box, const QString& edited) {
+  const QString before = toQt(box.text());
   const Difference edit = differenceOf(before, edited);
   if (edit.inserted.isEmpty()) {
-    if (edit.removed > 0 && !model()->userKey(kBackspaceKey)) showText(before, edit.at);
+    if (edit.removed > 0 && !box.userKey(kBackspaceKey)) showText(before, edit.at);
     return;
   }
-  const QString passing = toQt(model()->userPaste(fromQt(onOneLine(edit.inserted))));
+  const QString passing = toQt(box.userPaste(fromQt(onOneLine(edit.inserted))));
   if (passing == edit.inserted) return;
   const int cursor = edit.at + static_cast<int>(passing.size());
   // Where nothing passes, what was to give way to it stays.
@@ -132,7 +131,8 @@ void TextBoxView::mouseReleaseEvent(QMouseEvent* event) {
   if (std::exchange(allOnRelease_, false) && !hasSelectedText()) selectAll();
   const int button = event->button() == Qt::LeftButton ? 1 : event->button() == Qt::RightButton ? 2 : 4;
   const QPoint at = event->position().toPoint();
-  if (TextBox* box = model()) box->userMouseUp(button, twipsOf(at.x(), logicalDpiX()), twipsOf(at.y(), logicalDpiY()));
+  handOver(
+      [&](TextBox& box) { box.userMouseUp(button, twipsOf(at.x(), logicalDpiX()), twipsOf(at.y(), logicalDpiY())); });
 }
 
 void TextBoxView::focusInEvent(QFocusEvent* event) {

@@ -23,8 +23,8 @@ class TextBoxView : public View<QLineEdit, TextBox> {
 
  private:
   void takeEdit(const QString& edited);
-  void filterEdit(const QString& edited);
-  void showText(const QString& shown, int cursor);
+  void filterEdit(TextBox& box, const QString& edited);
+  void showText(const QString& wanted, int cursor);
   void selectAllText();
 
   Connection selectAll_;

@@ -1,6 +1,6 @@
 #include "qt/screenless.h"
 
-#include <QtGlobal>
+#include <QByteArray>
 
 namespace vantrelix::qt {
 

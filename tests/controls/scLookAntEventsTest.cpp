@@ -262,7 +262,9 @@ TEST_F(CmdLook, OpensTheMountingThatClearingHadDisabled) {
   control.cmdClear.userClick();
   control.setLibraryLook([](scLookAnt::LibraryChoice&) { return true; });
   for (TextBox* box : {&control.txtOrient, &control.txtMTilt}) box->setLocked(true);
+  EXPECT_FALSE(control.bDirty());
   control.mnuPopupLibrary.userClick();
+  EXPECT_TRUE(control.bDirty());
   for (TextBox* box : {&control.txtOrient, &control.txtETilt, &control.txtMTilt, &control.txtMAzim}) {
     EXPECT_TRUE(box->enabled() && !box->locked()) << box->name();
   }

@@ -221,10 +221,12 @@ TEST_F(Failures, ARecordIsOneWriteSoThatTwoProgramsDoNotMixTheirs) {
   EXPECT_TRUE(clock.journal()[1].starts_with("append")) << clock.journal()[1];
 }
 
-TEST_F(Failures, WithoutAnInstallationFolderTheLogHasARelativeNameUntilOneIsKnown) {
+TEST_F(Failures, WithoutAnInstallationFolderTheLogStandsBesideTheHostUntilOneIsKnown) {
   setHostFolder(suite.path());
   setSuiteDir("");
-  EXPECT_EQ(GetTechSupFile(), "QVTECSUP.TXT");
+  EXPECT_EQ(GetTechSupFile(), suite.file("QVTechSup.TXT"));
+  wrtTechSupNoMak("nowhere else");
+  EXPECT_NE(suite.folder().read("QVTechSup.TXT").find("nowhere else"), std::string::npos);
   suite.folder().write("QVRegistry.INI", "[CONFIG]\r\nQuorvendalDirectory=" + suite.path() + "\r\n");
   EXPECT_EQ(GetTechSupFile(), suite.file("QVTECSUP.TXT"));
   suite.folder().write("QVRegistry.INI", "[CONFIG]\r\nQuorvendalDirectory=C:\\OTHER\r\n");

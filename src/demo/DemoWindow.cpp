@@ -89,7 +89,8 @@ DemoWindow::DemoWindow(QWidget* parent)
   statusBar()->addWidget(folder);
   listenToControl();
   listenToHost();
-  resize(DemoWindow::sizeHint().boundedTo(screen()->availableSize()));
+  const QSize titleBar(0, 2 * fontMetrics().lineSpacing());
+  resize(DemoWindow::sizeHint().boundedTo(screen()->availableSize() - titleBar));
 }
 
 QSize DemoWindow::sizeHint() const {
@@ -159,6 +160,7 @@ void DemoWindow::listenToHost() {
   connect(panel_, &LibraryPanel::antennaActivated, this, &DemoWindow::takeChosen);
   connect(host_, &HostControls::acted, this, [this](const QString& call) {
     panel_->setEnabled(!host_->locked());
+    showState();
     events_->addCall(call);
   });
   connect(events_, &EventList::clearAlerts, this, [this] {
@@ -194,12 +196,17 @@ bool DemoWindow::look(scLookAnt::LibraryChoice& choice) {
 
 void DemoWindow::heard(const QString& event, const QString& detail) {
   events_->addEvent(event, detail);
+  showState();
+}
+
+void DemoWindow::showState() {
   host_->showState();
+  if (control_->sValueFile().isEmpty()) panel_->forget();
 }
 
 QString DemoWindow::antennaText() const {
   const auto& ant = *control_;
-  QString text = QString("%1 %2").arg(ant.sValueGain(), ant.sValueUnit());
+  QString text = ant.sValueGain().isEmpty() ? "no gain" : ant.sValueGain() + " " + ant.sValueUnit();
   if (!ant.sValueDesc().isEmpty()) text.prepend(ant.sValueDesc() + ", ");
   if (!ant.sValueFile().isEmpty()) text += QString(" (%1, %2)").arg(ant.sValueFile(), ant.sValueID());
   return text;

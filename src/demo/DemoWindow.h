@@ -42,6 +42,7 @@ class DemoWindow : public QMainWindow {
   void listenToHost();
   void takeChosen();
   bool look(scLookAnt::LibraryChoice& choice);
+  void showState();
   void heard(const QString& event, const QString& detail);
   QString antennaText() const;
   QString mountingText() const;

@@ -119,8 +119,12 @@ void HostControls::addPointers(QVBoxLayout& layout) {
                         "Draws a pointer on the azimuth preview; it stays until the next redraw");
   auto* elevation = named(new QPushButton("&Mark elevation", this), "markElevationButton",
                           "Draws a pointer on the elevation preview; it stays until the next redraw");
-  for (QWidget* widget : std::initializer_list<QWidget*>{caption, bearing_, azimuth, elevation})
-    layout.addWidget(widget);
+  auto* bearing = new QHBoxLayout;
+  bearing->addWidget(caption);
+  bearing->addWidget(bearing_, 1);
+  layout.addLayout(bearing);
+  layout.addWidget(azimuth);
+  layout.addWidget(elevation);
   connect(azimuth, &QPushButton::clicked, this, [this] {
     control_.SeeAzimuth(bearing_->value(), kPointer);
     did(QString("SeeAzimuth %1").arg(bearing_->value()));

@@ -1,5 +1,7 @@
 #include "demo/LibraryPanel.h"
 
+#include <algorithm>
+
 #include <QComboBox>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -25,6 +27,9 @@ using qt::fromQt;
 using qt::toQt;
 
 namespace {
+
+// Of a description; what is longer is cut before the list scrolls.
+constexpr int kReadableLetters = 42;
 
 void addField(QVBoxLayout& layout, const QString& caption, QWidget& field) {
   auto* label = new QLabel(caption);
@@ -58,11 +63,11 @@ void setUpList(QTableView& list) {
   list.horizontalHeader()->setHighlightSections(false);
 }
 
-// Columns as wide as what they hold; the description takes what is left, and what does not fit is reached by scrolling.
+// Columns as wide as what they hold; the description's width is the panel's to give.
 void fitColumns(QTableView& list) {
   QHeaderView& header = *list.horizontalHeader();
   header.setSectionResizeMode(QHeaderView::ResizeToContents);
-  header.setSectionResizeMode(AntennaTable::description, QHeaderView::Stretch);
+  header.setSectionResizeMode(AntennaTable::description, QHeaderView::Fixed);
   header.setMinimumSectionSize(list.fontMetrics().averageCharWidth() * 8);
 }
 
@@ -160,6 +165,7 @@ QString LibraryPanel::countText() const {
 
 void LibraryPanel::showCount() {
   note_->setText(countText());
+  fitDescription();
   Q_EMIT listed();
 }
 
@@ -184,6 +190,11 @@ bool LibraryPanel::choose(const QString& library, const QString& antenna) {
   return true;
 }
 
+void LibraryPanel::forget() {
+  const QScopedValueRollback<bool> rollback(quiet_, true);
+  list_->clearSelection();
+}
+
 LibraryEntry LibraryPanel::library() const {
   const int index = library_->currentIndex();
   return index < 0 ? LibraryEntry{} : libraries_[static_cast<std::size_t>(index)];
@@ -195,6 +206,15 @@ std::optional<AntennaListEntry> LibraryPanel::antenna() const {
   return antennas_->antennas()[static_cast<std::size_t>(shown_->mapToSource(rows.first()).row())];
 }
 
+// The description takes what the other columns leave; where that is too little, the list scrolls.
+void LibraryPanel::fitDescription() {
+  int left = list_->viewport()->width();
+  for (int column = 1; column < AntennaTable::columns; ++column) left -= list_->columnWidth(column);
+  const int most = list_->fontMetrics().averageCharWidth() * kReadableLetters;
+  const int least = std::min(list_->sizeHintForColumn(AntennaTable::description), most);
+  list_->setColumnWidth(AntennaTable::description, std::max(left, least));
+}
+
 // What was chosen before the list had its size is brought into sight once it has.
 void LibraryPanel::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
@@ -203,6 +223,7 @@ void LibraryPanel::showEvent(QShowEvent* event) {
 }
 
 bool LibraryPanel::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == list_ && event->type() == QEvent::Resize) QTimer::singleShot(0, this, &LibraryPanel::fitDescription);
   if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
   const int key = static_cast<QKeyEvent*>(event)->key();
   const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;

@@ -30,6 +30,9 @@ class LibraryPanel : public QWidget {
   // the first. False where there is no such library or antenna.
   bool choose(const QString& library, const QString& antenna);
 
+  // Chooses no antenna, without saying so.
+  void forget();
+
   // What is chosen; a blank file where there is no library.
   LibraryEntry library() const;
   std::optional<AntennaListEntry> antenna() const;
@@ -54,6 +57,7 @@ class LibraryPanel : public QWidget {
   QString countText() const;
   void showCount();
   void stand(int proxyRow);
+  void fitDescription();
 
   std::vector<LibraryEntry> libraries_;
   QComboBox* library_;

@@ -7,13 +7,13 @@
 #include <QBuffer>
 #include <QStyleFactory>
 
+#include "controls/reporting.h"
 #include "demo/DemoOptions.h"
 #include "demo/DemoWindow.h"
 #include "foundation/hostProgram.h"
 #include "platform/Platform.h"
 #include "platform/RunTimeFailure.h"
 #include "qt/QtDesktop.h"
-#include "qt/failures.h"
 #include "qt/qtText.h"
 #include "qt/screenless.h"
 #include "ui/ScriptedDesktop.h"
@@ -38,7 +38,7 @@ class DemoApplication : public QApplication {
     try {
       return QApplication::notify(receiver, event);
     } catch (const std::exception& failure) {
-      qt::showFailure(failure);
+      report(failure);
       return false;
     }
   }

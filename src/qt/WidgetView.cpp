@@ -1,5 +1,8 @@
 #include "qt/WidgetView.h"
 
+#include <QApplication>
+#include <QMouseEvent>
+
 namespace vantrelix::qt {
 
 void showCommonState(QWidget& view, const Widget& model) {
@@ -12,6 +15,18 @@ void showCommonState(QWidget& view, const Widget& model) {
 
 bool movesFocus(Qt::FocusReason reason) {
   return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason;
+}
+
+SwallowedRelease::SwallowedRelease() : pressed_(QGuiApplication::mouseButtons().testFlag(Qt::LeftButton)) {}
+
+// The press itself is delivered behind the move of the focus, so the release is posted.
+SwallowedRelease::~SwallowedRelease() {
+  QWidget* clicked = QApplication::focusWidget();
+  if (!pressed_ || !clicked || QGuiApplication::mouseButtons().testFlag(Qt::LeftButton)) return;
+  const QPointF outside(-1, -1);
+  QCoreApplication::postEvent(
+      clicked, new QMouseEvent(QEvent::MouseButtonRelease, outside, clicked->mapToGlobal(outside), Qt::LeftButton,
+                               Qt::NoButton, Qt::NoModifier));
 }
 
 }  // namespace vantrelix::qt

@@ -29,6 +29,19 @@ void showCommonState(QWidget& view, const Widget& model);
 // Whether the focus moved between widgets, and did not just leave with the window or for a menu.
 bool movesFocus(Qt::FocusReason reason);
 
+// A message shown while a click moves the focus takes the release of the mouse, and the widget that was clicked would
+// stay pressed: at the end of this object's life that widget is given a release outside of itself.
+class SwallowedRelease {
+ public:
+  SwallowedRelease();
+  ~SwallowedRelease();
+  SwallowedRelease(const SwallowedRelease&) = delete;
+  SwallowedRelease& operator=(const SwallowedRelease&) = delete;
+
+ private:
+  bool pressed_;
+};
+
 // `QtWidget` bound to a `Model`. A view is made, then refreshed once by whoever made it.
 template <class QtWidget, class Model>
 class View : public QtWidget, public WidgetView {
@@ -70,7 +83,9 @@ class View : public QtWidget, public WidgetView {
   }
   void focusOutEvent(QFocusEvent* event) override {
     QtWidget::focusOutEvent(event);
-    if (movesFocus(event->reason())) handOver([](Model& left) { left.userBlur(); });
+    if (!movesFocus(event->reason())) return;
+    const SwallowedRelease release;
+    handOver([](Model& left) { left.userBlur(); });
   }
 
  private:

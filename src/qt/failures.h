@@ -5,20 +5,17 @@
 #include <exception>
 #include <utility>
 
+#include "controls/reporting.h"
+
 namespace vantrelix::qt {
 
-// Tells a failure that nobody else has told: a message box with its number and description.
-void showFailure(const std::exception& failure);
-
-// Runs what an act of the user sets off; a failure is shown and goes no further. Gives whether it came to its end.
+// Runs what an act of the user sets off; a failure is reported and goes no further.
 template <class Act>
-bool runGuarded(Act&& act) {
+void runGuarded(Act&& act) {
   try {
     std::forward<Act>(act)();
-    return true;
   } catch (const std::exception& failure) {
-    showFailure(failure);
-    return false;
+    report(failure);
   }
 }
 

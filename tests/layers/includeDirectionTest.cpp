@@ -19,6 +19,7 @@ const std::map<std::string, std::set<std::string>> kBelow = {
     {"foundation", {"platform"}},
     {"tables", {"platform", "foundation"}},
     {"antenna", {"platform", "foundation", "tables"}},
+    {"hooks", {"platform", "foundation", "tables"}},
     {"ui", {"platform", "foundation"}},
     {"preview", {"platform", "foundation", "tables", "antenna", "ui"}},
     {"aliases", {"platform", "foundation", "ui"}},

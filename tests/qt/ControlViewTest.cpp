@@ -25,6 +25,25 @@ TEST(ControlView, OutlivesItsControl) {
   EXPECT_EQ(gain->text(), "");
 }
 
+// The host drops the control in the middle of what its user does.
+TEST(ControlView, OutlivesAControlThatEndsInItsOwnEvent) {
+  for (const char* name : {"chkInvert", "cboPol", "lblPreview", "cmdClear"}) {
+    const test::TempSuite suite;
+    auto control = std::make_unique<scLookAnt>();
+    ControlView view(*control);
+    view.show();
+    const auto drop = [&control] { control.reset(); };
+    control->ChangeMounting.listen(drop);
+    control->ChangeSize.listen(drop);
+    control->cmdClear.click.listen(drop);
+    auto* widget = view.findChild<QWidget*>(name);
+    QTest::mouseClick(widget, Qt::LeftButton);
+    QTest::keyClick(widget, Qt::Key_Down);
+    EXPECT_EQ(control, nullptr) << name;
+    EXPECT_FALSE(view.isEnabled()) << name;
+  }
+}
+
 TEST(ControlView, LeavesItsControlAliveAndAtWork) {
   const test::TempSuite suite;
   scLookAnt control;

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
@@ -136,6 +137,62 @@ TEST_F(DemoForm, EscapeInTheChooserChangesNothing) {
   QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
   QTest::mouseClick(&find<QPushButton>("cmdLook"), Qt::LeftButton);
   EXPECT_EQ(window_->control().sValueDesc(), "Collinear");
+}
+
+TEST_F(DemoForm, AfterClearingTheSameAntennaCanBeChosenAgain) {
+  clickRow(0);
+  desktop_.answers = {MsgAnswer::ok};
+  QTest::mouseClick(&find<QPushButton>("cmdClear"), Qt::LeftButton);
+  EXPECT_TRUE(list().selectionModel()->selectedRows().isEmpty());
+  EXPECT_EQ(find<QTreeWidget>("eventList").topLevelItem(2)->text(3), "no gain");
+  clickRow(0);
+  EXPECT_EQ(window_->control().sValueDesc(), "Collinear");
+}
+
+TEST_F(DemoForm, TabReachesEverythingAndRunsThroughTheControlInItsOrder) {
+  QStringList names;
+  QWidget* const first = &find<QLineEdit>("antennaFilter");
+  first->setFocus(Qt::TabFocusReason);
+  do {
+    names << QApplication::focusWidget()->objectName();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  } while (QApplication::focusWidget() != first && names.size() < 100);
+  const QStringList control = {"txtDesc",  "txtGain",  "cboUnit",  "cmdClear",  "cmdLook", "txtOrient",
+                               "txtETilt", "txtMTilt", "txtMAzim", "chkInvert", "cboPol",  "lblPreview"};
+  EXPECT_EQ(names.mid(names.indexOf("txtDesc"), control.size()), control);
+  for (const QWidget* widget : window_->findChildren<QWidget*>()) {
+    const bool stop = widget->focusPolicy().testFlag(Qt::TabFocus) && widget->isVisible() && widget->isEnabled();
+    if (stop && !widget->objectName().startsWith("qt_")) {
+      EXPECT_TRUE(names.contains(widget->objectName())) << widget->objectName().toStdString();
+    }
+  }
+}
+
+TEST_F(DemoForm, NoTwoCaptionsShareAMnemonic) {
+  QStringList keys;
+  const auto note = [&keys](const QString& caption) {
+    const QKeySequence key = QKeySequence::mnemonic(caption);
+    if (!key.isEmpty()) keys << key.toString();
+  };
+  for (const QAbstractButton* button : window_->findChildren<QAbstractButton*>()) note(button->text());
+  for (const QLabel* label : window_->findChildren<QLabel*>()) {
+    if (label->buddy()) note(label->text());
+  }
+  EXPECT_GE(keys.size(), 15);
+  EXPECT_EQ(keys.removeDuplicates(), 0);
+}
+
+TEST_F(DemoForm, TheListShowsDescriptionsInFullAndNeverCrushesThem) {
+  store("Sample collinear 8 elements 450 MHz", 9);
+  window_ = std::make_unique<DemoWindow>();
+  window_->resize(window_->sizeHint());
+  window_->show();
+  const auto shownWhole = [this] { return list().columnWidth(0) >= list().sizeHintForColumn(0); };
+  QTRY_VERIFY(shownWhole());
+  EXPECT_FALSE(list().horizontalScrollBar()->isVisible());
+  window_->resize(window_->minimumSizeHint());
+  QTRY_VERIFY(list().horizontalScrollBar()->isVisible());
+  EXPECT_TRUE(shownWhole());
 }
 
 TEST(AntennaTable, IsASoundItemModel) {

@@ -4,11 +4,14 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QWindow>
 
 #include "qt/LookAnt.h"
 #include "qt/qtText.h"
@@ -172,10 +175,92 @@ TEST_F(LookAntView, TabRunsThroughTheValuesInTheControlsOrder) {
   }
 }
 
+TEST_F(LookAntView, WhatAnInputMethodCommitsPassesTheKeyFilter) {
+  look_->sValueOrient("12");
+  enter("txtOrient");
+  box("txtOrient").end(false);
+  QInputMethodEvent commit;
+  commit.setCommitString(
+      QString::fromUtf8("3\xE5\x8C\x97"
+                        "4"));
+  QApplication::sendEvent(&box("txtOrient"), &commit);
+  EXPECT_EQ(box("txtOrient").text(), "1234");
+  EXPECT_EQ(look_->sValueOrient(), "1234");
+  QInputMethodEvent words;
+  words.setCommitString(QString::fromUtf8("D\xC3\xBCnn"));
+  enter("txtDesc");
+  QApplication::sendEvent(&box("txtDesc"), &words);
+  EXPECT_EQ(look_->sValueDesc(), "D\xC3\xBCnn");
+  EXPECT_TRUE(look_->control().bDirty());
+}
+
+TEST_F(LookAntView, ADroppedTextPassesTheKeyFilter) {
+  look_->sValueOrient("");
+  QMimeData dragged;
+  dragged.setText("north 7.5 deg");
+  QLineEdit& orient = box("txtOrient");
+  const QPoint at = orient.rect().center();
+  QDragEnterEvent enters(at, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&orient, &enters);
+  QDropEvent drop(at, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&orient, &drop);
+  EXPECT_EQ(orient.text(), "7.5");
+  EXPECT_EQ(look_->sValueOrient(), "7.5");
+}
+
+TEST_F(LookAntView, NothingCanBeDroppedOnALockedBox) {
+  look_->Locked(true);
+  QMimeData dragged;
+  dragged.setText("7.5");
+  QDragEnterEvent enters({5, 5}, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+  enters.ignore();
+  QApplication::sendEvent(&box("txtOrient"), &enters);
+  EXPECT_FALSE(enters.isAccepted());
+  QInputMethodEvent commit;
+  commit.setCommitString("8");
+  QApplication::sendEvent(&box("txtOrient"), &commit);
+  EXPECT_EQ(box("txtOrient").text(), "");
+}
+
+TEST_F(LookAntView, AButtonIsUpAgainWhenAMessageTookTheReleaseOfItsClick) {
+  auto* clear = look_->findChild<QPushButton*>("cmdClear");
+  QWindow* window = look_->windowHandle();
+  const QPoint at = clear->mapTo(look_.get(), clear->rect().center());
+  enter("txtETilt");
+  QTest::keyClicks(&box("txtETilt"), "200");
+  desktop_.policy = [&](const Message& message) {
+    QTest::mouseRelease(window, Qt::LeftButton, {}, QPoint(1, 1));
+    return defaultAnswer(message);
+  };
+  QTest::mousePress(window, Qt::LeftButton, {}, at);
+  QApplication::processEvents();
+  ASSERT_EQ(desktop_.shown().size(), 1U);
+  EXPECT_EQ(desktop_.shown()[0].message.title, "Inverted Antenna?");
+  EXPECT_EQ(box("txtETilt").text(), "");
+  EXPECT_TRUE(clear->hasFocus());
+  EXPECT_FALSE(clear->isDown());
+}
+
 TEST_F(LookAntView, ToolTipsAreTheModels) {
-  EXPECT_EQ(box("txtETilt").toolTip(), "Electrical tilt (- for down)");
-  EXPECT_EQ(list("cboUnit").toolTip(), "Gain Units");
-  EXPECT_EQ(look_->findChild<QWidget*>("picHor")->toolTip(), "Azimuth pattern preview");
+  const std::pair<const char*, const char*> tips[] = {
+      {"txtFile", "Antenna Library"},
+      {"txtID", "Antenna ID"},
+      {"txtDesc", "Antenna Description"},
+      {"txtGain", "Major Lobe Gain"},
+      {"cboUnit", "Gain Units"},
+      {"txtOrient", "Horizontal orientation"},
+      {"txtETilt", "Electrical tilt (- for down)"},
+      {"txtMTilt", "Mechanical tilt (- for down)"},
+      {"txtMAzim", "Mechanical tilt azimuth"},
+      {"chkInvert", "Inverted mounting"},
+      {"cboPol", ""},
+      {"cmdLook", "Lookup Antenna from Libraries"},
+      {"cmdClear", "Clear antenna pattern"},
+      {"lblPreview", "Click to show or hide pattern previews"},
+      {"picHor", "Azimuth pattern preview"},
+      {"picVer", "Elevation pattern preview"},
+  };
+  for (const auto& [name, tip] : tips) EXPECT_EQ(look_->findChild<QWidget*>(name)->toolTip(), tip) << name;
 }
 
 TEST_F(LookAntView, ThePreviewIsPaintedInTheColoursOfItsLines) {

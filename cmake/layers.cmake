@@ -5,9 +5,6 @@
 function(vantrelix_layer name)
   file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${name}/*.cpp
        ${PROJECT_SOURCE_DIR}/src/${name}/*/*.cpp ${PROJECT_SOURCE_DIR}/src/${name}/*.h)
-  if(NOT sources)
-    return()
-  endif()
   add_library(vantrelix_${name} STATIC ${sources})
   set_target_properties(vantrelix_${name} PROPERTIES LINKER_LANGUAGE CXX)
   target_include_directories(vantrelix_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)

@@ -41,6 +41,16 @@ void mount(qt::LookAnt& control) {
   control.sValuePol("Vertical");
 }
 
+// The control closes its mounting boxes when its user clears the antenna and opens them on its own look-up. The list of
+// this host is a look-up too.
+void openMounting(scLookAnt& control) {
+  for (Widget* widget : std::initializer_list<Widget*>{&control.txtOrient, &control.txtETilt, &control.txtMTilt,
+                                                       &control.txtMAzim, &control.chkInvert, &control.cboPol}) {
+    widget->setEnabled(true);
+  }
+  control.cboPol.setLocked(false);
+}
+
 QLineEdit* readOnlyField(const QString& text) {
   auto* field = new QLineEdit(text);
   field->setReadOnly(true);
@@ -182,6 +192,7 @@ void DemoWindow::takeChosen() {
   control_->sValueFile(toQt(ExtractBaseName(panel_->library().file)));
   control_->sValueID(toQt(antenna->id));
   control_->GetAntPat();
+  openMounting(control_->control());
   host_->showState();
   events_->addCall("sValueFile, sValueID, GetAntPat", antennaText());
 }

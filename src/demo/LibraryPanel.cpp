@@ -82,6 +82,7 @@ LibraryPanel::LibraryPanel(QWidget* parent)
       library_(new QComboBox(this)),
       find_(new QLineEdit(this)),
       list_(new QTableView(this)),
+      resized_(new QTimer(this)),
       note_(new QLabel(this)),
       antennas_(new AntennaTable(this)),
       shown_(new QSortFilterProxyModel(this)) {
@@ -91,6 +92,8 @@ LibraryPanel::LibraryPanel(QWidget* parent)
   connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
     if (!quiet_ && antenna()) Q_EMIT antennaChosen();
   });
+  resized_->setSingleShot(true);
+  connect(resized_, &QTimer::timeout, this, &LibraryPanel::settle);
   connect(list_, &QTableView::doubleClicked, this, &LibraryPanel::antennaActivated);
   loadLibraries();
 }
@@ -211,19 +214,19 @@ void LibraryPanel::fitDescription() {
   int left = list_->viewport()->width();
   for (int column = 1; column < AntennaTable::columns; ++column) left -= list_->columnWidth(column);
   const int most = list_->fontMetrics().averageCharWidth() * kReadableLetters;
-  const int least = std::min(list_->sizeHintForColumn(AntennaTable::description), most);
+  const QAbstractItemView& view = *list_;
+  const int least = std::min(view.sizeHintForColumn(AntennaTable::description), most);
   list_->setColumnWidth(AntennaTable::description, std::max(left, least));
 }
 
-// What was chosen before the list had its size is brought into sight once it has.
-void LibraryPanel::showEvent(QShowEvent* event) {
-  QWidget::showEvent(event);
-  const auto reveal = [this] { list_->scrollTo(list_->currentIndex(), QAbstractItemView::PositionAtCenter); };
-  QTimer::singleShot(0, this, reveal);
+// Once the list has its size: what is chosen stays in sight.
+void LibraryPanel::settle() {
+  fitDescription();
+  list_->scrollTo(list_->currentIndex().siblingAtColumn(AntennaTable::description));
 }
 
 bool LibraryPanel::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == list_ && event->type() == QEvent::Resize) QTimer::singleShot(0, this, &LibraryPanel::fitDescription);
+  if (watched == list_ && event->type() == QEvent::Resize) resized_->start();
   if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
   const int key = static_cast<QKeyEvent*>(event)->key();
   const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;

@@ -15,6 +15,7 @@ class QLineEdit;
 class QModelIndex;
 class QSortFilterProxyModel;
 class QTableView;
+class QTimer;
 
 namespace vantrelix::demo {
 
@@ -47,7 +48,6 @@ class LibraryPanel : public QWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
-  void showEvent(QShowEvent* event) override;
 
  private:
   void build();
@@ -58,11 +58,13 @@ class LibraryPanel : public QWidget {
   void showCount();
   void stand(int proxyRow);
   void fitDescription();
+  void settle();
 
   std::vector<LibraryEntry> libraries_;
   QComboBox* library_;
   QLineEdit* find_;
   QTableView* list_;
+  QTimer* resized_;
   QLabel* note_;
   AntennaTable* antennas_;
   QSortFilterProxyModel* shown_;

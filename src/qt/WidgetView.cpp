@@ -1,6 +1,6 @@
 #include "qt/WidgetView.h"
 
-#include <QApplication>
+#include <QGuiApplication>
 #include <QMouseEvent>
 
 namespace vantrelix::qt {
@@ -17,11 +17,13 @@ bool movesFocus(Qt::FocusReason reason) {
   return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason;
 }
 
-SwallowedRelease::SwallowedRelease() : pressed_(QGuiApplication::mouseButtons().testFlag(Qt::LeftButton)) {}
+SwallowedRelease::SwallowedRelease(const QWidget& left)
+    : window_(left.window()), pressed_(QGuiApplication::mouseButtons().testFlag(Qt::LeftButton)) {}
 
 // The press itself is delivered behind the move of the focus, so the release is posted.
-SwallowedRelease::~SwallowedRelease() {
-  QWidget* clicked = QApplication::focusWidget();
+void SwallowedRelease::makeUp() const {
+  // The window's own record: the message may not have given the desktop's focus back yet.
+  QWidget* clicked = window_ ? window_->focusWidget() : nullptr;
   if (!pressed_ || !clicked || QGuiApplication::mouseButtons().testFlag(Qt::LeftButton)) return;
   const QPointF outside(-1, -1);
   QCoreApplication::postEvent(

@@ -30,15 +30,16 @@ void showCommonState(QWidget& view, const Widget& model);
 bool movesFocus(Qt::FocusReason reason);
 
 // A message shown while a click moves the focus takes the release of the mouse, and the widget that was clicked would
-// stay pressed: at the end of this object's life that widget is given a release outside of itself.
+// stay pressed: makeUp gives that widget a release outside of itself.
 class SwallowedRelease {
  public:
-  SwallowedRelease();
-  ~SwallowedRelease();
-  SwallowedRelease(const SwallowedRelease&) = delete;
-  SwallowedRelease& operator=(const SwallowedRelease&) = delete;
+  // The widget that the focus leaves.
+  explicit SwallowedRelease(const QWidget& left);
+  // Where the mouse was pressed when this object was made and is no longer.
+  void makeUp() const;
 
  private:
+  QPointer<QWidget> window_;
   bool pressed_;
 };
 
@@ -84,8 +85,9 @@ class View : public QtWidget, public WidgetView {
   void focusOutEvent(QFocusEvent* event) override {
     QtWidget::focusOutEvent(event);
     if (!movesFocus(event->reason())) return;
-    const SwallowedRelease release;
+    const SwallowedRelease release(*this);
     handOver([](Model& left) { left.userBlur(); });
+    release.makeUp();
   }
 
  private:

@@ -24,10 +24,11 @@ const std::map<std::string, std::set<std::string>> kBelow = {
     {"preview", {"platform", "foundation", "tables", "antenna", "ui"}},
     {"aliases", {"platform", "foundation", "ui"}},
     {"import", {"platform", "foundation", "tables", "antenna", "ui", "preview", "aliases"}},
-    {"controls", {"platform", "foundation", "tables", "antenna", "ui", "preview", "aliases", "import"}},
-    {"cli", {"platform", "foundation", "tables", "antenna", "ui", "preview", "aliases", "import", "controls"}},
-    {"qt", {"platform", "foundation", "tables", "antenna", "ui", "preview", "aliases", "import", "controls"}},
-    {"demo", {"platform", "foundation", "tables", "antenna", "ui", "preview", "aliases", "import", "controls", "qt"}},
+    {"controls", {"platform", "foundation", "tables", "antenna", "hooks", "ui", "preview", "aliases", "import"}},
+    {"cli", {"platform", "foundation", "tables", "antenna", "hooks", "ui", "preview", "aliases", "import", "controls"}},
+    {"qt", {"platform", "foundation", "tables", "antenna", "hooks", "ui", "preview", "aliases", "import", "controls"}},
+    {"demo",
+     {"platform", "foundation", "tables", "antenna", "hooks", "ui", "preview", "aliases", "import", "controls", "qt"}},
 };
 const std::set<std::string> kMayNameToolkit = {"qt", "demo"};
 

@@ -112,9 +112,7 @@ void LabelView::showState(const Label& model) {
 }
 
 void LabelView::click() {
-  handOver([](Label& label) {
-    if (label.clickable()) label.userClick();
-  });
+  handOver([](Label& label) { label.userClick(); });
 }
 
 void LabelView::keyPressEvent(QKeyEvent* event) {

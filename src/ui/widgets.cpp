@@ -56,7 +56,7 @@ void CommandButton::userClick() {
 }
 
 void Label::userClick() {
-  if (reachable()) click();
+  if (clickable_ && reachable()) click();
 }
 
 void MenuItem::userClick() {

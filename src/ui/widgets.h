@@ -115,6 +115,7 @@ class Label : public Widget {
   bool clickable() const { return clickable_; }
   void setClickable(bool clickable) { assign(clickable_, clickable); }
 
+  // Raised for a clickable label alone.
   Signal<> click;
   void userClick();
 

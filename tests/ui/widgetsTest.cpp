@@ -206,6 +206,9 @@ int clicksTaken(Clickable& widget) {
 TEST(Buttons, OnlyOneThatIsShownAndEnabledTakesAClick) {
   CommandButton button("cmd");
   Label label("lbl");
+  EXPECT_EQ(clicksTaken(label), 0);
+  label.setVisible(true);
+  label.setClickable(true);
   MenuItem item("mnu", "Item");
   EXPECT_EQ(clicksTaken(button), 1);
   EXPECT_EQ(clicksTaken(label), 1);

@@ -56,9 +56,11 @@ double arrayFactor(int elements, double spacing, double elevation) {
 
 // Directivity of a pattern that is the same in all azimuths: 2 / integral of E(e)^2 cos(e) de over -90..90 degrees.
 double omniDirectivity(const std::function<double(double)>& field) {
-  const double step = 0.05;
+  constexpr int steps = 3600;
+  constexpr double step = 180.0 / steps;
   double integral = 0;
-  for (double e = -90 + step / 2; e < 90; e += step) {
+  for (int i = 0; i < steps; ++i) {
+    const double e = -90 + (i + 0.5) * step;
     integral += std::pow(field(e), 2) * std::cos(radians(e)) * radians(step);
   }
   return 10 * std::log10(2 / integral);
@@ -133,8 +135,8 @@ Sample dish() {
 // Width of the lobe around `centre` in which the attenuation stays within 3 dB; 360 where it never leaves it.
 double halfPowerWidth(const std::function<double(double)>& cut) {
   double peak = 0;
-  for (double a = 0; a < 360; a += 0.1) {
-    if (cut(a) < cut(peak)) peak = a;
+  for (int tenths = 0; tenths < 3600; ++tenths) {
+    if (cut(tenths / 10.0) < cut(peak)) peak = tenths / 10.0;
   }
   const auto edge = [&](double direction) {
     double off = 0;

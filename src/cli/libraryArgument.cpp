@@ -10,7 +10,7 @@ LibraryName libraryArgument(const Session& session, const std::string& argument)
   const std::string path = platform::current().fromMachine(argument);
   const bool hasFolder = path.find('\\') != std::string::npos;
   if (!hasFolder) session.needSuite();
-  const LibraryName name = parseLibraryName(path);
+  LibraryName name = parseLibraryName(path);
   if (getLenTrim(name.stem) == 0) {
     throw Refused("No library is named by \"" + argument + "\": name its AMS file, as in AMSX0001 or FOLDER/AMSX0001.");
   }

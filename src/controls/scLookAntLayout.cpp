@@ -88,9 +88,10 @@ void scLookAnt::setCaptions() {
 
 void scLookAnt::setColours() {
   setBackColor(color::buttonFace);
-  for (Widget* widget : widgets()) {
-    const bool entry = dynamic_cast<TextBox*>(widget) || dynamic_cast<DropDownList*>(widget);
-    if (!entry) widget->setBackColor(color::buttonFace);
+  for (Widget* widget : widgets()) widget->setBackColor(color::buttonFace);
+  for (Widget* entry : std::initializer_list<Widget*>{&txtDesc, &txtGain, &txtOrient, &txtETilt, &txtMTilt, &txtMAzim,
+                                                      &cboUnit, &cboPol}) {
+    entry->setBackColor(color::windowBackground);
   }
   for (PictureBox* picture : {&picHor, &picVer}) picture->setBackColor(color::white);
   for (TextBox* box : {&txtFile, &txtID}) box->setBackColor(color::buttonFace);

@@ -16,3 +16,7 @@ if(VANTRELIX_SANITIZE)
     target_compile_options(vantrelix_options INTERFACE -Wno-maybe-uninitialized)
   endif()
 endif()
+if(VANTRELIX_WITH_FUZZERS)
+  # The library's own branches are what guides the fuzzer.
+  target_compile_options(vantrelix_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()

@@ -1,5 +1,6 @@
 #include <cmath>
 #include <gtest/gtest.h>
+#include <limits>
 
 #include "foundation/getINI.h"
 #include "foundation/suitePaths.h"
@@ -186,7 +187,8 @@ TEST(DrawCut, NumbersBeyondTheRangeOfADoubleAreAnOverflow) {
   } catch (const RunTimeFailure& failure) {
     EXPECT_EQ(failure.number(), failure::overflow);
   }
-  EXPECT_THROW(drawCut(picture, Plane::azimuth, {1, 0}, {0, 1}, {1, INFINITY}), RunTimeFailure);
+  EXPECT_THROW(drawCut(picture, Plane::azimuth, {1, 0}, {0, 1}, {1, std::numeric_limits<double>::infinity()}),
+               RunTimeFailure);
 }
 
 TEST(DrawPointer, RunsFromTheCentreToTheEdgeOfThePicture) {

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <iostream>
 #include <memory>
 #include <set>
 
@@ -152,6 +153,8 @@ TEST(RealTables, ReadAsInTheGisLibraryOrAreRefusedWithAReason) {
   const TempSuite suite;
   int read = 0;
   int refused = 0;
+  int compared = 0;
+  int values = 0;
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
     if (lowerCase(entry.path().extension().string()) != ".dbf") continue;
     const CliRun dump = runCli({"--json", "table", "dump", entry.path().string()});
@@ -163,9 +166,16 @@ TEST(RealTables, ReadAsInTheGisLibraryOrAreRefusedWithAReason) {
     ++read;
     const Json theirs = rowsThroughOgr(entry.path().string());
     if (theirs.empty() || kMisreadThere.count(entry.path().filename().string())) continue;
-    EXPECT_EQ(compare(dump.json(), theirs).firstDifference, "") << entry.path().filename();
+    const Comparison result = compare(dump.json(), theirs);
+    EXPECT_EQ(result.firstDifference, "") << entry.path().filename();
+    ++compared;
+    values += result.values;
   }
+  std::cout << read << " tables read, " << refused << " refused, " << compared << " compared in " << values
+            << " values\n";
   EXPECT_GT(read, 100);
+  EXPECT_GT(compared, 80);
+  EXPECT_GT(values, 40000);
   EXPECT_GT(refused, 5);
 }
 

@@ -6,35 +6,14 @@
 #include <QResizeEvent>
 #include <QScopedValueRollback>
 
-#include "qt/PictureView.h"
-#include "qt/TextBoxView.h"
-#include "qt/plainViews.h"
+#include "qt/makeView.h"
+#include "ui/widgets.h"
 
 namespace vantrelix::qt {
 
 namespace {
 
 constexpr double kLargestFontPoints = 9;  // what fits into places measured in twips
-
-template <class ViewType, class Model>
-WidgetView* makeFor(Widget& model, QWidget* parent) {
-  auto* own = dynamic_cast<Model*>(&model);
-  return own ? new ViewType(*own, parent) : nullptr;
-}
-
-using Maker = WidgetView* (*)(Widget&, QWidget*);
-constexpr Maker kMakers[] = {
-    makeFor<TextBoxView, TextBox>,     makeFor<DropDownListView, DropDownList>,   makeFor<CheckBoxView, CheckBox>,
-    makeFor<LabelView, Label>,         makeFor<CommandButtonView, CommandButton>, makeFor<PictureView, PictureBox>,
-    makeFor<LineShapeView, LineShape>,
-};
-
-WidgetView* makeView(Widget& model, QWidget* parent) {
-  for (const Maker make : kMakers) {
-    if (WidgetView* view = make(model, parent)) return view;
-  }
-  return nullptr;
-}
 
 // A clickable label without a place of its own in the order comes last: all that can be clicked can be reached by keys.
 constexpr int kBehindAll = 1 << 20;

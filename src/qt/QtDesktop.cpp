@@ -6,10 +6,12 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QInputDialog>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "qt/FormWindow.h"
 #include "qt/qtText.h"
 
 namespace vantrelix::qt {
@@ -95,5 +97,20 @@ void QtDesktop::popupMenu(Menu& menu) {
     if (action == chosen) return item->userClick();
   }
 }
+
+void QtDesktop::showModal(Form& form) { FormWindow::runModal(form, QApplication::activeWindow()); }
+
+void QtDesktop::showModeless(Form& form, Activation activation) {
+  FormWindow::showModeless(form, QApplication::activeWindow(), activation == Activation::take);
+}
+
+std::string QtDesktop::inputBox(const std::string& prompt, const std::string& title, const std::string& text) {
+  bool taken = false;
+  const QString answer = QInputDialog::getText(QApplication::activeWindow(), toQt(title), linesOf(prompt),
+                                               QLineEdit::Normal, toQt(text), &taken);
+  return taken ? fromQt(answer) : std::string();
+}
+
+MonitorPort& QtDesktop::monitors() { return monitors_; }
 
 }  // namespace vantrelix::qt

@@ -1,6 +1,7 @@
 // The desktop of a Qt program: real dialogs, menus and event loop. Needs a QApplication.
 #pragma once
 
+#include "qt/QtMonitors.h"
 #include "ui/Desktop.h"
 
 namespace vantrelix::qt {
@@ -10,6 +11,13 @@ class QtDesktop : public Desktop {
   MsgAnswer messageBox(const Message& message) override;
   void doEvents() override;
   void popupMenu(Menu& menu) override;
+  void showModal(Form& form) override;
+  void showModeless(Form& form, Activation activation) override;
+  std::string inputBox(const std::string& prompt, const std::string& title, const std::string& text) override;
+  MonitorPort& monitors() override;
+
+ private:
+  QtMonitors monitors_;
 };
 
 }  // namespace vantrelix::qt

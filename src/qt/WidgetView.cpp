@@ -6,7 +6,7 @@
 namespace vantrelix::qt {
 
 void showCommonState(QWidget& view, const Widget& model) {
-  view.setGeometry(pixelsOf(model.geometry(), view));
+  if (!view.property(kLaidOut).toBool()) view.setGeometry(pixelsOf(model.geometry(), view));
   view.setToolTip(toQt(model.toolTip()));
   view.setAccessibleDescription(toQt(model.toolTip()));
   view.setEnabled(model.enabled());

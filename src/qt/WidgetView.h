@@ -24,6 +24,8 @@ class WidgetView {
   virtual void refresh() = 0;
 };
 
+// Set on a view that a layout places: it does not follow the model's twips.
+inline constexpr char kLaidOut[] = "laidOut";
 // Name, place, tool tip, visibility, whether it can be used.
 void showCommonState(QWidget& view, const Widget& model);
 // Whether the focus moved between widgets, and did not just leave with the window or for a menu.

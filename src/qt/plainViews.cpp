@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
+#include <QFontDatabase>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QStyleOptionFocusRect>
 
@@ -142,5 +144,29 @@ void LineShapeView::showState(const LineShape& model) {
   // A line has no thickness in the model; a frame needs two pixels.
   setGeometry(box.x(), box.y(), std::max(box.width(), 2), std::max(box.height(), 2));
 }
+
+ListBoxView::ListBoxView(ListBox& model, QWidget* parent) : View(model, parent) {
+  setUniformItemSizes(true);
+  connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
+    if (!showing_) handOver([row](ListBox& list) { list.userSelect(row); });
+  });
+  connect(this, &QListWidget::itemDoubleClicked, this, [this](const QListWidgetItem* item) {
+    handOver([at = row(item)](ListBox& list) { list.userDoubleClick(at); });
+  });
+}
+
+void ListBoxView::showState(const ListBox& model) {
+  const QScopedValueRollback<bool> quiet(showing_, true);
+  const QFont wanted = model.fixedPitch() ? QFontDatabase::systemFont(QFontDatabase::FixedFont) : QFont();
+  if (model.fixedPitch() && font().family() != wanted.family()) setFont(wanted);
+  if (shown_ != model.entries()) {
+    shown_ = model.entries();
+    clear();
+    for (const std::string& entry : shown_) addItem(toQt(entry));
+  }
+  if (currentRow() != model.listIndex()) setCurrentRow(model.listIndex());
+}
+
+void FrameView::showState(const Frame& model) { setTitle(toQt(model.caption())); }
 
 }  // namespace vantrelix::qt

@@ -4,10 +4,13 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFrame>
+#include <QGroupBox>
 #include <QLabel>
+#include <QListWidget>
 #include <QPushButton>
 
 #include "qt/WidgetView.h"
+#include "ui/ListBox.h"
 #include "ui/widgets.h"
 
 namespace vantrelix::qt {
@@ -67,6 +70,31 @@ class LabelView : public View<QLabel, Label> {
 
  private:
   void click();
+};
+
+class ListBoxView : public View<QListWidget, ListBox> {
+  Q_OBJECT
+
+ public:
+  ListBoxView(ListBox& model, QWidget* parent);
+
+ protected:
+  void showState(const ListBox& model) override;
+
+ private:
+  std::vector<std::string> shown_;
+  bool showing_ = false;
+};
+
+// Only the title and the box; a layout of the window puts the other views into it.
+class FrameView : public View<QGroupBox, Frame> {
+  Q_OBJECT
+
+ public:
+  FrameView(Frame& model, QWidget* parent) : View(model, parent) {}
+
+ protected:
+  void showState(const Frame& model) override;
 };
 
 class LineShapeView : public View<QFrame, LineShape> {

@@ -2,7 +2,11 @@
 // command line.
 #pragma once
 
+#include <string>
+
 #include "foundation/messages.h"
+#include "ui/Form.h"
+#include "ui/MonitorPort.h"
 #include "ui/widgets.h"
 
 namespace vantrelix {
@@ -16,6 +20,16 @@ class Desktop {
   virtual void doEvents() = 0;
   // Shows a menu at the pointer and runs the click of what is chosen.
   virtual void popupMenu(Menu& menu) = 0;
+
+  // Shows a form over the window in use and returns once it is hidden. The form is its caller's.
+  virtual void showModal(Form& form) = 0;
+  // Shows a form and goes on. Where it may not take the keyboard, the window in use keeps it. The form's end, or its
+  // hiding, takes the window away.
+  enum class Activation { take, leave };
+  virtual void showModeless(Form& form, Activation activation) = 0;
+  // Asks for a line of text: blank where the user cancels.
+  virtual std::string inputBox(const std::string& prompt, const std::string& title, const std::string& text) = 0;
+  virtual MonitorPort& monitors() = 0;
 };
 
 // The desktop in use. Without one set, a ScriptedDesktop that answers each message by its default button.

@@ -45,6 +45,30 @@ void ScriptedDesktop::doEvents() {
 
 void ScriptedDesktop::popupMenu(Menu& menu) { menusShown_.push_back(&menu); }
 
+void ScriptedDesktop::showModal(Form& form) {
+  formsShown_.push_back(form.name());
+  form.setVisible(true);
+  form.userActivated();
+  if (const auto user = onModal.find(form.name()); user != onModal.end()) user->second(form);
+  if (form.visible()) form.userClose();
+  // A form may refuse to be closed; nobody is here to be asked again.
+  form.hide();
+}
+
+void ScriptedDesktop::showModeless(Form& form, Activation) {
+  formsShown_.push_back(form.name() + " (modeless)");
+  form.setVisible(true);
+  form.userActivated();
+}
+
+std::string ScriptedDesktop::inputBox(const std::string& prompt, const std::string& title, const std::string& text) {
+  asked_.push_back({prompt, title, text});
+  if (inputs.empty()) return "";
+  std::string answer = inputs.front();
+  inputs.pop_front();
+  return answer;
+}
+
 ScriptedDesktop::Policy ScriptedDesktop::assume(Assume what) {
   return [what](const Message& message) {
     for (const Choice& choice : kChoices) {

@@ -3,9 +3,12 @@
 
 #include <deque>
 #include <functional>
+#include <map>
+#include <string>
 #include <vector>
 
 #include "ui/Desktop.h"
+#include "ui/ScriptedMonitors.h"
 
 namespace vantrelix {
 
@@ -27,9 +30,26 @@ class ScriptedDesktop : public Desktop {
   // Runs at each turn of the event loop: where a test lets "the user" act meanwhile.
   std::function<void()> onTurn;
 
+  // What "the user" does in a form that is shown modally, by the form's name; a form that it leaves open is closed by
+  // its frame, and so is one without an entry.
+  std::map<std::string, std::function<void(Form&)>> onModal;
+  // Names of the forms shown, in order; those not modal with " (modeless)" behind.
+  const std::vector<std::string>& formsShown() const { return formsShown_; }
+  // Answers to input boxes, in order; without one the box is cancelled.
+  std::deque<std::string> inputs;
+  struct Asked {
+    std::string prompt, title, text;
+  };
+  const std::vector<Asked>& asked() const { return asked_; }
+  ScriptedMonitors screens;
+
   MsgAnswer messageBox(const Message& message) override;
   void doEvents() override;
   void popupMenu(Menu& menu) override;
+  void showModal(Form& form) override;
+  void showModeless(Form& form, Activation activation) override;
+  std::string inputBox(const std::string& prompt, const std::string& title, const std::string& text) override;
+  MonitorPort& monitors() override { return screens; }
 
   // Always the button of that kind, as near as the message has it: yes (or OK), no (or Cancel), cancel (or No).
   enum class Assume { yes, no, cancel };
@@ -38,6 +58,8 @@ class ScriptedDesktop : public Desktop {
  private:
   std::vector<Shown> shown_;
   std::vector<Menu*> menusShown_;
+  std::vector<std::string> formsShown_;
+  std::vector<Asked> asked_;
   int turns_ = 0;
 };
 

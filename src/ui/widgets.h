@@ -124,6 +124,18 @@ class Label : public Widget {
   bool clickable_ = false;
 };
 
+// A titled box round other widgets.
+class Frame : public Widget {
+ public:
+  using Widget::Widget;
+
+  const std::string& caption() const { return caption_; }
+  void setCaption(std::string caption) { assign(caption_, std::move(caption)); }
+
+ private:
+  std::string caption_;
+};
+
 // A separating line; its geometry is the line's box.
 class LineShape : public Widget {
  public:

@@ -1,0 +1,63 @@
+// The window of a form. A layout made for the kind of form (qt/formLayouts.h) places the views, so that the window
+// follows fonts and texts; place, size, title, focus, Enter and Escape follow the form, and the form follows the user.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <vector>
+
+#include <QDialog>
+#include <QEventLoop>
+
+#include "qt/WidgetView.h"
+#include "ui/Form.h"
+
+class QTimer;
+
+namespace vantrelix::qt {
+
+class FormWindow : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit FormWindow(Form& form, QWidget* parent = nullptr);
+  ~FormWindow() override;
+
+  // The view of one of the form's widgets, made at the first call, for a layout to place.
+  QWidget& view(Widget& model);
+
+  // Shows the form over `parent` and returns once it is hidden or gone.
+  static void runModal(Form& form, QWidget* parent);
+  // Shows the form and goes on; the window ends with the form or its hiding.
+  static void showModeless(Form& form, QWidget* parent, bool takesFocus);
+
+  void reject() override;
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void present();
+  void place();
+  void follow();
+  void followFocus();
+  void followTabOrder();
+  void addTimers(Form& form);
+  void tellGeometry();
+  void end();
+
+  ModelLink<Form> link_;
+  std::map<Widget*, WidgetView*> views_;
+  std::vector<Connection> timerChanges_;
+  const Widget* focused_ = nullptr;
+  bool placing_ = false;
+  bool presented_ = false;
+  QEventLoop* loop_ = nullptr;  // of a modal run
+  bool modeless_ = false;
+};
+
+}  // namespace vantrelix::qt

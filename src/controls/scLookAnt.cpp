@@ -20,6 +20,7 @@ void guardRegionalSettings() {
 }  // namespace
 
 scLookAnt::scLookAnt(std::string name) : UserControl(std::move(name)) {
+  bindValues();
   addWidgets();
   setCaptions();
   setColours();
@@ -33,6 +34,7 @@ scLookAnt::scLookAnt(std::string name) : UserControl(std::move(name)) {
     box->setEnabled(false);
   }
   cmdLook.setVisible(false);
+  Command1.setVisible(false);
   SetTabOrder();
   listenToKeys();
   listenToLeaving();
@@ -40,7 +42,7 @@ scLookAnt::scLookAnt(std::string name) : UserControl(std::move(name)) {
   guardRegionalSettings();
 }
 
-scLookAnt::~scLookAnt() = default;
+scLookAnt::~scLookAnt() { DisconnectDBF(); }
 
 void scLookAnt::raise(const Signal<>& event) const {
   if (!bLoading_) event();

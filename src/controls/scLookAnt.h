@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "controls/FacilityRecord.h"
 #include "foundation/Value.h"
 #include "ui/UserControl.h"
 #include "ui/widgets.h"
@@ -61,6 +62,45 @@ class scLookAnt : public UserControl {
   bool bPolVis() const;
   void bPolVis(bool visible);
 
+  // The facility record. A host binds each value to a field of a table (HookDBF...) or a key of an INI file
+  // (HookINI...), fills the control by Update, after each move of its record too, and writes it back by Save. UpdateDBF
+  // needs all twelve DBF hooks. A read that fails leaves the control silent, raising no event, until a good one has
+  // run: UpdateDBF tells it in the support log, UpdateINI in a message.
+  void Update();
+  void UpdateINI();  // nothing while HookINI is not set
+  void UpdateDBF();
+  // "" or what failed; the values before it are written. Numbers that are none become null in a table and leave an INI
+  // key alone; the frequency is the host's and never written.
+  std::string Save();
+  std::string SaveDBF() { return record_.SaveDBF(); }
+  std::string SaveINI() { return record_.SaveINI(); }
+  // The hook among the first ten whose field is exactly that; all ten must be set by the first call (91).
+  IOHooksDBFPtr HookArray(const std::string& sKey) { return record_.HookArray(sKey); }
+  // A value by its field's name, case aside. Putting raises no event, leaves bDirty, and does nothing while Locked.
+  std::string sHookDBFValue(const std::string& sKey) const { return record_.sHookDBFValue(sKey); }
+  void sHookDBFValue(const std::string& sKey, const std::string& text);
+  // Disconnects and lets go of all DBF hooks but the polarisation's; the control's end does it too.
+  Value DisconnectDBF();
+  // For developers: binds all values to the fields of "FACILITY.DBF" in the installation folder. Command1, which is
+  // hidden, then steps through it.
+  void TestInit();
+
+  // Whether the host's record, the one under HookDBFFile, can be edited; true marks it as being edited by the host. A
+  // refusal is shown unless silent, and put into `vReturn`.
+  Value bEdit(bool bSilent = false, Value* vReturn = nullptr);
+  // Marks, while the record stands on a row: Save then begins no edit of its own and leaves that to the host.
+  void Edit() { record_.Edit(); }
+  void EditUpdate() { record_.EditUpdate(); }
+  void CancelEdit() { record_.CancelEdit(); }
+
+  // The hooks. HookINI holds file and section for the INI hooks, which come to be when they are read; putting it null
+  // drops all of them but the polarisation's.
+  DBFSlot HookDBFFile, HookDBFID, HookDBFDesc, HookDBFGain, HookDBFUnit, HookDBFOrient, HookDBFETilt, HookDBFMTilt,
+      HookDBFMAzim, HookDBFInvert, HookDBFPol, HookDBFFreq;
+  INIMaster HookINI;
+  INISlot HookINIFile, HookINIID, HookINIDesc, HookINIGain, HookINIUnit, HookINIOrient, HookINIETilt, HookINIMTilt,
+      HookINIMAzim, HookINIInvert, HookINIPol, HookINIFreq;
+
   // Library and previews.
   void GetAntPat();
   bool SeePreview() const { return bSeePreview_; }
@@ -106,7 +146,7 @@ class scLookAnt : public UserControl {
   TextBox txtOrient{"txtOrient"}, txtETilt{"txtETilt"}, txtMTilt{"txtMTilt"}, txtMAzim{"txtMAzim"};
   DropDownList cboUnit{"cboUnit"}, cboPol{"cboPol"};
   CheckBox chkInvert{"chkInvert"};
-  CommandButton cmdLook{"cmdLook"}, cmdClear{"cmdClear"};
+  CommandButton cmdLook{"cmdLook"}, cmdClear{"cmdClear"}, Command1{"Command1"};
   Label lblPreview{"lblPreview"};
   PictureBox picHor{"picHor"}, picVer{"picVer"};
   LineShape Line1{"Line1"}, Line2{"Line2"};
@@ -124,6 +164,7 @@ class scLookAnt : public UserControl {
  private:
   friend class scLookAntLoading;
   using Widgets = std::vector<Widget*>;
+  struct Slot;            // one value and its pair of hooks
   struct LibraryAntenna;  // what one read of the library gives
 
   void addWidgets();
@@ -149,6 +190,11 @@ class scLookAnt : public UserControl {
   void cboUnit_Change();
   void convertGain();
 
+  static const std::vector<Slot>& slots();
+  void bindValues();
+  void takeRecord();
+  void nextRow();
+
   Widgets mountingWidgets();  // orientation, tilts, inversion, polarisation
   Widgets antennaWidgets();   // description, gain, unit: the library's while bLookupOnly is set
   void paintAll(Color colour);
@@ -168,6 +214,9 @@ class scLookAnt : public UserControl {
     return [life = std::weak_ptr<const bool>(life_)] { return !life.expired(); };
   }
 
+  FacilityRecord record_{
+      HookINI,
+      {"Error in Antenna Lookup SaveDBF", "Error in Antenna Lookup SaveINI ", "Error in Antenna Save function"}};
   bool bDirty_ = false;
   bool bLoading_ = false;
   std::string sLastUnit_;

@@ -47,6 +47,7 @@ void scLookAnt::layOut() {
       {&cboPol, {kThird, kInvertTop, kTwoBoxes, kLineHeight}},
       {&Line2, {kCaption, kLine2Top, kWidth - 120, 15}},
       {&lblPreview, {kCaption, kPreviewTop, 1800, kCaptionHeight}},
+      {&Command1, {kFourth, kPreviewTop - 30, kBoxWidth, kLineHeight}},
       {&lblAzim, {kCaption, kPictureTop, 690, kCaptionHeight}},
       {&picHor, {780, kPictureTop, kPicture, kPicture}},
       {&lblElev, {3420, kPictureTop, 690, kCaptionHeight}},
@@ -58,10 +59,10 @@ void scLookAnt::layOut() {
 
 void scLookAnt::addWidgets() {
   for (Widget* widget : std::initializer_list<Widget*>{
-           &lblDesc,  &txtDesc,  &txtFile,    &txtID,       &lblGain,   &txtGain,   &cboUnit,
-           &cmdClear, &cmdLook,  &Line1,      &lblMounting, &lblOrient, &txtOrient, &lblETilt,
-           &txtETilt, &lblMTilt, &txtMTilt,   &lblMAzim,    &txtMAzim,  &chkInvert, &lblPol,
-           &cboPol,   &Line2,    &lblPreview, &lblAzim,     &picHor,    &lblElev,   &picVer}) {
+           &lblDesc,  &txtDesc,  &txtFile,     &txtID,     &lblGain,   &txtGain,  &cboUnit,  &cmdClear,
+           &cmdLook,  &Line1,    &lblMounting, &lblOrient, &txtOrient, &lblETilt, &txtETilt, &lblMTilt,
+           &txtMTilt, &lblMAzim, &txtMAzim,    &chkInvert, &lblPol,    &cboPol,   &Line2,    &lblPreview,
+           &Command1, &lblAzim,  &picHor,      &lblElev,   &picVer}) {
     add(*widget);
   }
   mnuPopup.addItem(mnuPopupLibrary);

@@ -1,6 +1,8 @@
 #include "foundation/IniFile.h"
 
 #include <algorithm>
+#include <iterator>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "foundation/characters.h"
@@ -97,6 +99,39 @@ struct IniFile::KeyLine {
   Parsed parsed;
 };
 
+// What is to be set, each name once: spelled as it came first, with the value that came last.
+class IniFile::NewValues {
+ public:
+  void add(std::string name, std::string value) {
+    value.erase(0, value.find_first_not_of(kBlanks));
+    const auto [place, isNew] = places_.try_emplace(folded(name), entries_.size());
+    if (isNew) {
+      entries_.push_back({std::move(name), std::move(value)});
+    } else {
+      entries_[place->second].value = std::move(value);
+    }
+  }
+  // The value of a name, which then is no longer left.
+  std::optional<std::string> take(std::string_view name) {
+    const auto found = places_.find(folded(name));
+    if (found == places_.end()) return std::nullopt;
+    IniEntry& entry = entries_[found->second];
+    places_.erase(found);
+    entry.key.clear();
+    return std::move(entry.value);
+  }
+  std::vector<IniEntry> left() const {
+    std::vector<IniEntry> entries;
+    std::copy_if(entries_.begin(), entries_.end(), std::back_inserter(entries),
+                 [](const IniEntry& entry) { return !entry.key.empty(); });
+    return entries;
+  }
+
+ private:
+  std::vector<IniEntry> entries_;
+  std::unordered_map<std::string, std::size_t> places_;
+};
+
 IniFile::IniFile(std::string bytes) : bytes_(std::move(bytes)), content_(bytes_) {}
 
 std::string IniFile::decoded(std::string_view raw) const { return content_.decoded(raw); }
@@ -158,17 +193,28 @@ std::vector<std::string> IniFile::sections() const {
 }
 
 std::vector<std::string> IniFile::keys(std::string_view section) const {
+  std::vector<std::string> names;
+  for (IniEntry& entry : entries(section)) names.push_back(std::move(entry.key));
+  return names;
+}
+
+std::vector<IniEntry> IniFile::entries(std::string_view section) const {
   const std::string_view text = content_.text();
   const Body body = findSection(tidy(section)).value_or(Body{});
-  NameList names;
+  std::unordered_set<std::string> seen;
+  std::vector<IniEntry> entries;
   for (std::size_t at = body.start; at < body.end;) {
     const Line line = lineAt(text, at);
     const Parsed parsed = parse(text, line);
-    if (parsed.kind == LineKind::key) names.add(decoded(parsed.name));
     at = line.next;
+    if (parsed.kind != LineKind::key) continue;
+    std::string name = decoded(parsed.name);
+    if (seen.insert(folded(name)).second) entries.push_back({std::move(name), decoded(withoutQuotes(parsed.value))});
   }
-  return names.take();
+  return entries;
 }
+
+std::string IniFile::folded(std::string_view name) { return lowerCase(tidy(name)); }
 
 // The end of the line in front of a position, else the first that the file has.
 std::string IniFile::lineEndAt(std::size_t position) const {
@@ -202,25 +248,49 @@ bool IniFile::canHold(std::string_view section, std::string_view key) {
          section.find(']') == std::string_view::npos;
 }
 
+bool IniFile::findsAgain(std::string_view section, std::string_view key) const {
+  const auto comesBack = [this](const std::string& name) { return isNamed(content_.encoded(name), name); };
+  return canHold(section, key) && comesBack(tidy(section)) && comesBack(tidy(key));
+}
+
 void IniFile::set(std::string_view section, std::string_view key, std::string_view value) {
-  if (!canHold(section, key)) return;
+  set(section, {{std::string(key), std::string(value)}});
+}
+
+void IniFile::set(std::string_view section, const std::vector<IniEntry>& entries) {
+  NewValues values;
+  for (const IniEntry& entry : entries) {
+    if (findsAgain(section, entry.key)) values.add(tidy(entry.key), onOneLine(entry.value));
+  }
   const std::string header = tidy(section);
-  const std::string name = tidy(key);
-  std::string text = onOneLine(value);
-  text.erase(0, text.find_first_not_of(kBlanks));
+  if (const auto body = findSection(header)) replaceValues(*body, values);
+  std::vector<std::string> lines;
+  for (const IniEntry& entry : values.left()) {
+    lines.push_back(content_.encoded(entry.key) + "=" + content_.encoded(entry.value));
+  }
+  if (lines.empty()) return;
   const auto body = findSection(header);
-  const auto found = body ? findKey(*body, name) : std::nullopt;
-  if (found) {
-    const std::string line = std::string(found->parsed.name) + "=" + content_.encoded(text);
-    replaceText(found->line.start, found->line.end - found->line.start, line);
-    return;
+  if (!body) lines.insert(lines.begin(), "[" + content_.encoded(header) + "]");
+  insertLines(body ? body->lastFilled : content_.text().size(), lines);
+}
+
+// Takes the values whose keys have a line.
+void IniFile::replaceValues(const Body& body, NewValues& values) {
+  const std::string_view text = content_.text();
+  std::string lines;
+  for (std::size_t at = body.start; at < body.end;) {
+    const Line line = lineAt(text, at);
+    const Parsed parsed = parse(text, line);
+    const auto value = parsed.kind == LineKind::key ? values.take(decoded(parsed.name)) : std::nullopt;
+    if (value) {
+      lines += std::string(parsed.name) + "=" + content_.encoded(*value);
+      at = line.end;
+    }
+    lines += text.substr(at, line.next - at);
+    at = line.next;
   }
-  const std::string line = content_.encoded(name) + "=" + content_.encoded(text);
-  if (body) {
-    insertLines(body->lastFilled, {line});
-  } else {
-    insertLines(content_.text().size(), {"[" + content_.encoded(header) + "]", line});
-  }
+  const std::size_t length = body.end - body.start;
+  if (text.substr(body.start, length) != lines) replaceText(body.start, length, lines);
 }
 
 void IniFile::removeKey(std::string_view section, std::string_view key) {

@@ -38,6 +38,8 @@ std::optional<std::string> readValue(std::string_view section, std::string_view 
   return IniFile(readFile(file)).get(section, key);
 }
 
+std::string cutToBuffer(std::string_view value, std::size_t size) { return leftCharacters(value, size - 1); }
+
 // Where a file stands, or where it will be made: each folder on the way in the case that it has.
 std::string placeOf(const std::string& file) {
   const std::string path = current().fromMachine(file);
@@ -151,7 +153,7 @@ long asInteger(std::string_view text) {
 std::string getPrivateProfileString(std::string_view section, std::string_view key, std::string_view fallback,
                                     std::size_t size, const std::string& file) {
   if (size == 0) return {};
-  return leftCharacters(readValue(section, key, file).value_or(trimRight(fallback)), size - 1);
+  return cutToBuffer(readValue(section, key, file).value_or(trimRight(fallback)), size);
 }
 
 bool writePrivateProfileString(std::string_view section, std::string_view key, std::string_view value,
@@ -189,6 +191,24 @@ void getINI(std::string_view section, std::string_view key, const std::string& f
 
 bool setINI(std::string_view section, std::string_view key, const std::string& file, std::string_view value) {
   return writePrivateProfileString(section, key, value, file);
+}
+
+ProfileSection::ProfileSection(std::string_view section, std::string_view file) {
+  for (IniEntry& entry : IniFile(readFile(file)).entries(section)) {
+    values_.emplace(IniFile::folded(entry.key), std::move(entry.value));
+  }
+}
+
+std::string ProfileSection::get(std::string_view key, std::string_view fallback) const {
+  const auto found = values_.find(IniFile::folded(key));
+  return cutToBuffer(found == values_.end() ? trimRight(fallback) : found->second, kIniBuffer);
+}
+
+bool setINI(std::string_view section, const std::vector<IniEntry>& entries, const std::string& file) {
+  return update(file, [&](IniFile& ini) {
+    ini.set(section, entries);
+    return true;
+  });
 }
 
 std::string getINIStr(std::string_view section, std::string_view key, std::string_view fallback, std::string& file) {

@@ -7,6 +7,10 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "foundation/IniFile.h"
 
 namespace vantrelix {
 
@@ -30,6 +34,19 @@ bool removePrivateProfileSection(std::string_view section, const std::string& fi
 void getINI(std::string_view section, std::string_view key, const std::string& file, std::string_view fallback,
             std::string& value);
 bool setINI(std::string_view section, std::string_view key, const std::string& file, std::string_view value);
+
+// One section of a file, read once for many keys.
+class ProfileSection {
+ public:
+  ProfileSection(std::string_view section, std::string_view file);
+  // As getINI gives it, of the moment when the section was read.
+  std::string get(std::string_view key, std::string_view fallback) const;
+
+ private:
+  std::unordered_map<std::string, std::string> values_;
+};
+// Many keys of a section in one write, as if by setINI one after the other. False where the file cannot be written.
+bool setINI(std::string_view section, const std::vector<IniEntry>& entries, const std::string& file);
 
 // A blank file means the defaults INI; the argument is then changed to its name.
 std::string getINIStr(std::string_view section, std::string_view key, std::string_view fallback, std::string& file);

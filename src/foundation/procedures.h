@@ -30,5 +30,7 @@ inline constexpr int importFiles = 6100;
 // Lookup controls.
 inline constexpr int scLookAnt_cmdLook = 2101;
 inline constexpr int scLookAnt_GetAntPat = 2201;
+inline constexpr int scLookAnt_UpdateDBF = 2301;
+inline constexpr int scLookAnt_UpdateINI = 2302;
 
 }  // namespace vantrelix::procedure

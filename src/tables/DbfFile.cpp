@@ -63,6 +63,8 @@ struct DbfFile::Implementation {
   std::uint32_t knownCount = 0;
   std::unique_ptr<MemoFile> memo;
   bool memoMissing = false;
+  std::optional<dbf::HeldLock> held;  // of heldRecord
+  std::uint32_t heldRecord = 0;
 
   std::uint64_t offsetOf(std::uint32_t number) const {
     return header.headerLength + std::uint64_t{number} * header.recordLength;
@@ -80,6 +82,7 @@ struct DbfFile::Implementation {
   }
   void checkWritable(bool readOnly, bool adding) const;
   void lockWriting(std::optional<dbf::HeldLock>& lock) const;
+  void lockRecord(std::optional<dbf::HeldLock>& lock, std::uint32_t number) const;
   std::uint32_t countRows(std::uint64_t fileSize);
   void writeRows(std::uint32_t first, const unsigned char* records, std::uint32_t count, std::uint64_t formerSize);
   void takeBack(std::uint64_t offset, std::uint64_t formerSize) noexcept;
@@ -105,6 +108,11 @@ void DbfFile::Implementation::checkWritable(bool readOnly, bool adding) const {
 // A writer tells those who would deny writing that it is at work, unless it denies writing to all others itself.
 void DbfFile::Implementation::lockWriting(std::optional<dbf::HeldLock>& lock) const {
   if (sharing == Sharing::shared) lock.emplace(*file, dbf::kDenyWriteLock, LockKind::shared, context.displayName);
+}
+
+void DbfFile::Implementation::lockRecord(std::optional<dbf::HeldLock>& lock, std::uint32_t number) const {
+  lock.emplace(*file, dbf::recordLock(offsetOf(number), header.recordLength, number, false), LockKind::exclusive,
+               context.displayName);
 }
 
 // Leaves the file as it was before a write that failed.
@@ -312,8 +320,8 @@ void DbfFile::update(std::uint32_t number, const std::function<void(unsigned cha
   std::optional<dbf::HeldLock> writing;
   inside.lockWriting(writing);
   const std::uint64_t offset = inside.offsetOf(number);
-  const dbf::HeldLock lock(*inside.file, dbf::recordLock(offset, inside.header.recordLength, number, false),
-                           LockKind::exclusive, inside.context.displayName);
+  std::optional<dbf::HeldLock> lock;
+  if (!inside.held || inside.heldRecord != number) inside.lockRecord(lock, number);
   std::vector<unsigned char> before(inside.header.recordLength);
   if (number >= recordCount() || !readRecord(number, before.data()) || before[0] == '*') {
     throw RunTimeFailure(failure::recordDeleted, "Record " + std::to_string(std::uint64_t{number} + 1) +
@@ -326,6 +334,16 @@ void DbfFile::update(std::uint32_t number, const std::function<void(unsigned cha
   inside.file->writeAt(offset, after.data(), after.size());
   inside.touchDate();
 }
+
+void DbfFile::hold(std::uint32_t number) {
+  Implementation& inside = *implementation_;
+  inside.checkWritable(readOnly_, false);
+  inside.held.reset();
+  inside.lockRecord(inside.held, number);
+  inside.heldRecord = number;
+}
+
+void DbfFile::release() { implementation_->held.reset(); }
 
 void DbfFile::markDeleted(std::uint32_t number) {
   update(number, [](unsigned char* record) { record[0] = '*'; });

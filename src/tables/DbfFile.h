@@ -108,6 +108,10 @@ class DbfFile {
   // the file as it is. 3211, 3027 as append; 3167 where the record is deleted or gone.
   void update(std::uint32_t number, const std::function<void(unsigned char* record)>& change);
   void markDeleted(std::uint32_t number);
+  // Takes the lock of a record and keeps it until release(); changes of it through this object need no other. 3211,
+  // 3027 as append.
+  void hold(std::uint32_t number);
+  void release();
 
   // Milliseconds a write waits for another program's lock; 2000 unless set.
   static int lockWait();

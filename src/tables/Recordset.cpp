@@ -50,6 +50,8 @@ void Recordset::Edit() { state().beginEdit(); }
 void Recordset::Update() { state().update(); }
 void Recordset::CancelUpdate() { state().dropEdit(); }
 bool Recordset::editing() const { return state().editing != Implementation::Editing::none; }
+bool Recordset::LockEdits() const { return state().lockEdits; }
+void Recordset::LockEdits(bool lock) { state().lockEdits = lock; }
 void Recordset::Delete() { state().deleteCurrent(); }
 
 void Recordset::Requery() { state().requery(); }

@@ -104,6 +104,11 @@ class Recordset {
   void Update();
   void CancelUpdate();
   bool editing() const;
+  // Whether Edit takes the record's lock and keeps it until the edit ends by Update, CancelUpdate or a move: what
+  // others write to it meanwhile waits, then fails with 3211, and so does Edit where another has it. False unless set:
+  // a write then locks for its own duration.
+  bool LockEdits() const;
+  void LockEdits(bool lock);
   // Marks the current row deleted. It stays current, without values (3167), until the next move.
   void Delete();
 

@@ -255,6 +255,7 @@ void Recordset::Implementation::put(std::size_t number, const Value& given) {
 void Recordset::Implementation::dropEdit() {
   editing = Editing::none;
   puts.clear();
+  query->table().release();
 }
 
 void Recordset::Implementation::beginAdd() {
@@ -269,6 +270,17 @@ void Recordset::Implementation::beginEdit() {
   dropEdit();
   recordRead = false;
   const unsigned char* bytes = currentRecord();
+  if (lockEdits) {
+    query->table().hold(rows[static_cast<std::size_t>(index)]);
+    // Another may have written it, or deleted it, until the lock was there.
+    recordRead = false;
+    try {
+      bytes = currentRecord();
+    } catch (...) {
+      query->table().release();
+      throw;
+    }
+  }
   before.assign(bytes, bytes + query->table().recordLength());
   changed = before;
   editing = Editing::changing;

@@ -75,6 +75,7 @@ struct Recordset::Implementation {
   bool recordRead = false;
   std::uint64_t recordWrites = 0;  // what `writes` was when it was read
 
+  bool lockEdits = false;
   Editing editing = Editing::none;
   std::vector<unsigned char> before;  // the row as Edit found it
   std::vector<unsigned char> changed;

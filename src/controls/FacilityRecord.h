@@ -59,6 +59,8 @@ class FacilityRecord {
   // decides whether Save writes to tables.
   const std::vector<FacilityValue>& values() const { return values_; }
   void add(FacilityValue value);
+  // The hook of the library file, whose recordset stands for the host's record; null where none was put.
+  const IOHooksDBFPtr& fileHook() const { return (*file().dbf)(); }
 
   // Every value from its DBF hook; all hooks must be set (91).
   void readDBF();

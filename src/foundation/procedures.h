@@ -24,6 +24,9 @@ inline constexpr int MakeAHDFile = 5819;
 inline constexpr int MakeAVDFile = 5820;
 inline constexpr int HDwrtAntDBF = 5821;
 
+// Line library.
+inline constexpr int getLineLossValue = 4101;
+
 // Import.
 inline constexpr int importFiles = 6100;
 
@@ -32,5 +35,10 @@ inline constexpr int scLookAnt_cmdLook = 2101;
 inline constexpr int scLookAnt_GetAntPat = 2201;
 inline constexpr int scLookAnt_UpdateDBF = 2301;
 inline constexpr int scLookAnt_UpdateINI = 2302;
+inline constexpr int lookup_UpdateDBF = 2301;
+inline constexpr int lookup_UpdateINI = 2302;
+inline constexpr int lineFigures_refresh = 2401;
+inline constexpr int scLookLine_cmdLook = 2402;
+inline constexpr int scLookLineALL_InitLines = 2501;
 
 }  // namespace vantrelix::procedure

@@ -1,0 +1,53 @@
+// A control that gathers alerts for its host and keeps still while it is being filled.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "ui/UserControl.h"
+
+namespace vantrelix {
+
+class AlertingControl : public UserControl {
+ public:
+  using UserControl::UserControl;
+
+  // Alerts gather, each on a line; a blank text clears them.
+  const std::string& Alerts() const { return sAlerts_; }
+  void Alerts(const std::string& text);
+  Signal<> NewAlert;
+
+ protected:
+  // While one of these lives the control is being filled: it raises no event and converts and repaints nothing.
+  class Loading {
+   public:
+    explicit Loading(AlertingControl& control) : control_(&control) { control.bLoading_ = true; }
+    ~Loading() {
+      if (control_) control_->bLoading_ = false;
+    }
+    Loading(const Loading&) = delete;
+    Loading& operator=(const Loading&) = delete;
+    // Leaves the control marked: a fill that failed half-way keeps it silent until a good one has run.
+    void stay() { control_ = nullptr; }
+
+   private:
+    AlertingControl* control_;
+  };
+
+  bool loading() const { return bLoading_; }
+  // Raises an event to the host unless values are being loaded. The host may drop the control in it.
+  void raise(const Signal<>& event) const {
+    if (!bLoading_) event();
+  }
+  // Tells a procedure that lets the host or the event loop act whether the control is still there.
+  auto watch() const {
+    return [life = std::weak_ptr<const bool>(life_)] { return !life.expired(); };
+  }
+
+ private:
+  std::string sAlerts_;
+  bool bLoading_ = false;
+  std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);
+};
+
+}  // namespace vantrelix

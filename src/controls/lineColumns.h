@@ -1,0 +1,14 @@
+// The lines of all libraries as rows of a list whose characters are of one width.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "lines/lineList.h"
+
+namespace vantrelix {
+
+// Description, band, library and ID in columns.
+std::vector<std::string> lineColumns(const LineList& lines);
+
+}  // namespace vantrelix

@@ -190,7 +190,7 @@ class scLookAnt : public UserControl {
   void cboUnit_Change();
   void convertGain();
 
-  static const std::vector<Slot>& slots();
+  static const std::vector<Slot>& recordSlots();
   void bindValues();
   void takeRecord();
   void nextRow();

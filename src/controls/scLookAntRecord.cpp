@@ -68,7 +68,7 @@ RunTimeFailure asRunTimeFailure(const std::exception& failure) {
 }  // namespace
 
 // The order is that of every read and write of the record.
-const std::vector<scLookAnt::Slot>& scLookAnt::slots() {
+const std::vector<scLookAnt::Slot>& scLookAnt::recordSlots() {
   // clang-format off
   static const std::vector<Slot> all = {
       {row("File", "TX_A1FNM", "TX_A1FNM", "HookINIFIle", {1000, 1000, 1100, 3200}),
@@ -101,7 +101,7 @@ const std::vector<scLookAnt::Slot>& scLookAnt::slots() {
 }
 
 void scLookAnt::bindValues() {
-  for (const Slot& slot : slots()) {
+  for (const Slot& slot : recordSlots()) {
     FacilityValue value = slot.value;
     value.dbf = &(this->*slot.dbf);
     value.ini = &(this->*slot.ini);

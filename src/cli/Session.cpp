@@ -122,7 +122,8 @@ Json Session::messages() const {
 }
 
 void Session::writeDocument() {
-  if (!failure_.empty()) document["error"] = failure_;
+  // A procedure's own text, or that it gave none, stays as it is.
+  if (!failure_.empty() && !document.contains("error")) document["error"] = failure_;
   document["messages"] = messages();
   // Text of damaged files may hold anything; a reader of JSON must still be able to read it.
   out_ << document.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
@@ -145,6 +146,10 @@ void Session::writeFailure() {
 std::string pathFromCommandLine(const std::string& path) {
   platform::Platform& system = platform::current();
   return system.absolute(system.fromMachine(path));
+}
+
+std::string counted(std::size_t count, const std::string& what) {
+  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 }  // namespace vantrelix::cli

@@ -74,5 +74,7 @@ class Session {
 
 // A path of the command line in the library's form.
 std::string pathFromCommandLine(const std::string& path);
+// "1 antenna", "2 antennas".
+std::string counted(std::size_t count, const std::string& what);
 
 }  // namespace vantrelix::cli

@@ -3,6 +3,7 @@
 
 #include "antenna/convertGain.h"
 #include "cli/commandLine.h"
+#include "dialogs/ParabolaGain.h"
 #include "foundation/numbers.h"
 #include "foundation/units.h"
 
@@ -55,10 +56,18 @@ void convertUnits(Session& session, const std::vector<std::string>& a, UnitConve
   answer(session, result, generalText(result), failed, "No conversion from \"" + a[0] + "\" to \"" + a[1] + "\".");
 }
 
+void parabola(Session& session, const std::vector<std::string>& a) {
+  bool failed = false;
+  const double result = ParabolaGain(CValP(a[0]), a[1], CValP(a[2]), failed);
+  answer(session, result, generalText(result), failed,
+         "No gain of a dish of " + a[0] + " " + a[1] + " at " + a[2] +
+             " MHz: the diameter needs a unit of length, and both numbers must be above 0.");
+}
+
 }  // namespace
 
 void addCalcCommands(CLI::App& app, Session& session) {
-  CLI::App* calc = app.add_subcommand("calc", "Convert gains, pattern values and units");
+  CLI::App* calc = app.add_subcommand("calc", "Convert gains, pattern values and units; the gain of a dish");
   addCalculation(*calc, "gain", "Convert an antenna gain (units dBd, dBi, REL)", "vantrelix calc gain dBd dBi -3",
                  {"FROM", "TO", "VALUE"}, session, gain);
   addCalculation(*calc, "pattern", "Convert a pattern value, given the major lobe",
@@ -70,6 +79,8 @@ void addCalcCommands(CLI::App& app, Session& session) {
   addCalculation(*calc, "frequency", "Convert a frequency (Hz, KHz, MHz, GHz)", "vantrelix calc frequency GHz MHz 1.9",
                  {"FROM", "TO", "VALUE"}, session,
                  [](Session& s, const std::vector<std::string>& a) { convertUnits(s, a, ConvertFreq); });
+  addCalculation(*calc, "parabola", "The gain of a parabolic dish in dBi (diameter in cm, ft, in, m ...)",
+                 "vantrelix calc parabola 10 ft 6000", {"DIAMETER", "UNIT", "MHZ"}, session, parabola);
 }
 
 }  // namespace vantrelix::cli

@@ -58,11 +58,14 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
   session.pictureWriter = pictureWriter;
   CLI::App app("Antenna libraries, pattern files and tables of the planning suite, without a window.", "vantrelix");
   app.fallthrough();
+  // Behind a command its words are values, even where one is a command's name ("libraries lines").
+  app.require_subcommand(0, 1);
   app.failure_message(CLI::FailureMessage::simple);
   addOptions(app, session);
   addSuiteCommands(app, session);
   addLibraryCommands(app, session);
   addImportCommand(app, session);
+  addLineCommands(app, session);
   addPlotCommand(app, session);
   addCalcCommands(app, session);
   addTableCommands(app, session);

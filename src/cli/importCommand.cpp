@@ -56,10 +56,6 @@ void reportSkipped(Session& session, const ImportResult& result) {
   session.document["skipped"] = list;
 }
 
-std::string counted(std::size_t count, const std::string& what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 void report(Session& session, const ImportResult& result, std::size_t files) {
   Json antennas = Json::array();
   for (const ImportResult::Added& added : result.added) {

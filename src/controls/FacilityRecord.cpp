@@ -1,7 +1,6 @@
 #include "controls/FacilityRecord.h"
 
-#include <algorithm>
-
+#include "controls/reporting.h"
 #include "foundation/errHand.h"
 #include "foundation/extract.h"
 #include "foundation/messages.h"
@@ -27,9 +26,16 @@ std::string failedWrite(const std::string& where, const std::string& field, cons
 
 Value flagOf(const std::string& text) { return getLenTrim(text) == 0 ? Value(false) : Value(Value(text).asBoolean()); }
 
-// Drops what a failed write had begun, so that the record reads as it stands in the table again.
-void dropOwnEdit(const RecordsetPtr& record) {
-  if (record && record->isOpen() && record->editing()) record->CancelUpdate();
+// One edit of one field. What fails leaves the record as it stands in the table.
+void writeField(Recordset& record, const std::string& field, const Value& value) {
+  record.Edit();
+  try {
+    record.put(field, value);
+    record.Update();
+  } catch (...) {
+    record.CancelUpdate();
+    throw;
+  }
 }
 
 // A character field comes with the blanks that fill it.
@@ -84,8 +90,8 @@ void FacilityRecord::readDBF() {
 void FacilityRecord::readINI() {
   const IOHooksINIPtr master = master_();
   for (const FacilityValue& value : values_) {
-    IOHooksINI& hook = *(*value.ini)();
     SetFlag(value.flags.file);
+    IOHooksINI& hook = *(*value.ini)();
     hook.iniFile(master->iniFile());
     SetFlag(value.flags.section);
     hook.INISection(master->INISection());
@@ -108,16 +114,17 @@ std::string FacilityRecord::Save() {
   try {
     if ((*id().dbf)()) errors = SaveDBF();
     if (!master_.isSet() || getLenTrim(master_()->iniFile()) == 0) return errors;
+    // A host finds all hooks afterwards, also where saving stops half-way; the frequency's as well.
+    for (const FacilityValue& value : values_) (*value.ini)();
     errors = AddALine(errors, SaveINI(), kBlankLine);
-  } catch (const RunTimeFailure& failure) {
-    errors = AddALine(errors, texts_.save + std::string(kLineBreak) + modErrStr(failure), kBlankLine);
+  } catch (const std::exception& failure) {
+    errors = AddALine(errors, modErrStr(asRunTimeFailure(failure), texts_.save), kBlankLine);
   }
   return errors;
 }
 
 std::string FacilityRecord::SaveDBF() {
   std::string field, text;
-  RecordsetPtr record;
   try {
     for (const FacilityValue& value : values_) {
       if (value.passed & FacilityValue::bySave) continue;
@@ -125,13 +132,16 @@ std::string FacilityRecord::SaveDBF() {
       text = stored(value);
       IOHooksDBF& hook = hookOf(value);
       field = hook.DBFField();
-      record = hook.DBFRS();
-      if (!bEditActive_) record->Edit();
-      record->put(field, value.kind == Kind::number && !isNumeric(text) ? Value() : Value(text));
-      record->Update();
+      const RecordsetPtr record = hook.DBFRS();
+      const Value given = value.kind == Kind::number && !isNumeric(text) ? Value() : Value(text);
+      if (bEditActive_) {
+        record->put(field, given);
+        record->Update();
+      } else {
+        writeField(*record, field, given);
+      }
     }
   } catch (const RunTimeFailure& failure) {
-    if (!bEditActive_) dropOwnEdit(record);
     return failedWrite(texts_.saveDBF, field, text, failure);
   }
   return "";
@@ -143,10 +153,13 @@ std::string FacilityRecord::SaveINI() {
     for (const FacilityValue& value : values_) {
       if (value.passed & FacilityValue::bySave) continue;
       label = value.iniLabel;
-      text = stored(value);
-      // What is no number is not written, and the key keeps what it holds.
-      if (value.kind == Kind::number && !isNumeric(text)) continue;
       IOHooksINI& hook = *(*value.ini)();
+      text = stored(value);
+      // What is no number is not written, and the key keeps what it holds. A failure before the next text shows it.
+      if (value.kind == Kind::number && !isNumeric(text)) {
+        text += " Non-Numeric Value";
+        continue;
+      }
       hook.INIValue(text);
       requireSaved(hook);
     }
@@ -224,8 +237,9 @@ bool FacilityRecord::bEdit(const std::string& advice, bool bSilent, Value* vRetu
   }
   bEditActive_ = false;
   if (!bSilent) showInformation("No Access", advice);
+  // The message lets the host act, and the control may be gone.
   if (vReturn) *vReturn = advice;
-  return bEditActive_;
+  return false;
 }
 
 void FacilityRecord::Edit() {

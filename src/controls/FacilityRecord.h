@@ -67,7 +67,7 @@ class FacilityRecord {
   // The master's file and section to every INI hook, then every value from its own.
   void readINI();
 
-  // "" or what failed.
+  // "" or what failed. Where Save writes a file, it first makes the INI hooks that are missing.
   std::string Save();
   std::string SaveDBF();
   std::string SaveINI();

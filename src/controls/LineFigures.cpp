@@ -21,16 +21,19 @@ namespace vantrelix {
 namespace {
 
 constexpr const char* kUnitsKey = "Units";
-constexpr int kPlaces = 2;
-// General text has no more digits than this, so more places would only be zeros.
-constexpr int kMostPlaces = 15;
+constexpr std::size_t kPlaces = 2;
 
 bool libraryExists(const std::string& file) {
   platform::Platform& system = platform::current();
   return system.fileExists(system.findIgnoringCase(getLinesPath() + "\\" + file + ".DBF"));
 }
 
-bool isLengthUnit(const std::string& unit) { return StrInArray(lowerCase(unit), lengthUnits()); }
+// As a record holds it: the very word, or the word in capitals.
+bool isLengthUnit(const std::string& text) {
+  const std::vector<std::string>& units = lengthUnits();
+  return std::any_of(units.begin(), units.end(),
+                     [&](const std::string& unit) { return text == unit || text == upperCase(unit); });
+}
 
 }  // namespace
 
@@ -38,8 +41,7 @@ std::string FreqFormat(double number) {
   if (number == 0 || !std::isfinite(number)) return "#0.00";
   const double size = std::log10(std::abs(number));
   if (size > 0) return "0.00";
-  const int places = std::min(kPlaces + static_cast<int>(std::ceil(-size)), kMostPlaces);
-  return "0." + std::string(static_cast<std::size_t>(places), '0');
+  return "0." + std::string(kPlaces + static_cast<std::size_t>(std::ceil(-size)), '0');
 }
 
 const std::vector<std::string>& lengthUnits() {
@@ -63,24 +65,24 @@ void LineFigures::showFrequency(const Value& value) {
   widgets_.freq.setCaption(value.isNull() ? "Invalid Freq" : formatNumber(frequency_, FreqFormat(frequency_)) + "MHz");
 }
 
-std::string LineFigures::defaultUnit() const {
-  const std::string unit = trim(getINIStr(section_, kUnitsKey, "ft"));
-  return isLengthUnit(unit) ? unit : "ft";
-}
-
-bool LineFigures::select(const std::string& unit) {
-  const int former = widgets_.unit.listIndex();
-  return modSetComboBox(widgets_.unit, unit, true) != former;
+void LineFigures::selectDefault() {
+  if (modSetComboBox(widgets_.unit, getINIStr(section_, kUnitsKey, ""), true) < 0) widgets_.unit.setListIndex(0);
 }
 
 void LineFigures::startUnit() {
-  select(defaultUnit());
+  selectDefault();
   sLastUnit_ = widgets_.unit.text();
 }
 
 bool LineFigures::selectUnit(const Value& value) {
-  const std::string unit = trim(shownText(value));
-  return select(isLengthUnit(unit) ? unit : defaultUnit());
+  const int former = widgets_.unit.listIndex();
+  const std::string unit = shownText(value);
+  if (isLengthUnit(unit)) {
+    modSetComboBox(widgets_.unit, unit, true);
+  } else {
+    selectDefault();
+  }
+  return widgets_.unit.listIndex() != former;
 }
 
 void LineFigures::unitChosen(bool loading) {

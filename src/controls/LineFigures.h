@@ -11,11 +11,11 @@
 
 namespace vantrelix {
 
-// The named format in which a number keeps two places that are not zero: "0.00" above 1, more zeros below, "#0.00" for
-// 0.
+// The named format in which a number keeps two places that are not zero: "0.00" from 1 on, below it two places and one
+// more for each power of ten begun, "#0.00" for 0.
 std::string FreqFormat(double number);
 
-// The units of a length: "ft", "in", "m", "cm".
+// The units of a length: "ft", "in", "m", "cm". The first is that of a user who has not chosen one.
 const std::vector<std::string>& lengthUnits();
 
 // Keeps a choice of the user in a section of the defaults file; where that cannot be done, the support log tells.
@@ -40,8 +40,8 @@ class LineFigures {
 
   // Selects the user's default, "ft" where none is kept; the length stays.
   void startUnit();
-  // Selects the unit, or the user's default where the text is no unit. True where another one is selected now: the
-  // control then takes it as the user's own choice.
+  // Selects the unit, in its own spelling or in capitals, or the user's default where the text is no unit. True where
+  // another one is selected now: the control then takes it as the user's own choice.
   bool selectUnit(const Value& value);
   // Another unit was chosen: brings the length to it, unless the control is being filled, and keeps it as the default.
   void unitChosen(bool loading);
@@ -60,8 +60,7 @@ class LineFigures {
     std::string alert;                // what stands against it
   };
   Loss computed() const;
-  std::string defaultUnit() const;
-  bool select(const std::string& unit);
+  void selectDefault();
 
   Widgets widgets_;
   const char* section_;

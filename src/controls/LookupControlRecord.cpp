@@ -15,12 +15,6 @@ namespace {
 
 constexpr const char* kDeveloperTable = "FACILITY.DBF";
 
-// A failure that is not of the library's own type counts as an internal error.
-RunTimeFailure asRunTimeFailure(const std::exception& failure) {
-  const auto* own = dynamic_cast<const RunTimeFailure*>(&failure);
-  return own ? *own : RunTimeFailure(failure::internalError, failure.what());
-}
-
 }  // namespace
 
 void LookupControl::Update() {

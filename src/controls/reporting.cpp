@@ -7,6 +7,11 @@
 
 namespace vantrelix {
 
+RunTimeFailure asRunTimeFailure(const std::exception& failure) {
+  const auto* own = dynamic_cast<const RunTimeFailure*>(&failure);
+  return own ? *own : RunTimeFailure(failure::internalError, failure.what());
+}
+
 void report(const std::exception& failure) {
   try {
     ErrHand(failure);

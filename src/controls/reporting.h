@@ -4,7 +4,12 @@
 #include <exception>
 #include <string>
 
+#include "platform/RunTimeFailure.h"
+
 namespace vantrelix {
+
+// A failure that is not of the library's own type counts as an internal error.
+RunTimeFailure asRunTimeFailure(const std::exception& failure);
 
 // ErrHand for a handler that must not fail itself: where the log cannot be written, the message alone.
 void report(const std::exception& failure);

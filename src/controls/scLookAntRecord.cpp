@@ -59,12 +59,6 @@ Row polarisation() {
   return made;
 }
 
-// A failure that is not of the library's own type counts as an internal error.
-RunTimeFailure asRunTimeFailure(const std::exception& failure) {
-  const auto* own = dynamic_cast<const RunTimeFailure*>(&failure);
-  return own ? *own : RunTimeFailure(failure::internalError, failure.what());
-}
-
 }  // namespace
 
 // The order is that of every read and write of the record.
@@ -109,6 +103,7 @@ void scLookAnt::bindValues() {
     value.put = [this, &slot](const Value& given) { slot.put(*this, given); };
     record_.add(std::move(value));
   }
+  Command1.click.listen([this] { nextRow(); });
 }
 
 void scLookAnt::Update() {
@@ -146,7 +141,8 @@ void scLookAnt::UpdateINI() {
     takeRecord();
     if (!alive()) loading.stay();
   } catch (const std::exception&) {
-    loading.stay();
+    // The values have all been read where it is the pattern that failed.
+    if (GetFlag() != kPatternFlag || !alive()) loading.stay();
     MsgBox({hostProgram().name, std::to_string(GetFlag()) + " scLookAnt:UPdateINI", MsgButtons::ok, MsgIcon::none, 1});
   }
 }

@@ -18,8 +18,8 @@ scLookLine::scLookLine(std::string name)
     : LookupControl(
           std::move(name), "scLookLine",
           {"Error in Antenna Lookup SaveDBF", "Error in Antenna Lookup SaveINI ", "Error in Antenna Save function"}) {
-  for (Widget* widget : std::initializer_list<Widget*>{&lblDesc, &txtDesc, &cmdLook, &txtFile, &txtID, &lblLen, &txtLen,
-                                                       &cboUnit, &lblLoss, &txtLoss, &lblDb, &lblFreq, &Command1}) {
+  for (Widget* widget : std::initializer_list<Widget*>{&lblDesc, &txtDesc, &txtFile, &txtID, &lblLen, &txtLen, &cboUnit,
+                                                       &cmdLook, &lblLoss, &txtLoss, &lblDb, &lblFreq, &Command1}) {
     add(*widget);
   }
   bindValues();
@@ -112,9 +112,14 @@ std::string scLookLine::noRecordAdvice() const {
   return std::string("hookDBFFile not connected to database") + kBlankLine + supportAdvice();
 }
 
+// A length that stands already is brought to the user's unit.
 void scLookLine::takeDefaults() {
-  figures_.startUnit();
   SetTabOrder();
+  if (sValueLen().empty()) {
+    figures_.startUnit();
+  } else {
+    sValueUnit("");
+  }
 }
 
 }  // namespace vantrelix

@@ -76,7 +76,9 @@ class scLookLine : public LookupControl {
   void txtLoss_LostFocus();
   void cmdLook_Click();
   void fillList(frmListSelect& list) const;
+  const LineRecord* lineOf(const frmListSelect& list) const;
   void fLook_ListClick(frmListSelect& list);
+  void showBand(frmListSelect& list) const;
   void refreshUnlessLoading();
 
   LineFigures figures_{{txtFile, txtID, txtLen, cboUnit, txtLoss, lblFreq}, "Line Lookup"};

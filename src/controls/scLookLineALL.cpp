@@ -16,7 +16,6 @@ namespace {
 
 constexpr const char* kSection = "Line Lookup ALL";
 constexpr const char* kLineKey = "LineType";
-constexpr const char* kUnitsKey = "Units";
 constexpr const char* kLengthKey = "Length";
 
 // The columns of the other lookup controls.
@@ -52,7 +51,8 @@ std::string scLookLineALL::sValueID() const { return trim(txtID.text()); }
 void scLookLineALL::sValueID(const Value& value) { txtID.setText(shownText(value)); }
 std::string scLookLineALL::sValueDesc() const { return trim(cboLinesTX.text()); }
 void scLookLineALL::sValueDesc(const Value& value) {
-  if (modSetComboBox(cboLinesTX, shownText(value), false) >= 0) cboLinesTX_Click();
+  modSetComboBox(cboLinesTX, shownText(value), false);
+  cboLinesTX_Click();
 }
 std::string scLookLineALL::sValueLen() const { return trim(txtLen.text()); }
 void scLookLineALL::sValueLen(const Value& value) {
@@ -91,41 +91,51 @@ void scLookLineALL::Clear(bool) {
 
 void scLookLineALL::ZORUserLogin(const std::string& login) {
   setUserLogin(login);
-  takeDefaults();
   SetTabOrder();
+  takeDefaults();
 }
 
-// The control comes up as it was left. The unit is selected while the length is not there yet, so that nothing is
-// converted.
+// The control comes up as it was left.
 void scLookLineALL::takeDefaults() {
   try {
-    const std::string line = kept(kLineKey);
-    const std::string unit = kept(kUnitsKey);
-    const std::string length = kept(kLengthKey);
-    txtLen.setText("");
+    Clear();
     figures_.startUnit();
     InitLines();
-    if (!line.empty() && modSetComboBox(cboLinesTX, line, true) >= 0) cboLinesTX_Click();
-    if (!unit.empty() && modSetComboBox(cboUnit, unit, true) >= 0) cboUnit_Click();
-    if (!length.empty()) txtLen.setText(length);
-    RefreshAlerts();
+    if (const std::string line = kept(kLineKey); !line.empty()) {
+      modSetComboBox(cboLinesTX, line, true);
+      takeLine();
+    }
+    txtLen.setText(kept(kLengthKey));
   } catch (const std::exception& failure) {
     report(failure);
+    return;
   }
-}
-
-void scLookLineALL::cboLinesTX_Click() {
-  const int row = cboLinesTX.listIndex();
-  if (row < 0 || row >= static_cast<int>(lines_.size())) return;
-  const LineRecord& line = lines_[static_cast<std::size_t>(row)];
-  txtFile.setText(line.file);
-  txtID.setText(line.id);
-  keepLineChoice(kSection, kLineKey, cboLinesTX.text());
   RefreshAlerts();
 }
 
+// File and ID of the line that is selected, by its place: two libraries may hold lines of one description.
+bool scLookLineALL::takeLine() {
+  const int row = cboLinesTX.listIndex();
+  const bool any = row >= 0 && row < static_cast<int>(lines_.size());
+  const LineRecord line = any ? lines_[static_cast<std::size_t>(row)] : LineRecord();
+  txtFile.setText(line.file);
+  txtID.setText(line.id);
+  return any;
+}
+
+void scLookLineALL::cboLinesTX_Click() {
+  if (!takeLine()) {
+    txtLoss.setText("");
+    return;
+  }
+  keepLineChoice(kSection, kLineKey, sValueDesc());
+  RefreshAlerts();
+}
+
+// The length goes with its unit, so that the two come up together.
 void scLookLineALL::cboUnit_Click() {
-  figures_.unitChosen(loading());
+  figures_.unitChosen(false);
+  keepLineChoice(kSection, kLengthKey, sValueLen());
   RefreshAlerts();
 }
 

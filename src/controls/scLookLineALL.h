@@ -55,6 +55,7 @@ class scLookLineALL : public AlertingControl {
   void setTexts();
   void SetTabOrder();
   void takeDefaults();
+  bool takeLine();
   void cboLinesTX_Click();
   void cboUnit_Click();
   void txtLen_LostFocus();

@@ -65,17 +65,18 @@ void scLookLine::cmdLook_Click() {
     });
     SetFlag(200);
     const std::string former = txtLoss.text();
-    if (!list.choose()) {
-      // What looking through the list blanked comes back with it.
-      if (alive()) txtLoss.setText(former);
+    const bool left = list.choose();
+    if (!alive()) return;
+    const LineRecord* chosen = left ? lineOf(list) : nullptr;
+    if (!chosen) {
+      // What looking through the list blanked comes back.
+      txtLoss.setText(former);
       return;
     }
-    if (!alive()) return;
-    const LineRecord& chosen = lines_[static_cast<std::size_t>(list.List1.listIndex())];
     SetFlag(300);
-    sValueFile(chosen.file);
-    sValueID(chosen.id);
-    sValueDesc(chosen.description);
+    sValueFile(chosen->file);
+    sValueID(chosen->id);
+    sValueDesc(chosen->description);
     bDirty_ = true;
     RefreshAlerts();
     if (alive()) raise(ChangeLine);
@@ -91,19 +92,29 @@ void scLookLine::fillList(frmListSelect& list) const {
         equalIgnoringCase(trim(lines_[row].file), sValueFile()) && equalIgnoringCase(trim(lines_[row].id), sValueID());
     if (!current) continue;
     list.List1.setListIndex(static_cast<int>(row));
+    showBand(list);
     return;
   }
 }
 
+// By its place: two libraries may hold lines of one description.
+const LineRecord* scLookLine::lineOf(const frmListSelect& list) const {
+  const int row = list.List1.listIndex();
+  return row < 0 || row >= static_cast<int>(lines_.size()) ? nullptr : &lines_[static_cast<std::size_t>(row)];
+}
+
 void scLookLine::fLook_ListClick(frmListSelect& list) {
   txtLoss.setText(" ");
-  const int row = list.List1.listIndex();
-  if (row < 0 || row >= static_cast<int>(lines_.size())) return;
-  const LineRecord& line = lines_[static_cast<std::size_t>(row)];
-  const bool good = line.fMin > 0 && line.fMax > 0 && line.fMax >= line.fMin;
+  showBand(list);
+}
+
+void scLookLine::showBand(frmListSelect& list) const {
+  const LineRecord* line = lineOf(list);
+  if (!line) return;
+  const bool good = line->fMin > 0 && line->fMax >= line->fMin;
   list.Label1.setForeColor(good ? color::windowText : color::red);
-  list.Label1.setCaption(good ? generalText(line.fMin) + " MHz to " + generalText(line.fMax) + " MHz"
-                              : "Invalid Data; File: " + line.file + " ID: " + line.id);
+  list.Label1.setCaption(good ? generalText(line->fMin) + " MHz to " + generalText(line->fMax) + " MHz"
+                              : "Invalid Data; File: " + line->file + " ID: " + line->id);
 }
 
 }  // namespace vantrelix

@@ -1,5 +1,6 @@
 // Where the widgets of the line lookup control stand, what they say, and the order of the tab key.
 #include "controls/scLookLine.h"
+#include "controls/stretchDescription.h"
 #include "controls/widgetPlaces.h"
 
 namespace vantrelix {
@@ -7,41 +8,36 @@ namespace vantrelix {
 namespace {
 
 // The columns of the antenna control: a host puts both on one form, one below the other.
-constexpr int kWidth = 6600, kHeight = 1395;
+constexpr int kWidth = 6600, kHeight = 1830;
 constexpr int kCaption = 60, kCaptionWidth = 1215;
 constexpr int kFirst = 1320, kSecond = 2655, kThird = 3990, kFourth = 5325, kBoxWidth = 1215;
-constexpr int kLineHeight = 375, kRightMargin = 60, kGap = 30;
-constexpr int kDescTop = 60, kFileTop = 495, kLenTop = 930;
+constexpr int kLineHeight = 375;
+constexpr int kDescTop = 60, kFileTop = 495, kLenTop = 930, kLossTop = 1365;
 
 }  // namespace
 
 void scLookLine::layOut() {
   placeWidgets({
       {&lblDesc, {kCaption, kDescTop, kCaptionWidth, kLineHeight}},
-      {&txtDesc, {kFirst, kDescTop, kFourth - kFirst - kCaption, kLineHeight}},
-      {&cmdLook, {kFourth, kDescTop, kBoxWidth, kLineHeight}},
-      {&txtFile, {kFirst, kFileTop, 1290, kLineHeight}},
-      {&txtID, {kSecond, kFileTop, 1290, kLineHeight}},
-      {&lblFreq, {kThird, kFileTop, kFourth + kBoxWidth - kThird, kLineHeight}},
+      {&txtDesc, {kFirst, kDescTop, 5220, kLineHeight}},
+      {&txtFile, {kFirst, kFileTop, 2580, kLineHeight}},
+      {&txtID, {3930, kFileTop, 2580, kLineHeight}},
       {&lblLen, {kCaption, kLenTop, kCaptionWidth, kLineHeight}},
       {&txtLen, {kFirst, kLenTop, kBoxWidth, kLineHeight}},
       {&cboUnit, {kSecond, kLenTop, kBoxWidth, kLineHeight}},
-      {&lblLoss, {kThird, kLenTop, 600, kLineHeight}},
-      {&txtLoss, {kThird + 660, kLenTop, kBoxWidth, kLineHeight}},
-      {&lblDb, {kThird + 660 + kBoxWidth + 60, kLenTop, 420, kLineHeight}},
-      {&Command1, {kFourth, kFileTop, kBoxWidth, kLineHeight}},
+      {&cmdLook, {kFourth, kLenTop, kBoxWidth, kLineHeight}},
+      {&lblLoss, {kCaption, kLossTop, kCaptionWidth, kLineHeight}},
+      {&txtLoss, {kFirst, kLossTop, kBoxWidth, kLineHeight}},
+      {&lblDb, {kSecond, kLossTop, kBoxWidth, kLineHeight}},
+      {&lblFreq, {kThird, kLossTop, kFourth + kBoxWidth - kThird, kLineHeight}},
+      {&Command1, {kThird, kLenTop, kBoxWidth, kLineHeight}},
   });
   setSize(kWidth, kHeight);
 }
 
 void scLookLine::resize() {
-  if (width() < nMinWidth_) {
-    setSize(nMinWidth_, height());
-    return;
-  }
-  const int right = width() - kRightMargin;
-  cmdLook.setGeometry({right - kBoxWidth, kDescTop, kBoxWidth, kLineHeight});
-  txtDesc.setGeometry({kFirst, kDescTop, right - kBoxWidth - kCaption - kFirst, kLineHeight});
+  if (width() < nMinWidth_) setSize(nMinWidth_, height());
+  stretchDescription(txtDesc, txtFile, txtID, width());
 }
 
 void scLookLine::setTexts() {
@@ -49,7 +45,7 @@ void scLookLine::setTexts() {
   lblLen.setCaption("Length");
   lblLoss.setCaption("Loss");
   lblDb.setCaption("dB");
-  cmdLook.setCaption("Lookup");
+  cmdLook.setCaption("...");
   txtFile.setToolTip("Line Library");
   txtID.setToolTip("Line ID");
   txtDesc.setToolTip("Line Description");
@@ -65,7 +61,7 @@ void scLookLine::setTexts() {
 
 void scLookLine::SetTabOrder() {
   int index = 0;
-  for (Widget* widget : std::initializer_list<Widget*>{&txtDesc, &cmdLook, &txtLen, &cboUnit, &txtLoss}) {
+  for (Widget* widget : std::initializer_list<Widget*>{&txtDesc, &txtLen, &cboUnit, &cmdLook, &txtLoss}) {
     widget->setTabIndex(index++);
   }
 }

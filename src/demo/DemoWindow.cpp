@@ -1,21 +1,22 @@
 #include "demo/DemoWindow.h"
 
-#include <QCheckBox>
-#include <QDoubleSpinBox>
-#include <QFormLayout>
+#include <QCloseEvent>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QVBoxLayout>
 
+#include "demo/DialogMenu.h"
 #include "demo/EventList.h"
+#include "demo/FacilityBar.h"
+#include "demo/FacilityHost.h"
 #include "demo/HostControls.h"
 #include "demo/LibraryDialog.h"
 #include "demo/LibraryPanel.h"
+#include "demo/SitePanel.h"
 #include "foundation/extract.h"
 #include "foundation/suitePaths.h"
 #include "qt/LookAnt.h"
@@ -27,46 +28,10 @@ using qt::toQt;
 
 namespace {
 
-constexpr double kFrequency = 451.25;  // MHz
+constexpr const char* kProgram = "Vantrelix demo host";
 // The window's first size, in lines of its font.
 constexpr int kWidthInLines = 90;
 constexpr int kHeightInLines = 50;
-
-// How the made-up site's antenna is mounted.
-void mount(qt::LookAnt& control) {
-  control.sValueOrient("120");
-  control.sValueEtilt("-2");
-  control.sValueMtilt("0");
-  control.sValueMazim("120");
-  control.sValuePol("Vertical");
-}
-
-// The control closes its mounting boxes when its user clears the antenna and opens them on its own look-up. The list of
-// this host is a look-up too.
-void openMounting(scLookAnt& control) {
-  for (Widget* widget : std::initializer_list<Widget*>{&control.txtOrient, &control.txtETilt, &control.txtMTilt,
-                                                       &control.txtMAzim, &control.chkInvert, &control.cboPol}) {
-    widget->setEnabled(true);
-  }
-  control.cboPol.setLocked(false);
-}
-
-QLineEdit* readOnlyField(const QString& text) {
-  auto* field = new QLineEdit(text);
-  field->setReadOnly(true);
-  return field;
-}
-
-QDoubleSpinBox* frequencyField() {
-  auto* field = new QDoubleSpinBox;
-  field->setObjectName("frequencySpin");
-  field->setRange(0.1, 100000);
-  field->setDecimals(4);
-  field->setSuffix(" MHz");
-  field->setValue(kFrequency);
-  field->setToolTip("The working frequency that the host gives the control");
-  return field;
-}
 
 }  // namespace
 
@@ -76,7 +41,8 @@ DemoWindow::DemoWindow(QWidget* parent)
       panel_(new LibraryPanel),
       host_(new HostControls(*control_)),
       events_(new EventList) {
-  setWindowTitle("Vantrelix demo host");
+  control_->control().ZORUserLogin("");
+  facility_ = std::make_unique<FacilityHost>(control_->control());
   auto* upper = new QSplitter(Qt::Horizontal);
   upper->addWidget(libraryBox());
   upper->addWidget(facilityForm());
@@ -99,9 +65,13 @@ DemoWindow::DemoWindow(QWidget* parent)
   statusBar()->addWidget(folder);
   listenToControl();
   listenToHost();
+  listenToRecord();
+  new DialogMenu(*this);
   const QSize titleBar(0, 2 * fontMetrics().lineSpacing());
   resize(DemoWindow::sizeHint().boundedTo(screen()->availableSize() - titleBar));
 }
+
+DemoWindow::~DemoWindow() = default;
 
 QSize DemoWindow::sizeHint() const {
   return (QSize(kWidthInLines, kHeightInLines) * fontMetrics().lineSpacing()).expandedTo(QMainWindow::sizeHint());
@@ -111,22 +81,6 @@ QWidget* DemoWindow::libraryBox() {
   auto* box = new QGroupBox("Antenna library");
   auto* layout = new QVBoxLayout(box);
   layout->addWidget(panel_);
-  return box;
-}
-
-QGroupBox* DemoWindow::siteBox() {
-  auto* box = new QGroupBox("Facility");
-  auto* layout = new QHBoxLayout(box);
-  auto* left = new QFormLayout;
-  auto* right = new QFormLayout;
-  frequency_ = frequencyField();
-  left->addRow("Site", readOnlyField("Crestline Ridge"));
-  left->addRow("Service", readOnlyField("Dispatch base, transmit"));
-  right->addRow("Freque&ncy", frequency_);
-  right->addRow("Height", readOnlyField("42.0 m above ground"));
-  layout->addLayout(left, 1);
-  layout->addSpacing(fontMetrics().averageCharWidth() * 2);
-  layout->addLayout(right, 1);
   return box;
 }
 
@@ -140,20 +94,20 @@ QGroupBox* DemoWindow::antennaBox() {
 
 QWidget* DemoWindow::facilityForm() {
   auto* form = new QWidget;
+  bar_ = new FacilityBar(*facility_);
+  site_ = new SitePanel(*facility_);
   auto* lower = new QHBoxLayout;
   lower->addWidget(antennaBox(), 1);
   lower->addWidget(host_);
   auto* layout = new QVBoxLayout(form);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(siteBox());
+  layout->addWidget(bar_);
+  layout->addWidget(site_);
   layout->addLayout(lower, 1);
   return form;
 }
 
 void DemoWindow::listenToControl() {
-  control_->sValueFreq(frequency_->value());
-  control_->control().ZORUserLogin("");
-  mount(*control_);
   control_->control().setLibraryLook([this](scLookAnt::LibraryChoice& choice) { return look(choice); });
   connect(control_, &qt::LookAnt::ChangeAntenna, this, [this] { heard("ChangeAntenna", antennaText()); });
   connect(control_, &qt::LookAnt::ChangeMounting, this, [this] { heard("ChangeMounting", mountingText()); });
@@ -169,7 +123,6 @@ void DemoWindow::listenToHost() {
   connect(panel_, &LibraryPanel::antennaChosen, this, &DemoWindow::takeChosen);
   connect(panel_, &LibraryPanel::antennaActivated, this, &DemoWindow::takeChosen);
   connect(host_, &HostControls::acted, this, [this](const QString& call) {
-    panel_->setEnabled(!host_->locked());
     showState();
     events_->addCall(call);
   });
@@ -177,14 +130,51 @@ void DemoWindow::listenToHost() {
     control_->Alerts("");
     events_->setAlerts("");
   });
-  connect(frequency_, &QDoubleSpinBox::valueChanged, control_, &qt::LookAnt::sValueFreq);
+}
+
+void DemoWindow::listenToRecord() {
+  facility_->did.listen(
+      [this](const std::string& call, const std::string& detail) { events_->addCall(toQt(call), toQt(detail)); });
+  facility_->changed.listen([this] { showRecordState(); });
+  facility_->recordShown.listen([this] { showRecord(); });
+  facility_->open();
+  bar_->enter();
 }
 
 bool DemoWindow::choose(const QString& library, const QString& antenna) {
   if (!panel_->choose(library, antenna)) return false;
+  facility_->edit();
+  // The edit began with the antenna of the record.
+  panel_->choose(library, antenna);
   takeChosen();
   return true;
 }
+
+// Another record, as it is stored.
+void DemoWindow::showRecord() {
+  events_->setAlerts(control_->Alerts());
+  if (control_->sValueFile().isEmpty() || !panel_->choose(control_->sValueFile(), control_->sValueID())) {
+    panel_->forget();
+  }
+  host_->showState();
+  showRecordState();
+}
+
+void DemoWindow::showRecordState() {
+  const bool editing = facility_->editing();
+  site_->showState();
+  bar_->showState();
+  host_->setEditing(editing);
+  panel_->setEnabled(editing);
+  const QString name = toQt(facility_->siteName());
+  setWindowTitle((name.isEmpty() ? QString() : name + "[*] \u2014 ") + kProgram);
+  setWindowModified(facility_->dirty());
+  if (editing && !wasEditing_) site_->enter();
+  if (!editing && wasEditing_) bar_->enter();
+  wasEditing_ = editing;
+}
+
+void DemoWindow::closeEvent(QCloseEvent* event) { event->setAccepted(facility_->leave()); }
 
 void DemoWindow::takeChosen() {
   const auto antenna = panel_->antenna();
@@ -192,7 +182,7 @@ void DemoWindow::takeChosen() {
   control_->sValueFile(toQt(ExtractBaseName(panel_->library().file)));
   control_->sValueID(toQt(antenna->id));
   control_->GetAntPat();
-  openMounting(control_->control());
+  facility_->openMounting();
   host_->showState();
   events_->addCall("sValueFile, sValueID, GetAntPat", antennaText());
 }

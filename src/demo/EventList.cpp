@@ -15,6 +15,7 @@ namespace {
 
 constexpr int kMostRows = 1000;
 constexpr int kHeightInLines = 13;
+constexpr int kLeastLines = 3;  // of the list, its header among them
 
 void setUpList(QTreeWidget& list) {
   list.setObjectName("eventList");
@@ -50,6 +51,9 @@ EventList::EventList(QWidget* parent)
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(eventBox, 3);
   layout->addWidget(alertBox, 1);
+  // On a small screen the form comes first.
+  list_->setMinimumHeight(kLeastLines * fontMetrics().lineSpacing());
+  alerts_->setMinimumHeight(fontMetrics().lineSpacing() * 9 / 5);
   connect(clear, &QPushButton::clicked, this, &EventList::clearAlerts);
 }
 

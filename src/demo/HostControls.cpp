@@ -36,8 +36,6 @@ Button* named(Button* button, const QString& name, const QString& tip) {
 
 HostControls::HostControls(qt::LookAnt& control, QWidget* parent) : QGroupBox("Host", parent), control_(control) {
   auto* layout = new QVBoxLayout(this);
-  addRecord(*layout);
-  addRule(*layout);
   addBackgrounds(*layout);
   addRule(*layout);
   addViews(*layout);
@@ -51,21 +49,6 @@ QCheckBox* HostControls::addBox(QVBoxLayout& layout, const QString& name, const 
   auto* box = named(new QCheckBox(caption, this), name, tip);
   layout.addWidget(box);
   return box;
-}
-
-void HostControls::addRecord(QVBoxLayout& layout) {
-  lock_ = addBox(layout, "lockBox", "Loc&k the record", "Locks the values against the user");
-  connect(lock_, &QCheckBox::clicked, this, [this](bool on) {
-    control_.Locked(on);
-    did("Locked" + onOff(on));
-  });
-  auto* clear = named(new QPushButton("C&lear values", this), "clearButton", "Blanks the values and the previews");
-  layout.addWidget(clear);
-  connect(clear, &QPushButton::clicked, this, [this] {
-    control_.Clear();
-    control_.GetAntPat();
-    did("Clear, GetAntPat");
-  });
 }
 
 void HostControls::addBackgrounds(QVBoxLayout& layout) {
@@ -87,6 +70,13 @@ void HostControls::addBackgrounds(QVBoxLayout& layout) {
       did(row.call + onOff(true));
     });
   }
+  clear_ = named(new QPushButton("C&lear values", this), "clearButton", "Blanks the values and the previews");
+  layout.addWidget(clear_);
+  connect(clear_, &QPushButton::clicked, this, [this] {
+    control_.Clear();
+    control_.GetAntPat();
+    did("Clear, GetAntPat");
+  });
 }
 
 void HostControls::addViews(QVBoxLayout& layout) {
@@ -113,7 +103,7 @@ void HostControls::addPointers(QVBoxLayout& layout) {
   bearing_->setDecimals(1);
   bearing_->setValue(45);
   bearing_->setSuffix(QString::fromUtf8("\xC2\xB0"));
-  auto* caption = new QLabel("B&earing");
+  auto* caption = new QLabel("&Bearing");
   caption->setBuddy(bearing_);
   auto* azimuth = named(new QPushButton("Mark &azimuth", this), "markAzimuthButton",
                         "Draws a pointer on the azimuth preview; it stays until the next redraw");
@@ -140,7 +130,7 @@ void HostControls::did(const QString& call) {
   Q_EMIT acted(call);
 }
 
-bool HostControls::locked() const { return lock_->isChecked(); }
+void HostControls::setEditing(bool editing) { clear_->setEnabled(editing); }
 
 void HostControls::showState() {
   previews_->setChecked(control_.SeePreview());

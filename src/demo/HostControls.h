@@ -5,6 +5,7 @@
 
 class QCheckBox;
 class QDoubleSpinBox;
+class QPushButton;
 class QVBoxLayout;
 
 namespace vantrelix::qt {
@@ -19,9 +20,8 @@ class HostControls : public QGroupBox {
  public:
   explicit HostControls(qt::LookAnt& control, QWidget* parent = nullptr);
 
-  // Whether this host has locked the record. The control's own Locked tells of the description alone, which a library
-  // antenna locks too.
-  bool locked() const;
+  // Whether the record is open for its user, and values may be changed.
+  void setEditing(bool editing);
   // Shows what the control's members give, after the user or the program changed them.
   void showState();
 
@@ -30,7 +30,6 @@ class HostControls : public QGroupBox {
   void acted(const QString& call);
 
  private:
-  void addRecord(QVBoxLayout& layout);
   void addBackgrounds(QVBoxLayout& layout);
   void addViews(QVBoxLayout& layout);
   void addPointers(QVBoxLayout& layout);
@@ -38,7 +37,8 @@ class HostControls : public QGroupBox {
   void did(const QString& call);
 
   qt::LookAnt& control_;
-  QCheckBox *lock_, *previews_, *gainOnly_, *polarisation_;
+  QPushButton* clear_;
+  QCheckBox *previews_, *gainOnly_, *polarisation_;
   QDoubleSpinBox* bearing_;
 };
 

@@ -119,7 +119,7 @@ void LibraryPanel::build() {
   note_->setObjectName("libraryNote");
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
-  addField(*layout, "Li&brary", *library_);
+  addField(*layout, "Librar&y", *library_);
   addField(*layout, "&Find antenna", *find_);
   layout->addWidget(list_, 1);
   layout->addWidget(note_);

@@ -11,6 +11,7 @@
 #include "demo/DemoOptions.h"
 #include "demo/DemoWindow.h"
 #include "foundation/hostProgram.h"
+#include "foundation/text.h"
 #include "platform/Platform.h"
 #include "platform/RunTimeFailure.h"
 #include "qt/QtDesktop.h"
@@ -98,7 +99,7 @@ void savePicture(DemoWindow& window, const QString& path) {
 int runWindow(const DemoOptions& options) {
   DemoWindow window;
   const bool named = !options.library.isEmpty() || !options.antenna.isEmpty();
-  if (!window.choose(options.library, options.antenna) && named) {
+  if (named && !window.choose(options.library, options.antenna)) {
     return fail("There is no antenna '" + qt::fromQt(options.antenna) + "' in the library '" +
                 qt::fromQt(options.library) + "'. The form lists what there is.");
   }
@@ -109,6 +110,13 @@ int runWindow(const DemoOptions& options) {
   if (!options.picture.isEmpty()) savePicture(window, options.picture);
   if (options.print) std::cout << qt::fromQt(window.values());
   return 0;
+}
+
+// What nobody stood before the screen to read.
+void printMessages(const ScriptedDesktop& unattended) {
+  for (const auto& [message, answer] : unattended.shown()) {
+    std::cerr << "vantrelix-demo: " << replaceAll(message.text, kLineBreak, "\n") << "\n";
+  }
 }
 
 int runWithOptions(const DemoOptions& options, int argc, char** argv) {
@@ -123,7 +131,9 @@ int runWithOptions(const DemoOptions& options, int argc, char** argv) {
   ScriptedDesktop unattended;
   Desktop& chosen = options.withoutWindow() ? static_cast<Desktop&>(unattended) : shown;
   const DesktopInUse inUse(chosen);
-  return runWindow(options);
+  const int status = runWindow(options);
+  printMessages(unattended);
+  return status;
 }
 
 }  // namespace

@@ -30,6 +30,10 @@ inline constexpr int getLineLossValue = 4101;
 // Import.
 inline constexpr int importFiles = 6100;
 
+// Alias picker.
+inline constexpr int modGetOpenFileAliasNoDBClass = 8201;
+inline constexpr int frmFileAlias_cmdNew = 8202;
+
 // Lookup controls.
 inline constexpr int scLookAnt_cmdLook = 2101;
 inline constexpr int scLookAnt_GetAntPat = 2201;

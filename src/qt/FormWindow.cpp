@@ -4,9 +4,13 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QElapsedTimer>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
+#include <QThread>
 #include <QTimer>
+#include <QWindow>
 
 #include "qt/formLayouts.h"
 #include "qt/makeView.h"
@@ -17,12 +21,31 @@ namespace vantrelix::qt {
 
 namespace {
 
-Form::WindowState stateOf(Qt::WindowStates states) {
-  if (states.testFlag(Qt::WindowMinimized)) return Form::WindowState::minimised;
-  if (states.testFlag(Qt::WindowMaximized) || states.testFlag(Qt::WindowFullScreen)) {
-    return Form::WindowState::maximised;
+constexpr qint64 kLongestWaitForScreen = 200;  // milliseconds
+
+using State = Form::WindowState;
+
+State stateOf(Qt::WindowStates states) {
+  if (states.testFlag(Qt::WindowMinimized)) return State::minimised;
+  const bool fills = states.testFlag(Qt::WindowMaximized) || states.testFlag(Qt::WindowFullScreen);
+  return fills ? State::maximised : State::normal;
+}
+
+Qt::WindowState qtStateOf(State state) {
+  if (state == State::minimised) return Qt::WindowMinimized;
+  return state == State::maximised ? Qt::WindowMaximized : Qt::WindowNoState;
+}
+
+// A window of work that goes on at once would else stay blank until the work lets the screen have a turn.
+void waitUntilPainted(QPointer<QWidget> window) {
+  QElapsedTimer clock;
+  clock.start();
+  const auto seen = [&window] { return !window->windowHandle() || window->windowHandle()->isExposed(); };
+  while (window && window->isVisible() && !seen() && clock.elapsed() < kLongestWaitForScreen) {
+    QThread::msleep(1);
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
   }
-  return Form::WindowState::normal;
+  if (window) window->repaint();
 }
 
 }  // namespace
@@ -36,29 +59,43 @@ FormWindow::FormWindow(Form& form, QWidget* parent)
   followTabOrder();
   addTimers(form);
   setWindowTitle(toQt(form.caption()));
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, const QWidget* now) { tellFocus(now); });
 }
 
-FormWindow::~FormWindow() = default;
+FormWindow::~FormWindow() {
+  disconnect(qApp, nullptr, this, nullptr);
+  if (ended_) return;
+  runGuarded([this] {
+    if (Form* form = link_.get()) form->hide();
+  });
+}
 
 QWidget& FormWindow::view(Widget& model) {
   if (const auto made = views_.find(&model); made != views_.end()) return made->second->widget();
   WidgetView* view = makeView(model, this);
   if (!view) qFatal("no view shows the widget %s", model.name().c_str());
   view->widget().setProperty(kLaidOut, true);
+  if (auto* button = qobject_cast<QPushButton*>(&view->widget())) button->setAutoDefault(false);
   view->refresh();
   views_.emplace(&model, view);
   return view->widget();
 }
 
-// The order of the models' tab indexes; a widget without one keeps out of it.
+// The order of the models' tab indexes; a widget without one is passed over, unless the form gives none at all.
 void FormWindow::followTabOrder() {
   std::vector<std::pair<const Widget*, QWidget*>> stops;
   for (const auto& [model, view] : views_) {
     if (model->tabIndex() >= 0) stops.emplace_back(model, &view->widget());
   }
+  if (stops.empty()) return;
   std::stable_sort(stops.begin(), stops.end(),
                    [](const auto& a, const auto& b) { return a.first->tabIndex() < b.first->tabIndex(); });
   for (std::size_t i = 1; i < stops.size(); ++i) setTabOrder(stops[i - 1].second, stops[i].second);
+  for (const auto& [model, view] : views_) {
+    QWidget& widget = view->widget();
+    const bool stop = (widget.focusPolicy() & Qt::TabFocus) != 0;
+    if (stop && model->tabIndex() < 0) widget.setFocusPolicy(Qt::ClickFocus);
+  }
 }
 
 void FormWindow::addTimers(Form& form) {
@@ -67,43 +104,59 @@ void FormWindow::addTimers(Form& form) {
     if (!model) continue;
     auto* timer = new QTimer(this);
     timer->setObjectName(toQt(model->name()));
-    const auto run = [timer, model] {
-      timer->setInterval(model->interval());
-      if (model->running() != timer->isActive()) model->running() ? timer->start() : timer->stop();
+    const auto run = [this, timer, model] {
+      if (timer->interval() != model->interval()) timer->setInterval(model->interval());
+      const bool wanted = model->running() && !ended_;
+      if (wanted != timer->isActive()) wanted ? timer->start() : timer->stop();
     };
     connect(timer, &QTimer::timeout, this, [this, model] {
       if (link_.get()) runGuarded([model] { model->userTick(); });
     });
+    timers_.push_back(timer);
     timerChanges_.push_back(model->changed.connect(run));
     run();
   }
 }
 
 void FormWindow::runModal(Form& form, QWidget* parent) {
-  FormWindow window(form, parent);
+  const QPointer<FormWindow> window = new FormWindow(form, parent);
+  const auto cleanUp = qScopeGuard([&window] { delete window; });
   QEventLoop loop;
-  window.loop_ = &loop;
-  window.setWindowModality(Qt::ApplicationModal);
+  window->loop_ = &loop;
+  window->setWindowModality(Qt::ApplicationModal);
   form.setVisible(true);
-  window.present();
-  if (window.isVisible()) loop.exec();
+  window->present();
+  if (window && !window->ended_) loop.exec(QEventLoop::DialogExec);
 }
 
 void FormWindow::showModeless(Form& form, QWidget* parent, bool takesFocus) {
+  for (QWidget* shown : QApplication::topLevelWidgets()) {
+    auto* own = qobject_cast<FormWindow*>(shown);
+    if (!own || own->ended_ || own->link_.get() != &form) continue;
+    own->raise();
+    if (takesFocus) own->activateWindow();
+    return;
+  }
   auto* window = new FormWindow(form, parent);
   window->modeless_ = true;
+  window->leavesFocus_ = !takesFocus;
   if (!takesFocus) {
     window->setAttribute(Qt::WA_ShowWithoutActivating);
     window->setWindowFlag(Qt::WindowDoesNotAcceptFocus);
   }
   form.setVisible(true);
   window->present();
+  if (!takesFocus) waitUntilPainted(window);
 }
 
 void FormWindow::present() {
   place();
   follow();
-  show();
+  if (!ended_) {
+    const QScopedValueRollback<bool> rollback(showing_, true);
+    show();
+  }
+  if (ended_) leave();
 }
 
 void FormWindow::place() {
@@ -114,34 +167,46 @@ void FormWindow::place() {
   const QSize wanted = box.isEmpty() ? sizeHint() : box.size();
   resize(wanted.expandedTo(minimumSizeHint()));
   if (form->placed()) move(box.topLeft());
-  if (form->windowState() == Form::WindowState::maximised) setWindowState(Qt::WindowMaximized);
+  if (form->windowState() != State::normal) setWindowState(qtStateOf(form->windowState()));
 }
 
 void FormWindow::follow() {
   const Form* form = link_.get();
-  if (!form) return;
+  if (!form || ended_) return;
   if (windowTitle() != toQt(form->caption())) setWindowTitle(toQt(form->caption()));
   if (!form->visible()) return end();
-  for (const auto& [model, view] : views_) {
-    auto* button = qobject_cast<QPushButton*>(&view->widget());
-    if (!button) continue;
-    button->setAutoDefault(false);
-    if (const bool wanted = model == form->defaultButton(); button->isDefault() != wanted) button->setDefault(wanted);
-  }
-  followFocus();
-  if (placing_ || !presented_ || !form->placed()) return;
+  followFocus(*form);
+  markDefaultButton();
+  if (!placing_ && presented_) followGeometry(*form);
+}
+
+void FormWindow::followGeometry(const Form& form) {
+  if (form.windowState() != stateOf(windowState())) setWindowState(qtStateOf(form.windowState()));
+  if (!form.placed() || form.windowState() != State::normal) return;
   const QScopedValueRollback<bool> quiet(placing_, true);
-  const QRect box = pixelsOf(form->geometry(), *this);
+  const QRect box = pixelsOf(form.geometry(), *this);
   if (box.topLeft() != pos()) move(box.topLeft());
   if (!box.isEmpty() && box.size() != size()) resize(box.size().expandedTo(minimumSizeHint()));
 }
 
-void FormWindow::followFocus() {
-  const Form* form = link_.get();
-  Widget* wanted = form->activeWidget();
+void FormWindow::followFocus(const Form& form) {
+  Widget* wanted = form.activeWidget();
   if (!wanted || wanted == focused_) return;
   focused_ = wanted;
   if (const auto found = views_.find(wanted); found != views_.end()) found->second->widget().setFocus();
+}
+
+// The toolkit's own way, buttons that become the default one by themselves, would give every form a default button.
+void FormWindow::markDefaultButton() {
+  const Form* form = link_.get();
+  if (!form) return;
+  const auto* focused = qobject_cast<QPushButton*>(focusWidget());
+  for (const auto& [model, view] : views_) {
+    auto* button = qobject_cast<QPushButton*>(&view->widget());
+    if (!button) continue;
+    const bool wanted = focused ? button == focused : model == form->defaultButton();
+    if (button->isDefault() != wanted) button->setDefault(wanted);
+  }
 }
 
 void FormWindow::showEvent(QShowEvent* event) {
@@ -156,18 +221,16 @@ void FormWindow::showEvent(QShowEvent* event) {
 
 // The form alone says whether it goes; its hiding ends the window.
 void FormWindow::closeEvent(QCloseEvent* event) {
-  event->ignore();
   runGuarded([this] {
     if (Form* form = link_.get()) form->userClose();
   });
+  event->setAccepted(ended_);
 }
 
 void FormWindow::reject() {
   const Form* form = link_.get();
-  if (!form) return end();
-  CommandButton* cancel = form->cancelButton();
-  if (cancel && cancel->reachable()) return runGuarded([cancel] { cancel->userClick(); });
-  close();
+  CommandButton* cancel = form ? form->cancelButton() : nullptr;
+  if (cancel) runGuarded([cancel] { cancel->userClick(); });
 }
 
 void FormWindow::moveEvent(QMoveEvent* event) {
@@ -182,27 +245,57 @@ void FormWindow::resizeEvent(QResizeEvent* event) {
 
 void FormWindow::changeEvent(QEvent* event) {
   QDialog::changeEvent(event);
-  if (event->type() == QEvent::WindowStateChange) {
-    if (Form* form = link_.get()) form->setWindowState(stateOf(windowState()));
+  const auto type = event->type();
+  if (type == QEvent::WindowStateChange) {
+    if (Form* form = link_.get()) runGuarded([&] { form->setWindowState(stateOf(windowState())); });
   }
-  const bool look = event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange;
-  if (look) {
+  // Where the desktop activates a window all the same.
+  if (type == QEvent::ActivationChange && leavesFocus_ && isActiveWindow() && parentWidget()) {
+    parentWidget()->activateWindow();
+  }
+  if (type == QEvent::PaletteChange || type == QEvent::StyleChange || type == QEvent::FontChange) {
     for (const auto& [model, view] : views_) view->refresh();
   }
+}
+
+void FormWindow::tellFocus(const QWidget* now) {
+  if (!now || ended_ || !isAncestorOf(now)) return;
+  markDefaultButton();
+  // The view itself or the nearest one round it: a frame has other views inside.
+  const auto viewAt = [this](const QWidget* widget) {
+    return std::find_if(views_.begin(), views_.end(), [widget](const auto& entry) {
+      return entry.second->widgetModel() && &entry.second->widget() == widget;
+    });
+  };
+  auto found = viewAt(now);
+  for (const QWidget* widget = now; found == views_.end() && widget != this; widget = widget->parentWidget()) {
+    found = viewAt(widget);
+  }
+  Form* form = link_.get();
+  if (found == views_.end() || !form) return;
+  runGuarded([&] { form->setFocus(*found->first); });
 }
 
 // Only a window in its normal state has a place worth keeping.
 void FormWindow::tellGeometry() {
   Form* form = link_.get();
-  if (!form || placing_ || !presented_ || stateOf(windowState()) != Form::WindowState::normal) return;
+  if (!form || ended_ || placing_ || !presented_ || stateOf(windowState()) != State::normal) return;
   const QScopedValueRollback<bool> quiet(placing_, true);
   runGuarded([&] {
     form->moveTo(twipsOf(x(), logicalDpiX()), twipsOf(y(), logicalDpiY()));
-    form->setSize(twipsOf(width(), logicalDpiX()), twipsOf(height(), logicalDpiY()));
+    if (link_.get()) form->setSize(twipsOf(width(), logicalDpiX()), twipsOf(height(), logicalDpiY()));
   });
 }
 
 void FormWindow::end() {
+  if (ended_) return;
+  ended_ = true;
+  for (QTimer* timer : timers_) timer->stop();
+  // A window cannot be hidden while it is being shown.
+  if (!showing_) leave();
+}
+
+void FormWindow::leave() {
   hide();
   if (loop_) loop_->quit();
   if (modeless_) deleteLater();

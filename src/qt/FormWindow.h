@@ -1,9 +1,11 @@
 // The window of a form. A layout made for the kind of form (qt/formLayouts.h) places the views, so that the window
 // follows fonts and texts; place, size, title, focus, Enter and Escape follow the form, and the form follows the user.
+//
+// Enter presses the button that has the keyboard, else the form's default button; Escape presses the form's cancel
+// button and does nothing where there is none.
 #pragma once
 
 #include <map>
-#include <memory>
 #include <vector>
 
 #include <QDialog>
@@ -21,6 +23,7 @@ class FormWindow : public QDialog {
 
  public:
   explicit FormWindow(Form& form, QWidget* parent = nullptr);
+  // Hides the form where it is shown still: the program ends, or the window that owns this one went.
   ~FormWindow() override;
 
   // The view of one of the form's widgets, made at the first call, for a layout to place.
@@ -28,7 +31,8 @@ class FormWindow : public QDialog {
 
   // Shows the form over `parent` and returns once it is hidden or gone.
   static void runModal(Form& form, QWidget* parent);
-  // Shows the form and goes on; the window ends with the form or its hiding.
+  // Shows the form and goes on; the window ends with the form or its hiding. A form that is shown already comes to the
+  // front. One that takes no focus is painted when this returns, as its owner may be about to work.
   static void showModeless(Form& form, QWidget* parent, bool takesFocus);
 
   void reject() override;
@@ -44,18 +48,26 @@ class FormWindow : public QDialog {
   void present();
   void place();
   void follow();
-  void followFocus();
+  void followGeometry(const Form& form);
+  void followFocus(const Form& form);
   void followTabOrder();
+  void markDefaultButton();
   void addTimers(Form& form);
+  void tellFocus(const QWidget* now);
   void tellGeometry();
   void end();
+  void leave();
 
   ModelLink<Form> link_;
   std::map<Widget*, WidgetView*> views_;
   std::vector<Connection> timerChanges_;
+  std::vector<QTimer*> timers_;
   const Widget* focused_ = nullptr;
   bool placing_ = false;
+  bool showing_ = false;
   bool presented_ = false;
+  bool ended_ = false;
+  bool leavesFocus_ = false;
   QEventLoop* loop_ = nullptr;  // of a modal run
   bool modeless_ = false;
 };

@@ -79,6 +79,21 @@ QString LookAnt::Alerts() const { return toQt(control_->Alerts()); }
 
 void LookAnt::Alerts(const QString& text) { control_->Alerts(fromQt(text)); }
 
+QString LookAnt::Save() { return toQt(control_->Save()); }
+
+bool LookAnt::bEdit(bool bSilent, QString* vReturn) {
+  Value message;
+  const bool can = control_->bEdit(bSilent, &message).asBoolean();
+  if (vReturn && !message.isNull()) *vReturn = toQt(message.asText());
+  return can;
+}
+
+QString LookAnt::sHookDBFValue(const QString& sKey) const { return toQt(control_->sHookDBFValue(fromQt(sKey))); }
+
+void LookAnt::sHookDBFValue(const QString& sKey, const QString& text) {
+  control_->sHookDBFValue(fromQt(sKey), fromQt(text));
+}
+
 void LookAnt::SeeAzimuth(double degrees, const QColor& colour) { control_->SeeAzimuth(degrees, pointerColour(colour)); }
 
 void LookAnt::SeeElevation(double degrees, const QColor& colour) {

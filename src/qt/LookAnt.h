@@ -88,6 +88,12 @@ class LookAnt : public QWidget {
   QString Alerts() const;
   void Alerts(const QString& text);
 
+  // The facility record; its hooks are put through control().
+  Q_INVOKABLE QString Save();
+  Q_INVOKABLE bool bEdit(bool bSilent = false, QString* vReturn = nullptr);
+  Q_INVOKABLE QString sHookDBFValue(const QString& sKey) const;
+  Q_INVOKABLE void sHookDBFValue(const QString& sKey, const QString& text);
+
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
@@ -99,6 +105,13 @@ class LookAnt : public QWidget {
   void SeeElevation(double degrees, const QColor& colour = {});
   void LookupOnly(bool only) { control_->LookupOnly(only); }
   void bSeeGainOnly(bool only) { control_->bSeeGainOnly(only); }
+  void Update() { control_->Update(); }
+  void UpdateINI() { control_->UpdateINI(); }
+  void UpdateDBF() { control_->UpdateDBF(); }
+  void Edit() { control_->Edit(); }
+  void EditUpdate() { control_->EditUpdate(); }
+  void CancelEdit() { control_->CancelEdit(); }
+  void DisconnectDBF() { control_->DisconnectDBF(); }
 
  Q_SIGNALS:
   void NewAlert();

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QCursor>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -17,6 +18,8 @@
 namespace vantrelix::qt {
 
 namespace {
+
+constexpr int kInputWidth = 360;
 
 using Box = QMessageBox;
 using Button = std::pair<Box::StandardButton, MsgAnswer>;
@@ -59,7 +62,11 @@ Box::Icon iconOf(MsgIcon icon) {
   return Box::NoIcon;
 }
 
-QString linesOf(const std::string& text) { return toQt(text).replace("\r\n", "\n").replace('\r', '\n'); }
+// The window over which another is to come up.
+QWidget* windowInUse() {
+  QWidget* active = QApplication::activeWindow();
+  return active ? active : QApplication::activeModalWidget();
+}
 
 }  // namespace
 
@@ -69,8 +76,8 @@ MsgAnswer QtDesktop::messageBox(const Message& message) {
   box.setWindowTitle(toQt(message.title));
   box.setIcon(iconOf(message.icon));
   box.setTextFormat(Qt::PlainText);
-  box.setText(linesOf(message.text));
-  box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+  box.setText(linesToQt(message.text));
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   for (const Button& button : row.buttons) box.addButton(button.first)->setIcon({});
   const int byDefault = std::clamp(message.defaultButton, 1, static_cast<int>(row.buttons.size())) - 1;
   box.setDefaultButton(row.buttons[static_cast<std::size_t>(byDefault)].first);
@@ -98,17 +105,24 @@ void QtDesktop::popupMenu(Menu& menu) {
   }
 }
 
-void QtDesktop::showModal(Form& form) { FormWindow::runModal(form, QApplication::activeWindow()); }
+void QtDesktop::showModal(Form& form) { FormWindow::runModal(form, windowInUse()); }
 
 void QtDesktop::showModeless(Form& form, Activation activation) {
-  FormWindow::showModeless(form, QApplication::activeWindow(), activation == Activation::take);
+  FormWindow::showModeless(form, windowInUse(), activation == Activation::take);
 }
 
 std::string QtDesktop::inputBox(const std::string& prompt, const std::string& title, const std::string& text) {
-  bool taken = false;
-  const QString answer = QInputDialog::getText(QApplication::activeWindow(), toQt(title), linesOf(prompt),
-                                               QLineEdit::Normal, toQt(text), &taken);
-  return taken ? fromQt(answer) : std::string();
+  QInputDialog dialog(windowInUse());
+  dialog.setWindowTitle(toQt(title));
+  dialog.setLabelText(linesToQt(prompt));
+  dialog.setTextValue(toQt(text));
+  for (auto* label : dialog.findChildren<QLabel*>()) {
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+  }
+  for (auto* button : dialog.findChildren<QPushButton*>()) button->setIcon({});
+  dialog.resize(std::max(kInputWidth, dialog.minimumSizeHint().width()), dialog.sizeHint().height());
+  return dialog.exec() == QDialog::Accepted ? fromQt(dialog.textValue()) : std::string();
 }
 
 MonitorPort& QtDesktop::monitors() { return monitors_; }

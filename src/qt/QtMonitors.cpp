@@ -14,12 +14,7 @@ namespace {
 
 Rectangle boxOf(const QRect& rect) { return {rect.x(), rect.y(), rect.width(), rect.height()}; }
 
-// A handle is the screen's place in the list, counted from 1.
-QScreen* screenOf(MonitorHandle handle) {
-  const QList<QScreen*> screens = QGuiApplication::screens();
-  return handle < 1 || handle > screens.size() ? nullptr : screens[static_cast<qsizetype>(handle) - 1];
-}
-
+// One scale for the whole desktop, the first screen's; a place on it could not be told otherwise.
 double twipsPerPixel(qreal (QScreen::*dotsPerInch)() const) {
   const QScreen* first = QGuiApplication::primaryScreen();
   return first ? kTwipsPerInch / (first->*dotsPerInch)() : kTwipsPerInch / 96.0;
@@ -27,11 +22,25 @@ double twipsPerPixel(qreal (QScreen::*dotsPerInch)() const) {
 
 }  // namespace
 
+MonitorHandle ObjectHandles::handleOf(QObject* object) {
+  if (!object) return 0;
+  const auto found = std::find(known_.begin(), known_.end(), object);
+  const auto place = found - known_.begin();
+  if (found == known_.end()) known_.emplace_back(object);
+  return static_cast<MonitorHandle>(place) + 1;
+}
+
+QObject* ObjectHandles::objectOf(MonitorHandle handle) const {
+  const bool known = handle >= 1 && handle <= static_cast<MonitorHandle>(known_.size());
+  return known ? known_[static_cast<std::size_t>(handle) - 1].data() : nullptr;
+}
+
 int QtMonitors::count() { return static_cast<int>(QGuiApplication::screens().size()); }
 
 Rectangle QtMonitors::desktop() {
-  const QScreen* first = QGuiApplication::primaryScreen();
-  return first ? boxOf(first->virtualGeometry()) : Rectangle{};
+  QRect whole;
+  for (const QScreen* each : QGuiApplication::screens()) whole |= each->geometry();
+  return boxOf(whole);
 }
 
 Rectangle QtMonitors::screen() {
@@ -41,16 +50,16 @@ Rectangle QtMonitors::screen() {
 
 MonitorHandle QtMonitors::monitorFromRect(const Rectangle& box) {
   const QRect wanted(box.left, box.top, box.width, box.height);
-  MonitorHandle best = 0;
+  QScreen* best = nullptr;
   qint64 most = 0;
-  for (MonitorHandle handle = 1; handle <= count(); ++handle) {
-    const QRect shared = screenOf(handle)->geometry() & wanted;
+  for (QScreen* each : QGuiApplication::screens()) {
+    const QRect shared = each->geometry() & wanted;
     const qint64 area = static_cast<qint64>(shared.width()) * shared.height();
     if (shared.isEmpty() || area <= most) continue;
     most = area;
-    best = handle;
+    best = each;
   }
-  return best;
+  return handles_.handleOf(best);
 }
 
 MonitorHandle QtMonitors::monitorFromWindow(const Form& form) {
@@ -61,7 +70,7 @@ MonitorHandle QtMonitors::monitorFromWindow(const Form& form) {
 }
 
 MonitorInfo QtMonitors::info(MonitorHandle handle) {
-  const QScreen* screen = screenOf(handle);
+  const auto* screen = qobject_cast<QScreen*>(handles_.objectOf(handle));
   return screen ? MonitorInfo{boxOf(screen->geometry()), boxOf(screen->availableGeometry())} : MonitorInfo{};
 }
 

@@ -4,6 +4,9 @@
 #include <QVBoxLayout>
 
 #include "qt/FormWindow.h"
+#include "qt/forms/fileAlias.h"
+#include "qt/forms/messageForms.h"
+#include "qt/forms/parabGain.h"
 #include "ui/Timer.h"
 #include "ui/widgets.h"
 
@@ -42,7 +45,9 @@ bool anyForm(FormWindow& window, Form& form) {
 }
 
 constexpr Layout kLayouts[] = {
-    anyForm,
+    layoutFor<frmMsgBoxChk, layOutMsgBoxChk>,   layoutFor<frmMsgFloat, layOutMsgFloat>,
+    layoutFor<frmListSelect, layOutListSelect>, layoutFor<frmParabGain, layOutParabGain>,
+    layoutFor<frmFileAlias, layOutFileAlias>,   anyForm,
 };
 
 }  // namespace

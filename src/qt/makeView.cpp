@@ -1,5 +1,6 @@
 #include "qt/makeView.h"
 
+#include "qt/GridView.h"
 #include "qt/PictureView.h"
 #include "qt/TextBoxView.h"
 #include "qt/plainViews.h"
@@ -26,6 +27,7 @@ constexpr Maker kMakers[] = {
     makeFor<LineShapeView, LineShape>,
     makeFor<ListBoxView, ListBox>,
     makeFor<FrameView, Frame>,
+    makeFor<GridView, DataGrid>,
 };
 
 }  // namespace

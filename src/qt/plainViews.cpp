@@ -7,12 +7,21 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
+#include <QScreen>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyleOptionFocusRect>
 
 namespace vantrelix::qt {
 
 namespace {
+
+// Of a list.
+constexpr double kWidestShare = 0.85;  // of the screen
+constexpr double kHighestShare = 0.6;
+constexpr int kFewestRows = 6;
+constexpr int kMostRows = 20;
+constexpr int kNarrowest = 40;  // characters
 
 // Keys that move on and do not choose.
 bool leavesList(const QKeyEvent& event) {
@@ -100,7 +109,7 @@ CommandButtonView::CommandButtonView(CommandButton& model, QWidget* parent) : Vi
 void CommandButtonView::showState(const CommandButton& model) { setText(qt::toQt(model.caption())); }
 
 void LabelView::showState(const Label& model) {
-  setText(qt::toQt(model.caption()));
+  setText(linesToQt(model.caption()));
   QPalette colours = parentWidget()->palette();
   const bool link = model.clickable();
   const bool ownColour = !isDesktopColour(model.foreColor());
@@ -110,7 +119,8 @@ void LabelView::showState(const Label& model) {
   QFont shown = parentWidget()->font();
   shown.setUnderline(link);
   setFont(shown);
-  setCursor(link ? Qt::PointingHandCursor : Qt::ArrowCursor);
+  const bool selectable = textInteractionFlags().testFlag(Qt::TextSelectableByMouse);
+  setCursor(link ? Qt::PointingHandCursor : selectable ? Qt::IBeamCursor : Qt::ArrowCursor);
 }
 
 void LabelView::click() {
@@ -118,7 +128,8 @@ void LabelView::click() {
 }
 
 void LabelView::keyPressEvent(QKeyEvent* event) {
-  if (!activates(*event) || event->isAutoRepeat()) return QLabel::keyPressEvent(event);
+  const bool link = model() && model()->clickable();
+  if (!link || !activates(*event) || event->isAutoRepeat()) return QLabel::keyPressEvent(event);
   click();
 }
 
@@ -145,6 +156,13 @@ void LineShapeView::showState(const LineShape& model) {
   setGeometry(box.x(), box.y(), std::max(box.width(), 2), std::max(box.height(), 2));
 }
 
+void LabelView::makeSelectable() {
+  setWordWrap(true);
+  setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  setFocusPolicy(Qt::StrongFocus);
+  refresh();
+}
+
 ListBoxView::ListBoxView(ListBox& model, QWidget* parent) : View(model, parent) {
   setUniformItemSizes(true);
   connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
@@ -157,14 +175,59 @@ ListBoxView::ListBoxView(ListBox& model, QWidget* parent) : View(model, parent) 
 
 void ListBoxView::showState(const ListBox& model) {
   const QScopedValueRollback<bool> quiet(showing_, true);
-  const QFont wanted = model.fixedPitch() ? QFontDatabase::systemFont(QFontDatabase::FixedFont) : QFont();
-  if (model.fixedPitch() && font().family() != wanted.family()) setFont(wanted);
+  if (const QFont wanted = fontFor(model); font() != wanted) setFont(wanted);
   if (shown_ != model.entries()) {
     shown_ = model.entries();
     clear();
     for (const std::string& entry : shown_) addItem(toQt(entry));
   }
   if (currentRow() != model.listIndex()) setCurrentRow(model.listIndex());
+}
+
+QFont ListBoxView::fontFor(const ListBox& model) const {
+  const QFont plain = parentWidget()->font();
+  if (!model.fixedPitch()) return plain;
+  QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  fixed.setPointSizeF(plain.pointSizeF());
+  return fixed;
+}
+
+// Wide enough for its longest line and high enough for a good number of them, as far as the screen has room.
+QSize ListBoxView::sizeHint() const {
+  const QSize whole = screen()->availableGeometry().size();
+  const QSize room(qRound(whole.width() * kWidestShare), qRound(whole.height() * kHighestShare));
+  const int rows = std::clamp(count(), kFewestRows, kMostRows);
+  const int rowHeight = count() > 0 ? sizeHintForRow(0) : fontMetrics().lineSpacing();
+  const int frame = 2 * frameWidth();
+  const int wide = std::max(sizeHintForColumn(0), fontMetrics().averageCharWidth() * kNarrowest);
+  return {std::min(wide + frame + verticalScrollBar()->sizeHint().width(), room.width()),
+          std::min(rows * rowHeight + frame, room.height())};
+}
+
+// The toolkit makes the first line the current one when the focus comes; nobody has chosen it.
+void ListBoxView::focusInEvent(QFocusEvent* event) {
+  const QPointer<QWidget> self(this);
+  showing_ = true;
+  View::focusInEvent(event);
+  if (!self) return;
+  showing_ = false;
+  refresh();
+}
+
+// The line that is selected comes with its neighbours in sight.
+void ListBoxView::showEvent(QShowEvent* event) {
+  QListWidget::showEvent(event);
+  if (const QListWidgetItem* selected = currentItem()) scrollToItem(selected, PositionAtCenter);
+}
+
+// A click on the line the user stands on already is a click too.
+void ListBoxView::mousePressEvent(QMouseEvent* event) {
+  const int before = currentRow();
+  const QPointer<QWidget> self(this);
+  QListWidget::mousePressEvent(event);
+  if (!self || event->button() != Qt::LeftButton || before < 0) return;
+  const QListWidgetItem* pressed = itemAt(event->position().toPoint());
+  if (pressed && row(pressed) == before) handOver([before](ListBox& list) { list.userSelect(before); });
 }
 
 void FrameView::showState(const Frame& model) { setTitle(toQt(model.caption())); }

@@ -61,6 +61,8 @@ class LabelView : public View<QLabel, Label> {
 
  public:
   LabelView(Label& model, QWidget* parent) : View(model, parent) { setTextFormat(Qt::PlainText); }
+  // Makes it a text that wraps, and that the user can mark and copy, by keyboard too.
+  void makeSelectable();
 
  protected:
   void showState(const Label& model) override;
@@ -77,11 +79,17 @@ class ListBoxView : public View<QListWidget, ListBox> {
 
  public:
   ListBoxView(ListBox& model, QWidget* parent);
+  QSize sizeHint() const override;
 
  protected:
   void showState(const ListBox& model) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
  private:
+  QFont fontFor(const ListBox& model) const;
+
   std::vector<std::string> shown_;
   bool showing_ = false;
 };

@@ -13,6 +13,8 @@ namespace vantrelix::qt {
 
 inline QString toQt(const std::string& text) { return QString::fromStdString(text); }
 inline std::string fromQt(const QString& text) { return text.toStdString(); }
+// A text of lines that end with CR LF, as Qt shows lines.
+inline QString linesToQt(const std::string& text) { return toQt(text).replace("\r\n", "\n").replace('\r', '\n'); }
 
 // A colour of the user's desktop is looked up in the palette.
 QColor toQt(Color colour, const QPalette& palette);

@@ -1,5 +1,8 @@
 #include "ui/Form.h"
 
+#include <memory>
+#include <utility>
+
 #include "ui/widgets.h"
 
 namespace vantrelix {
@@ -17,8 +20,12 @@ void Form::moveTo(int left, int top) {
 void Form::userClose() { queryUnload(); }
 
 void Form::queryUnload() {
+  // What the button sets off may end the form.
+  auto token = std::make_shared<char>();
+  const std::weak_ptr<char> alive = token;
+  const Connection kept = changed.connect([token = std::move(token)] {});
   if (cancelButton_ && cancelButton_->reachable()) cancelButton_->userClick();
-  hide();
+  if (!alive.expired()) hide();
 }
 
 }  // namespace vantrelix

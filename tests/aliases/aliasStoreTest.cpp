@@ -17,14 +17,14 @@ using ::testing::ElementsAre;
 
 constexpr const char* kSection = "ANTENNAS\\AMS?????.DBF";
 
-class AliasStore : public ::testing::Test {
+class AliasStoreTest : public ::testing::Test {
  protected:
-  AliasStore() {
+  AliasStoreTest() {
     setHostFolder(host.path());
     getAntennasPath();
     getLinesPath();
   }
-  ~AliasStore() override { setHostFolder(""); }
+  ~AliasStoreTest() override { setHostFolder(""); }
 
   static void store(const std::string& path, const std::string& file, const std::string& description,
                     const std::string& section = kSection) {
@@ -38,18 +38,18 @@ class AliasStore : public ::testing::Test {
   TempFolder host;
 };
 
-TEST_F(AliasStore, TheFoldersStoreComesFirst) {
+TEST_F(AliasStoreTest, TheFoldersStoreComesFirst) {
   store(folderStore(), "AMSZ0015.DBF", "Ours");
   store(host.file("QVALIAS.INI"), "AMSZ0015.DBF", "General");
   EXPECT_EQ(antenna("AMSZ0015.DBF"), "Ours");
 }
 
-TEST_F(AliasStore, TheGeneralStoreComesBeforeTheBuiltInTable) {
+TEST_F(AliasStoreTest, TheGeneralStoreComesBeforeTheBuiltInTable) {
   store(host.file("QVALIAS.INI"), "AMSZ0015.DBF", "General");
   EXPECT_EQ(antenna("AMSZ0015.DBF"), "General");
 }
 
-TEST_F(AliasStore, ABarFallsThroughToTheGeneralStoreAndOnToTheBuiltInTable) {
+TEST_F(AliasStoreTest, ABarFallsThroughToTheGeneralStoreAndOnToTheBuiltInTable) {
   store(folderStore(), "AMSZ0015.DBF", "|");
   store(host.file("QVALIAS.INI"), "AMSZ0015.DBF", "General");
   EXPECT_EQ(antenna("AMSZ0015.DBF"), "General");
@@ -57,50 +57,52 @@ TEST_F(AliasStore, ABarFallsThroughToTheGeneralStoreAndOnToTheBuiltInTable) {
   EXPECT_EQ(antenna("AMSZ0015.DBF"), "0404 Scala 30-512");
 }
 
-TEST_F(AliasStore, ABlankDescriptionFallsThrough) {
-  store(folderStore(), "AMSZ0046.DBF", " ");
-  EXPECT_EQ(antenna("AMSZ0046.DBF"), "0404 Sinclair");
+TEST_F(AliasStoreTest, ABlankDescriptionFallsThrough) {
+  for (const char* none : {" ", "' '", "' | '"}) {
+    store(folderStore(), "AMSZ0046.DBF", none);
+    EXPECT_EQ(antenna("AMSZ0046.DBF"), "0404 Sinclair") << none;
+  }
 }
 
-TEST_F(AliasStore, ANameInAnyCaseFindsItsBuiltInDescription) {
+TEST_F(AliasStoreTest, ANameInAnyCaseFindsItsBuiltInDescription) {
   EXPECT_EQ(antenna("amsz0015.dbf"), "0404 Scala 30-512");
   EXPECT_EQ(line("lmstms00.Dbf"), "Times Microwave Lines version 00");
 }
 
-TEST_F(AliasStore, AFileNotKnownAnywhereHasABar) {
+TEST_F(AliasStoreTest, AFileNotKnownAnywhereHasABar) {
   EXPECT_EQ(antenna("AMSX0001.DBF"), "|");
   EXPECT_EQ(line("AMSZ0015.DBF"), "|");
   EXPECT_EQ(antenna("LMSAND00.DBF"), "|");
 }
 
-TEST_F(AliasStore, TheStoreOfASystemWithoutDataStandsInForAnAbsentFolderStore) {
+TEST_F(AliasStoreTest, TheStoreOfASystemWithoutDataStandsInForAnAbsentFolderStore) {
   store(host.write("SYSNODTA/QVALIAS.INI", ""), "AMSX0001.DBF", "From afar");
   EXPECT_EQ(antenna("AMSX0001.DBF"), "From afar");
   store(folderStore(), "AMSX0002.DBF", "Another");
   EXPECT_EQ(antenna("AMSX0001.DBF"), "|");
 }
 
-TEST_F(AliasStore, AFolderStoreWhoseNameIsWrittenInAnotherCaseIsThere) {
+TEST_F(AliasStoreTest, AFolderStoreWhoseNameIsWrittenInAnotherCaseIsThere) {
   store(host.write("SYSNODTA/QVALIAS.INI", ""), "AMSX0001.DBF", "From afar");
   suite.folder().write("ANTENNAS/qvaliasant.ini", "[ANTENNAS\\AMS?????.DBF]\r\nAMSX0001.DBF=Ours\r\n");
   EXPECT_EQ(antenna("AMSX0001.DBF"), "Ours");
   EXPECT_EQ(antenna("amsx0001.dbf"), "Ours");
 }
 
-TEST_F(AliasStore, TheInstallationFolderServesAHostThatStandsElsewhere) {
+TEST_F(AliasStoreTest, TheInstallationFolderServesAHostThatStandsElsewhere) {
   store(suite.file("QVALIAS.INI"), "AMSX0001.DBF", "Of the installation");
   EXPECT_EQ(antenna("AMSX0001.DBF"), "Of the installation");
   store(host.file("QVALIAS.INI"), "AMSX0001.DBF", "Of the host");
   EXPECT_EQ(antenna("AMSX0001.DBF"), "Of the host");
 }
 
-TEST_F(AliasStore, LinesHaveAStoreAndASectionOfTheirOwn) {
+TEST_F(AliasStoreTest, LinesHaveAStoreAndASectionOfTheirOwn) {
   store(suite.file("LINES/QVAliasLIN.INI"), "LMSX0001.DBF", "Coax", "LINES\\LMS?????.DBF");
   EXPECT_EQ(line("LMSX0001.DBF"), "Coax");
   EXPECT_EQ(antenna("LMSX0001.DBF"), "|");
 }
 
-TEST_F(AliasStore, TheDefaultsFileOfTheFolderComesBeforeTheBuiltInTable) {
+TEST_F(AliasStoreTest, TheDefaultsFileOfTheFolderComesBeforeTheBuiltInTable) {
   store(suite.file("ANTENNAS/QVAliasAntDefaults.INI"), "AMSZ0015.DBF", "Default");
   EXPECT_EQ(GetAliasDefault("antennas\\ams?????.dbf", "AMSZ0015.DBF"), "Default");
   EXPECT_EQ(antenna("AMSZ0015.DBF"), "Default");
@@ -108,18 +110,35 @@ TEST_F(AliasStore, TheDefaultsFileOfTheFolderComesBeforeTheBuiltInTable) {
   EXPECT_EQ(antenna("AMSZ0015.DBF"), "0404 Scala 30-512");
 }
 
-TEST_F(AliasStore, OnlyAntennasHaveADefaultsFileThatIsRead) {
+TEST_F(AliasStoreTest, OnlyAntennasHaveADefaultsFileThatIsRead) {
   store(suite.file("LINES/QVAliasLinDefaults.INI"), "LMSX0001.DBF", "Default", "LINES\\LMS?????.DBF");
   EXPECT_EQ(line("LMSX0001.DBF"), "|");
 }
 
-TEST_F(AliasStore, ASectionOfNoFamilyHasNoDefault) {
+TEST_F(AliasStoreTest, ASectionOfNoFamilyHasNoDefault) {
   EXPECT_EQ(GetAliasDefault("OTHER\\AMS?????.DBF", "AMSZ0015.DBF"), "");
   EXPECT_EQ(GetAliasDefault(kSection, "AMSX0001.DBF"), "");
   EXPECT_EQ(GetAliasDefault("lines\\lms?????.dbf", "lmsand00.dbf"), "Andrew Lines  version 00");
 }
 
-TEST_F(AliasStore, TheBuiltInTablesKeepTheirSpelling) {
+TEST_F(AliasStoreTest, TheDescriptionsOfAListAreWrittenIntoTheFoldersStoreAlone) {
+  suite.folder().write("SYSNODTA/QVALIAS.INI", "");
+  const AliasStore antennas(aliasFamily(LibraryFamily::antenna));
+  EXPECT_TRUE(antennas.save({{"AMSX0001.DBF", "One"}, {"AMS=0002.DBF", "cannot be"}, {"AMSX0003.DBF", "|"}}));
+  EXPECT_EQ(suite.folder().read("ANTENNAS/QVAliasANT.INI"),
+            "[ANTENNAS\\AMS?????.DBF]\r\nAMSX0001.DBF=One\r\nAMSX0003.DBF=|\r\n");
+  EXPECT_EQ(suite.folder().read("SYSNODTA/QVALIAS.INI"), "");
+  EXPECT_EQ(antennas.description("AMSX0001.DBF"), "|");  // as it was when the store was read
+  EXPECT_EQ(antenna("AMSX0001.DBF"), "One");
+}
+
+TEST_F(AliasStoreTest, ThreeLettersNameTheFamilyInAnyCase) {
+  EXPECT_EQ(aliasFamilyOf("amsx"), &aliasFamily(LibraryFamily::antenna));
+  EXPECT_EQ(aliasFamilyOf("LMS"), &aliasFamily(LibraryFamily::line));
+  for (const char* prefix : {"", "AM", "AHD", " AMS"}) EXPECT_EQ(aliasFamilyOf(prefix), nullptr) << prefix;
+}
+
+TEST_F(AliasStoreTest, TheBuiltInTablesKeepTheirSpelling) {
   EXPECT_EQ(builtInLineAlias("LMSAND00.DBF"), "Andrew Lines  version 00");
   EXPECT_EQ(builtInAntennaAlias("AMSSIN00.DBF"), "Sinclair Antennas Version 00");
   EXPECT_EQ(builtInAntennaAlias("AMSSRL00.DBF"), "Sinclair Antennas Version 00");
@@ -128,7 +147,7 @@ TEST_F(AliasStore, TheBuiltInTablesKeepTheirSpelling) {
   EXPECT_EQ(builtInAntennaAlias("AMSCEL16.DBF"), "Celwave Optimizer 800MHz Antennas (updated 11/2001)");
 }
 
-TEST_F(AliasStore, ListsTheFilesOfTheFamilyInOrderOfDescription) {
+TEST_F(AliasStoreTest, ListsTheFilesOfTheFamilyInOrderOfDescription) {
   for (const char* name : {"AMSX0002.DBF", "AMSX0001.DBF", "AMSZ0015.DBF", "AHDX0001.DBF", "AMSX00011.DBF",
                            "AMSX001.DBF", "AMSX0001.TXT"}) {
     suite.folder().write(std::string("ANTENNAS/") + name, "x");
@@ -145,12 +164,12 @@ TEST_F(AliasStore, ListsTheFilesOfTheFamilyInOrderOfDescription) {
   EXPECT_THAT(descriptions, ElementsAre("0404 Scala 30-512", "B", "a"));
 }
 
-TEST_F(AliasStore, AnEmptyFolderHasNoFiles) {
+TEST_F(AliasStoreTest, AnEmptyFolderHasNoFiles) {
   EXPECT_TRUE(libraryFiles(LibraryFamily::antenna).empty());
   EXPECT_TRUE(libraryFiles(LibraryFamily::line).empty());
 }
 
-TEST_F(AliasStore, TiesStayInOrderOfArrival) {
+TEST_F(AliasStoreTest, TiesStayInOrderOfArrival) {
   for (const char* name : {"AMSX0003.DBF", "AMSX0001.DBF", "amsx0002.dbf"}) {
     suite.folder().write(std::string("ANTENNAS/") + name, "x");
   }

@@ -39,6 +39,7 @@ TEST(CommandLine, HelpListsEveryCommandAndEachHasAnExample) {
                                                                                        {"calc", "pattern"},
                                                                                        {"calc", "length"},
                                                                                        {"calc", "frequency"},
+                                                                                       {"calc", "parabola"},
                                                                                        {"table", "dump"},
                                                                                        {"table", "query"},
                                                                                        {"table", "create"},
@@ -146,6 +147,35 @@ TEST(CalcCommand, AFailedConversionSaysSoAndEndsWithOne) {
   const CliRun frequency = runCli({"--json", "calc", "frequency", "khz", "MHz", "1"});
   EXPECT_EQ(frequency.status, 1);
   EXPECT_EQ(frequency.json()["result"], -88.0);
+}
+
+TEST(CalcCommand, GivesTheGainOfADish) {
+  const CliRun run = runCli({"--json", "calc", "parabola", "10", "ft", "6000"});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_NEAR(run.json()["result"].get<double>(), 43.0433, 1e-4);
+  EXPECT_EQ(run.json()["failed"], false);
+  EXPECT_EQ(runCli({"calc", "parabola", "1", "m", "1000"}).out, "17.8\n");
+  EXPECT_THAT(runCli({"calc", "parabola", "--help"}).out, HasSubstr("Example: vantrelix calc parabola 10 ft 6000"));
+}
+
+TEST(CalcCommand, ADishWithoutAGainSaysWhatItNeedsAndEndsWithOne) {
+  const std::vector<std::vector<std::string>> wrong = {{"0", "m", "1000"},   {"-1", "m", "1000"}, {"1", "Ft", "1000"},
+                                                       {"1", "m", "-0.5"},   {"1", "m", "0"},     {"dish", "m", "1000"},
+                                                       {"1E999", "m", "10"}, {"1E308", "km", "1"}};
+  for (const std::vector<std::string>& values : wrong) {
+    std::vector<std::string> arguments = {"--json", "calc", "parabola"};
+    arguments.insert(arguments.end(), values.begin(), values.end());
+    const CliRun run = runCli(arguments);
+    EXPECT_EQ(run.status, 1) << values[0] << values[1] << values[2];
+    EXPECT_EQ(run.json()["failed"], true);
+    EXPECT_EQ(run.json()["result"], 0.0);
+    EXPECT_EQ(run.json()["messages"], nlohmann::json::array());
+    EXPECT_THAT(run.json()["error"].get<std::string>(), HasSubstr(values[0] + " " + values[1] + " at " + values[2]));
+  }
+  const CliRun text = runCli({"calc", "parabola", "--", "-1", "m", "1000"});
+  EXPECT_EQ(text.status, 1);
+  EXPECT_THAT(text.err, HasSubstr("both numbers must be above 0"));
+  EXPECT_EQ(runCli({"calc", "parabola", "1", "m"}).status, 2);
 }
 
 TEST(IniCommand, ReadsADefaultAndWhatWasWritten) {

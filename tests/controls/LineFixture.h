@@ -2,10 +2,12 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "foundation/extract.h"
 #include "foundation/getINI.h"
 #include "foundation/suitePaths.h"
 #include "support/TempSuite.h"
@@ -46,6 +48,14 @@ class LineTest : public ::testing::Test {
     makeLibrary("T0001");
     addLine("T0001", "L1", "Seven eighths foam", {{100, 1}, {1000, 10}});
     addLine("T0001", "L2", "Half inch foam", {{100, 2}, {1000, 20}});
+  }
+  // All that the lines folder holds.
+  static std::map<std::string, std::string> libraryBytes() {
+    std::map<std::string, std::string> files;
+    for (const std::string& name : platform::current().list(getLinesPath())) {
+      files[name] = readMachineFile(displayPath(getLinesPath() + "\\" + name));
+    }
+    return files;
   }
   static std::string kept(const char* section, const char* key) { return getINIStr(section, key, "(none)"); }
   static void keep(const char* section, const char* key, const char* value) {

@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <functional>
+#include <memory>
+
 #include "controls/LineFixture.h"
 #include "controls/scLookLineALL.h"
 
@@ -155,6 +159,170 @@ TEST_F(LookLineAll, TakesNoLetterAsALength) {
 TEST_F(LookLineAll, FillsItselfForDevelopers) {
   control.TestInit();
   EXPECT_EQ(control.cboLinesTX.entries().size(), 2U);
+}
+
+TEST_F(LookLineAll, ComesUpWithTheLengthInTheUnitThatWasChosenLast) {
+  control.ZORUserLogin("ann");
+  choose(1);
+  length("100");
+  control.cboUnit.userSelect(2);
+  EXPECT_EQ(kept(kSection, "Length"), "30.48");
+  scLookLineALL again;
+  again.ZORUserLogin("ann");
+  EXPECT_EQ(again.sValueLen() + again.sValueUnit(), "30.48m");
+  again.sValueFreq(100);
+  EXPECT_EQ(again.sValueLoss(), "2.00");
+  again.cboUnit.userSelect(0);
+  EXPECT_EQ(again.sValueLen(), "100.00");
+}
+
+TEST_F(LookLineAll, WritesNothingWhileItComesUp) {
+  control.ZORUserLogin("ann");
+  choose(1);
+  keep(kSection, "LineType", "HALF INCH FOAM");
+  scLookLineALL again;
+  again.ZORUserLogin("ann");
+  EXPECT_EQ(again.sValueID(), "L2");
+  EXPECT_EQ(kept(kSection, "LineType"), "HALF INCH FOAM");
+}
+
+TEST_F(LookLineAll, ForgetsTheLineOfTheUserBefore) {
+  control.ZORUserLogin("ann");
+  control.sValueFreq(100);
+  choose(0);
+  length("100");
+  control.ZORUserLogin("bob");
+  EXPECT_EQ(control.cboLinesTX.listIndex(), -1);
+  EXPECT_EQ(control.sValueFile() + control.sValueID() + control.sValueLen() + control.sValueLoss(), "");
+  keep(kSection, "LineType", "Long ago");
+  keep(kSection, "Length", "100");
+  control.ZORUserLogin("ann");
+  EXPECT_EQ(control.sValueLoss(), "1.00");
+  control.ZORUserLogin("bob");
+  EXPECT_EQ(control.sValueLen() + control.sValueLoss(), "100");
+}
+
+TEST_F(LookLineAll, AlertsOnceThatItHasNoFrequencyWhereItComesUpWithALine) {
+  control.ZORUserLogin("ann");
+  choose(0);
+  length("100");
+  control.Alerts("");
+  alerts = 0;
+  control.ZORUserLogin("ann");
+  EXPECT_EQ(control.Alerts(), "Frequency must be greater than zero.");
+  EXPECT_EQ(alerts, 1);
+}
+
+TEST_F(LookLineAll, ComesUpWithFeetWhereTheKeptUnitIsNone) {
+  keep(kSection, "Units", "furlong");
+  control.ZORUserLogin("");
+  EXPECT_EQ(control.sValueUnit(), "ft");
+}
+
+TEST_F(LookLineAll, HasNoLineForADescriptionThatIsInNoLibrary) {
+  control.ZORUserLogin("ann");
+  control.sValueFreq(100);
+  choose(0);
+  length("100");
+  control.sValueDesc("Half inch foam");
+  EXPECT_EQ(control.sValueID() + " " + control.sValueLoss(), "L2 2.00");
+  EXPECT_EQ(kept(kSection, "LineType"), "Half inch foam");
+  control.sValueDesc("Long ago");
+  EXPECT_EQ(control.cboLinesTX.listIndex(), -1);
+  EXPECT_EQ(control.sValueFile() + control.sValueID() + control.sValueLoss(), "");
+  EXPECT_EQ(kept(kSection, "LineType"), "Half inch foam");
+}
+
+TEST_F(LookLineAll, FollowsALengthAndAUnitThatArePut) {
+  control.ZORUserLogin("ann");
+  control.sValueFreq(100);
+  choose(0);
+  control.sValueLen("200");
+  EXPECT_EQ(control.sValueLoss(), "2.00");
+  control.sValueUnit("m");
+  EXPECT_EQ(control.sValueLen() + control.sValueUnit() + control.sValueLoss(), "60.96m2.00");
+  control.sValueUnit("m");
+  EXPECT_EQ(control.sValueLen(), "60.96");
+}
+
+TEST_F(LookLineAll, KeepsABlankLength) {
+  control.ZORUserLogin("ann");
+  length("5");
+  length("");
+  EXPECT_EQ(control.txtLen.text(), "");
+  EXPECT_EQ(getINIStr(kSection, "Length", ""), "");
+}
+
+TEST_F(LookLineAll, TakesItsValuesAsText) {
+  control.sValueFile(" LMST0001 ");
+  control.sValueID(" L1 ");
+  control.sValueLen(Value());
+  control.sValueLoss("1.5");
+  EXPECT_EQ(control.sValueFile() + control.sValueID() + control.sValueLen() + control.sValueLoss(), "LMST0001L11.50");
+  EXPECT_EQ(control.sValueFreq(), "-88");
+  control.sValueFreq("450 MHz");
+  EXPECT_EQ(control.sValueFreq(), "450");
+  EXPECT_EQ(control.lblFreq.caption(), "450.00MHz");
+}
+
+TEST_F(LookLineAll, ListsNothingWithoutALibrary) {
+  platform::current().remove(table("LMST0001"));
+  control.ZORUserLogin("ann");
+  EXPECT_TRUE(control.cboLinesTX.entries().empty());
+  EXPECT_TRUE(screen.shown().empty());
+}
+
+TEST_F(LookLineAll, MarksTheLengthAndLocksTheLoss) {
+  int marked = 0;
+  const Connection heard = control.txtLen.selectAll.connect([&] { ++marked; });
+  control.txtLen.userFocus();
+  EXPECT_EQ(marked, 1);
+  EXPECT_FALSE(control.txtLoss.userKey('3'));
+}
+
+TEST_F(LookLineAll, ItsTabKeyGoesThroughListLengthUnitAndLoss) {
+  for (Widget* widget : control.widgets()) widget->setTabIndex(-1);
+  control.ZORUserLogin("");
+  EXPECT_EQ(control.cboLinesTX.tabIndex(), 0);
+  EXPECT_EQ(control.txtLen.tabIndex(), 1);
+  EXPECT_EQ(control.cboUnit.tabIndex(), 2);
+  EXPECT_EQ(control.txtLoss.tabIndex(), 3);
+  EXPECT_EQ(scLookLineALL().txtLoss.tabIndex(), 3);
+}
+
+TEST_F(LookLineAll, HasRoomForEachOfItsWidgetsAtAnyWidth) {
+  const int least = control.width();
+  for (const int wide : {100, 9000}) {
+    control.setSize(wide, control.height());
+    EXPECT_EQ(control.width(), std::max(wide, least));
+    EXPECT_EQ(control.cboLinesTX.geometry().right() + 60, control.width());
+    for (const Widget* widget : control.widgets()) {
+      if (!widget->visible()) continue;
+      const Rectangle& place = widget->geometry();
+      EXPECT_TRUE(place.width > 0 && place.right() <= control.width() && place.bottom() <= control.height())
+          << widget->name();
+    }
+  }
+}
+
+TEST_F(LookLineAll, MayBeDroppedByItsHostOnAnAlert) {
+  const std::function<void(scLookLineALL&)> acts[] = {
+      [](scLookLineALL& line) { line.ZORUserLogin("ann"); },
+      [](scLookLineALL& line) { line.cboLinesTX.userSelect(1); },
+      [](scLookLineALL& line) { line.cboUnit.userSelect(1); },
+      [](scLookLineALL& line) { line.txtLen.userBlur(); },
+      [](scLookLineALL& line) { line.sValueFreq(7); },
+  };
+  control.ZORUserLogin("ann");
+  choose(0);
+  length("5");
+  for (const auto& act : acts) {
+    auto own = std::make_unique<scLookLineALL>();
+    own->ZORUserLogin("ann");
+    own->NewAlert.listen([&] { own.reset(); });
+    act(*own);
+    EXPECT_EQ(own, nullptr);
+  }
 }
 
 }  // namespace

@@ -1,36 +1,15 @@
-#include "controls/LineFixture.h"
-#include "controls/scLookLine.h"
-#include "dialogs/frmListSelect.h"
+#include <functional>
+#include <limits>
+
+#include "controls/LookLineFixture.h"
 #include "foundation/text.h"
-#include "support/TempFolder.h"
 
 namespace vantrelix {
 namespace {
 
 constexpr const char* kSection = "Line Lookup";
 
-class LookLine : public test::LineTest {
- protected:
-  LookLine() {
-    control.NewAlert.listen([this] { events += "alert "; });
-    control.ChangeLine.listen([this] { events += "line "; });
-  }
-  std::string heard() { return std::exchange(events, ""); }
-  static void enter(TextBox& box, const std::string& text) {
-    box.userType(text);
-    box.userBlur();
-  }
-  // The line at 100 MHz and 100 ft, where the loss is the table's own figure.
-  void show(const char* id = "L1") {
-    control.sValueFile("LMST0001");
-    control.sValueID(id);
-    control.sValueLen("100");
-    control.sValueFreq(100);
-  }
-
-  scLookLine control;
-  std::string events;
-};
+class LookLine : public test::LookLineTest {};
 
 TEST_F(LookLine, OffersItsUnitsInOrderAndBeginsWithFeet) {
   EXPECT_EQ(control.cboUnit.entries(), (std::vector<std::string>{"ft", "in", "m", "cm"}));
@@ -91,37 +70,6 @@ TEST_F(LookLine, KeepsTheLabelWhereFreqIsPut) {
   EXPECT_EQ(control.sValueFreq(), "450");
 }
 
-TEST_F(LookLine, ComputesTheLossOfALine) {
-  makeLines();
-  show();
-  EXPECT_EQ(control.sValueLoss(), "1.00");
-  control.sValueFreq(1000);
-  EXPECT_EQ(control.sValueLoss(), "10.00");
-  control.sValueFreq(316.2278);
-  EXPECT_EQ(control.sValueLoss(), "3.16");
-  EXPECT_EQ(control.Alerts(), "");
-}
-
-TEST_F(LookLine, FollowsTheLengthAndTheUnit) {
-  makeLines();
-  show();
-  enter(control.txtLen, "200");
-  EXPECT_EQ(control.sValueLen(), "200.00");
-  EXPECT_EQ(control.sValueLoss(), "2.00");
-  EXPECT_EQ(heard(), "line ");
-  control.cboUnit.userSelect(2);
-  EXPECT_EQ(control.sValueLen(), "60.96");
-  EXPECT_EQ(control.sValueLoss(), "2.00");
-  EXPECT_EQ(kept(kSection, "Units"), "m");
-  EXPECT_TRUE(control.bDirty());
-}
-
-TEST_F(LookLine, TellsTheHostOfALengthThatDidNotChange) {
-  control.txtLen.userBlur();
-  EXPECT_EQ(heard(), "line ");
-  EXPECT_FALSE(control.bDirty());
-}
-
 TEST_F(LookLine, KeepsABlankLengthBlankThroughAChangeOfUnit) {
   control.cboUnit.userSelect(2);
   EXPECT_EQ(control.sValueLen(), "");
@@ -144,131 +92,6 @@ TEST_F(LookLine, TakesTheUsersUnitForATextThatIsNone) {
   EXPECT_EQ(control.sValueUnit(), "in");
   control.sValueUnit("M");
   EXPECT_EQ(control.sValueUnit(), "m");
-}
-
-TEST_F(LookLine, LosesNothingInALengthOfZeroWithoutAskingTheTables) {
-  show();
-  EXPECT_NE(control.Alerts(), "");
-  control.Alerts("");
-  enter(control.txtLen, "0");
-  EXPECT_EQ(control.sValueLoss(), "0.00");
-  EXPECT_EQ(control.Alerts(), "");
-}
-
-TEST_F(LookLine, LeavesTheLossWhereTheValuesDoNotAskForOne) {
-  makeLines();
-  show();
-  const auto unchanged = [this] {
-    control.sValueLoss("7");
-    control.RefreshAlerts();
-    return control.sValueLoss() == "7.00" && control.Alerts().empty();
-  };
-  control.sValueLen("-1");
-  EXPECT_TRUE(unchanged()) << "negative length";
-  control.sValueLen("100");
-  control.Freq(0.99);
-  EXPECT_TRUE(unchanged()) << "frequency below 1 MHz";
-  control.Freq(100);
-  control.sValueID("");
-  EXPECT_TRUE(unchanged()) << "no ID";
-  control.sValueID("L1");
-  control.sValueFile(" ");
-  EXPECT_TRUE(unchanged()) << "no file";
-  control.sValueFile("LMST0001");
-  control.cboUnit.setListIndex(-1);
-  EXPECT_TRUE(unchanged()) << "no unit";
-}
-
-TEST_F(LookLine, AlertsWhereTheFrequencyIsNone) {
-  makeLines();
-  show();
-  control.Freq(-88);
-  EXPECT_EQ(control.sValueLoss(), "");
-  EXPECT_EQ(control.Alerts(), "Frequency must be greater than zero.");
-  EXPECT_EQ(heard(), "alert ");
-}
-
-TEST_F(LookLine, AlertsWhereTheCalculationIsRefused) {
-  makeLines();
-  show("L9");
-  EXPECT_EQ(control.sValueLoss(), "");
-  EXPECT_EQ(control.Alerts(), "No records found for this line type.");
-}
-
-TEST_F(LookLine, AlertsAndLosesNothingWhereTheLibraryHasBeenDeleted) {
-  makeLines();
-  show();
-  platform::current().remove(table("LMST0001"));
-  control.txtLen.userBlur();
-  EXPECT_EQ(control.sValueLoss(), "0.00");
-  EXPECT_EQ(control.Alerts(), "Transmission line library not found:\r\nLMST0001");
-}
-
-TEST_F(LookLine, FindsALibraryWhoseNameIsInSmallLetters) {
-  makeLines();
-  show();
-  control.sValueFile("lmst0001");
-  control.RefreshAlerts();
-  EXPECT_EQ(control.sValueLoss(), "1.00");
-}
-
-TEST_F(LookLine, ReportsPointsThatAreGoneAndShowsNoLoss) {
-  makeLines();
-  show();
-  platform::current().remove(table("LNDT0001"));
-  control.RefreshAlerts();
-  EXPECT_EQ(control.sValueLoss(), "");
-  ASSERT_EQ(screen.shown().size(), 1U);
-  EXPECT_NE(screen.shown()[0].message.text.find("3011"), std::string::npos) << screen.shown()[0].message.text;
-}
-
-TEST_F(LookLine, SaysThatASinglePointGivesNoLoss) {
-  makeLibrary("T0001");
-  addLine("T0001", "L1", "Short table", {{100, 1}});
-  show();
-  EXPECT_EQ(control.sValueLoss(), "");
-  EXPECT_NE(control.Alerts(), "");
-}
-
-TEST_F(LookLine, TurnsToASpecifiedLossWithTheFirstDigitTyped) {
-  makeLines();
-  show();
-  control.sValueDesc("Seven eighths foam");
-  control.txtLoss.userKey('3');
-  EXPECT_EQ(control.sValueFile(), "");
-  EXPECT_EQ(control.sValueID(), "");
-  EXPECT_EQ(control.sValueDesc(), "Specified Loss");
-  EXPECT_TRUE(control.bDirty());
-}
-
-TEST_F(LookLine, KeepsASpecifiedLossThroughLengthUnitAndFrequency) {
-  makeLines();
-  show();
-  enter(control.txtLoss, "3.456");
-  EXPECT_EQ(control.sValueLoss(), "3.46");
-  EXPECT_EQ(heard(), "line ");
-  enter(control.txtLen, "500");
-  control.sValueFreq(900);
-  control.cboUnit.userSelect(3);
-  EXPECT_EQ(control.sValueLoss(), "3.46");
-}
-
-TEST_F(LookLine, TakesNoLetterAsALoss) {
-  makeLines();
-  show();
-  int key = 'x';
-  control.txtLoss.keyPress(key);
-  EXPECT_EQ(key, 0);
-  EXPECT_EQ(control.sValueFile(), "LMST0001");
-  EXPECT_FALSE(control.bDirty());
-}
-
-TEST_F(LookLine, LeavesALossThatWasOnlyPassedThrough) {
-  control.sValueLoss("2");
-  control.txtLoss.userFocus();
-  control.txtLoss.userBlur();
-  EXPECT_EQ(heard(), "");
-  EXPECT_EQ(control.sValueLoss(), "2.00");
 }
 
 TEST_F(LookLine, ClearBlanksTheValuesAlone) {
@@ -304,134 +127,213 @@ TEST_F(LookLine, DescIsTheDescription) {
   EXPECT_EQ(control.Desc(), "a line");
 }
 
-TEST_F(LookLine, NamesTheLineInTheListAndTakesItsFileIdAndText) {
-  makeLines();
-  control.sValueLen("100");
-  control.sValueFreq(100);
-  screen.onModal["frmListSelect"] = [](Form& form) {
-    auto& list = dynamic_cast<frmListSelect&>(form);
-    EXPECT_EQ(list.caption(), "Select Transmission Line");
-    EXPECT_TRUE(list.List1.fixedPitch());
-    ASSERT_EQ(list.List1.entries().size(), 2U);
-    list.List1.userSelect(1);
-    list.cmdContinue.userClick();
-  };
-  control.cmdLook.userClick();
-  EXPECT_EQ(control.sValueFile(), "LMST0001");
-  EXPECT_EQ(control.sValueID(), "L2");
-  EXPECT_EQ(control.sValueDesc(), "Half inch foam");
-  EXPECT_EQ(control.sValueLoss(), "2.00");
-  EXPECT_EQ(heard(), "line ");
-  EXPECT_TRUE(control.bDirty());
-}
-
-TEST_F(LookLine, ListsTheLinesInColumns) {
-  makeLibrary("T0001");
-  addLine("T0001", "L1", "Foam", {{100, 1}, {1000, 10}});
-  addLine("T0001", "LONGER", "A much longer name", {{1.5, 1}, {10, 10}});
-  std::vector<std::string> rows;
-  screen.onModal["frmListSelect"] = [&](Form& form) { rows = dynamic_cast<frmListSelect&>(form).List1.entries(); };
-  control.cmdLook.userClick();
-  EXPECT_EQ(rows, (std::vector<std::string>{"Foam                100 - 1000 MHz  LMST0001  L1",
-                                            "A much longer name  1.5 - 10 MHz    LMST0001  LONGER"}));
-}
-
-TEST_F(LookLine, StandsOnItsOwnLineInTheListCaseAside) {
-  makeLines();
-  show("l2");
-  control.sValueFile("lmst0001");
-  int at = -1;
-  screen.onModal["frmListSelect"] = [&](Form& form) { at = dynamic_cast<frmListSelect&>(form).List1.listIndex(); };
-  control.cmdLook.userClick();
-  EXPECT_EQ(at, 1);
-}
-
-TEST_F(LookLine, OfTwoLinesOfOneNameTakesTheOneThatIsChosen) {
-  makeLines();
-  makeLibrary("T0002");
-  addLine("T0002", "M1", "Half inch foam", {{100, 3}, {1000, 30}});
-  screen.onModal["frmListSelect"] = [](Form& form) {
-    auto& list = dynamic_cast<frmListSelect&>(form);
-    list.List1.userSelect(2);
-    list.cmdContinue.userClick();
-  };
-  control.cmdLook.userClick();
-  EXPECT_EQ(control.sValueFile(), "LMST0002");
-  EXPECT_EQ(control.sValueID(), "M1");
-}
-
-TEST_F(LookLine, LeavesAllAsItWasWhereTheListIsCancelled) {
-  makeLines();
-  show();
-  control.sValueDesc("mine");
-  control.sValueLoss("4");
-  std::string blanked = "?";
-  screen.onModal["frmListSelect"] = [&](Form& form) {
-    dynamic_cast<frmListSelect&>(form).List1.userSelect(1);
-    blanked = control.txtLoss.text();
-    form.userClose();
-  };
-  control.cmdLook.userClick();
-  EXPECT_EQ(blanked, " ");
-  EXPECT_EQ(control.sValueDesc() + control.sValueID() + control.sValueLoss(), "mineL14.00");
-  EXPECT_EQ(heard(), "");
-}
-
-TEST_F(LookLine, TellsTheBandOfTheLineTheUserStandsOn) {
-  makeLines();
-  addLine("T0001", "L3", "No points", {});
-  addLine("T0001", "L4", "From zero", {{0, 1}, {10, 2}});
-  std::vector<std::pair<std::string, Color>> told;
-  screen.onModal["frmListSelect"] = [&](Form& form) {
-    auto& list = dynamic_cast<frmListSelect&>(form);
-    for (const int row : {0, 2, 3, 1}) {
-      list.List1.userSelect(row);
-      told.emplace_back(list.Label1.caption(), list.Label1.foreColor());
-    }
-  };
-  control.cmdLook.userClick();
-  ASSERT_EQ(told.size(), 4U);
-  EXPECT_EQ(told[0].first, "100 MHz to 1000 MHz");
-  EXPECT_EQ(told[1], (std::pair<std::string, Color>{"Invalid Data; File: LMST0001 ID: L3", color::red}));
-  EXPECT_EQ(told[2], (std::pair<std::string, Color>{"Invalid Data; File: LMST0001 ID: L4", color::red}));
-  EXPECT_EQ(told[3], (std::pair<std::string, Color>{"100 MHz to 1000 MHz", color::windowText}));
-}
-
-TEST_F(LookLine, ReadsTheLibrariesAnewAtEachLook) {
-  makeLines();
-  std::size_t count = 0;
-  screen.onModal["frmListSelect"] = [&](Form& form) {
-    count = dynamic_cast<frmListSelect&>(form).List1.entries().size();
-  };
-  control.cmdLook.userClick();
-  EXPECT_EQ(count, 2U);
-  addLine("T0001", "L3", "One more", {{1, 1}, {2, 2}});
-  control.cmdLook.userClick();
-  EXPECT_EQ(count, 3U);
-}
-
-TEST_F(LookLine, LogsALineWithoutAnIdAndPassesItOver) {
-  makeLines();
-  addLine("T0001", "  ", "Nameless", {});
-  control.LookListLoad();
-  std::string file, id;
-  control.GetLineFileID("Nameless", file, id);
-  EXPECT_EQ(file + id, "");
-  control.GetLineFileID("  Half inch foam ", file, id);
-  EXPECT_EQ(file + " " + id, "LMST0001 L2");
-  double low = -1, high = -1;
-  control.GetLineFreqRange("Half inch foam", low, high);
-  EXPECT_EQ(low, 100);
-  EXPECT_EQ(high, 1000);
-  EXPECT_NE(suite.log().find("Bad TX Line in LMST0001"), std::string::npos);
-}
-
 TEST_F(LookLine, MayBeDroppedByItsHostInAnyEvent) {
   makeLines();
   auto own = std::make_unique<scLookLine>();
   own->ChangeLine.listen([&] { own.reset(); });
   own->txtLen.userBlur();
   EXPECT_EQ(own, nullptr);
+}
+
+TEST_F(LookLine, TakesAUnitInItsOwnSpellingOrInCapitalsAlone) {
+  keep(kSection, "Units", "in");
+  for (const char* unit : {"ft", "m", "cm", "FT", "M", "CM"}) {
+    control.sValueUnit(unit);
+    EXPECT_EQ(upperCase(control.sValueUnit()), upperCase(unit));
+    keep(kSection, "Units", "in");
+  }
+  for (const char* other : {"Ft", "Cm", "feet", ""}) {
+    control.sValueUnit("m");
+    keep(kSection, "Units", "in");
+    control.sValueUnit(other);
+    EXPECT_EQ(control.sValueUnit(), "in") << other;
+  }
+  control.sValueUnit(Value());
+  EXPECT_EQ(control.sValueUnit(), "in");
+}
+
+TEST_F(LookLine, FindsTheKeptUnitCaseAside) {
+  keep(kSection, "Units", " Cm ");
+  EXPECT_EQ(scLookLine().sValueUnit(), "cm");
+}
+
+TEST_F(LookLine, BringsALengthThatStandsToTheUnitOfTheLogin) {
+  control.ZORUserLogin("ann");
+  keep(kSection, "Units", "m");
+  control.ZORUserLogin("bob");
+  EXPECT_EQ(control.sValueUnit(), "ft");
+  control.sValueLen("100");
+  control.ZORUserLogin("ann");
+  EXPECT_EQ(control.sValueUnit() + " " + control.sValueLen(), "m 30.48");
+  control.cboUnit.userSelect(0);
+  EXPECT_EQ(control.sValueLen(), "100.00");
+}
+
+TEST_F(LookLine, IsNotChangedByALogin) {
+  keep(kSection, "Units", "m");
+  control.ZORUserLogin("");
+  EXPECT_EQ(control.sValueUnit() + control.sValueLen(), "m");
+  EXPECT_FALSE(control.bDirty());
+  control.sValueLen("1");
+  control.cboUnit.userSelect(3);
+  EXPECT_EQ(control.sValueLen(), "100.00");
+}
+
+TEST_F(LookLine, ReadsALengthAsFarAsItIsANumberWhereTheUnitChanges) {
+  control.sValueLen("12 or so");
+  control.cboUnit.userSelect(1);
+  EXPECT_EQ(control.sValueLen(), "144.00");
+}
+
+TEST_F(LookLine, ShowsEveryPlaceOfAVerySmallNumber) {
+  EXPECT_EQ(FreqFormat(1e-20), "0." + std::string(22, '0'));
+  control.sValueFreq(2.5e-7);
+  EXPECT_EQ(control.lblFreq.caption(), "0.000000250MHz");
+  EXPECT_EQ(FreqFormat(std::numeric_limits<double>::infinity()), "#0.00");
+}
+
+TEST_F(LookLine, ReadsABlankFrequencyAsZero) {
+  control.sValueFreq("");
+  EXPECT_EQ(control.lblFreq.caption(), "0.00MHz");
+  EXPECT_EQ(control.sValueFreq(), "0");
+}
+
+TEST_F(LookLine, ShowsANullAsTheWordInTheFileAlone) {
+  show();
+  control.sValueLoss("3");
+  const Value null;
+  control.sValueFile(null);
+  control.sValueID(null);
+  control.sValueDesc(null);
+  control.sValueLen(null);
+  control.sValueLoss(null);
+  EXPECT_EQ(control.sValueFile() + "|" + control.sValueID() + "|" + control.sValueDesc() + "|" + control.sValueLen() +
+                "|" + control.sValueLoss(),
+            "NULL||||");
+}
+
+TEST_F(LookLine, FormatsALossThatIsPutAndLeavesALengthAsItStands) {
+  control.sValueLoss("2.5");
+  control.sValueLen(" 2.5 ");
+  EXPECT_EQ(control.sValueLoss() + " " + control.txtLen.text(), "2.50  2.5 ");
+  EXPECT_EQ(control.sValueLen(), "2.5");
+  control.sValueLoss("much");
+  EXPECT_EQ(control.sValueLoss(), "much");
+}
+
+TEST_F(LookLine, MarksTheTextOfABoxThatGetsTheFocus) {
+  for (TextBox* box : {&control.txtDesc, &control.txtLen, &control.txtLoss}) {
+    int marked = 0;
+    const Connection heard = box->selectAll.connect([&] { ++marked; });
+    box->userFocus();
+    EXPECT_EQ(marked, 1) << box->name();
+  }
+}
+
+TEST_F(LookLine, IsDirtyFromTheFirstKeyThatPassesInALength) {
+  EXPECT_FALSE(control.txtLen.userKey('x'));
+  EXPECT_FALSE(control.bDirty());
+  EXPECT_TRUE(control.txtLen.userKey('5'));
+  EXPECT_TRUE(control.bDirty());
+}
+
+TEST_F(LookLine, LogsAUnitThatCannotBeKept) {
+  suite.folder().write("QVDEFAULTS_dir.INI/in the way", "");
+  control.ZORUserLogin("dir");
+  control.sValueLen("1");
+  control.cboUnit.userSelect(1);
+  EXPECT_EQ(control.sValueLen(), "12.00");
+  EXPECT_NE(suite.log().find("The choice 'Units' of section 'Line Lookup' could not be kept"), std::string::npos);
+}
+
+TEST_F(LookLine, ItsTabKeyGoesThroughWhatTheUserMayChange) {
+  for (Widget* widget : control.widgets()) widget->setTabIndex(-1);
+  control.ZORUserLogin("");
+  std::string order;
+  for (const Widget* widget : std::initializer_list<const Widget*>{&control.txtDesc, &control.txtLen, &control.cboUnit,
+                                                                   &control.cmdLook, &control.txtLoss}) {
+    order += std::to_string(widget->tabIndex());
+  }
+  EXPECT_EQ(order, "01234");
+  EXPECT_EQ(scLookLine().txtLoss.tabIndex(), 4);
+  EXPECT_EQ(control.txtFile.tabIndex(), -1);
+}
+
+TEST_F(LookLine, SharesItsWidthBetweenDescriptionFileAndIdAsTheAntennaControlDoes) {
+  const int least = control.width();
+  control.setSize(9000, control.height());
+  const Rectangle& desc = control.txtDesc.geometry();
+  const Rectangle& file = control.txtFile.geometry();
+  const Rectangle& id = control.txtID.geometry();
+  EXPECT_EQ(desc.width, 9000 - desc.left - 60);
+  EXPECT_EQ(file.width, desc.width / 2 - 30);
+  EXPECT_EQ(id.width, file.width);
+  EXPECT_EQ(id.left, file.right() + 30);
+  control.setSize(100, control.height());
+  EXPECT_EQ(control.width(), least);
+  EXPECT_EQ(desc.right() + 60, least);
+}
+
+TEST_F(LookLine, HasRoomForEachOfItsWidgets) {
+  for (const Widget* one : control.widgets()) {
+    const Rectangle& place = one->geometry();
+    EXPECT_TRUE(place.left >= 0 && place.top >= 0 && place.width > 0 && place.height > 0) << one->name();
+    EXPECT_TRUE(place.right() <= control.width() && place.bottom() <= control.height()) << one->name();
+    for (const Widget* other : control.widgets()) {
+      const Rectangle& by = other->geometry();
+      const bool apart =
+          place.right() <= by.left || by.right() <= place.left || place.bottom() <= by.top || by.bottom() <= place.top;
+      EXPECT_TRUE(one == other || apart) << one->name() << " " << other->name();
+    }
+  }
+}
+
+TEST_F(LookLine, NamesItsBoxes) {
+  std::string captions;
+  for (const Widget* widget : control.widgets()) {
+    if (const auto* label = dynamic_cast<const Label*>(widget)) captions += label->caption() + "|";
+  }
+  EXPECT_EQ(captions, "Line|Length|Loss|dB||");
+  EXPECT_EQ(control.cmdLook.caption(), "...");
+  for (const Widget* widget :
+       std::initializer_list<const Widget*>{&control.txtFile, &control.txtID, &control.txtDesc, &control.txtLen,
+                                            &control.cboUnit, &control.txtLoss, &control.lblFreq, &control.cmdLook}) {
+    EXPECT_NE(widget->toolTip(), "") << widget->name();
+  }
+  EXPECT_FALSE(control.Command1.visible());
+}
+
+TEST_F(LookLine, PaintsItsBoxesAndLeavesFileIdAndGroundAlone) {
+  EXPECT_EQ(control.txtLen.backColor(), color::windowBackground);
+  control.BackRed(true);
+  for (const Widget* box :
+       std::initializer_list<const Widget*>{&control.txtDesc, &control.txtLen, &control.cboUnit, &control.txtLoss}) {
+    EXPECT_EQ(box->backColor(), color::red) << box->name();
+  }
+  for (const Widget* other : std::initializer_list<const Widget*>{&control, &control.txtFile, &control.txtID,
+                                                                  &control.lblFreq, &control.cmdLook}) {
+    EXPECT_EQ(other->backColor(), color::buttonFace) << other->name();
+  }
+}
+
+TEST_F(LookLine, MayBeDroppedByItsHostOnAnAlert) {
+  const std::function<void(scLookLine&)> acts[] = {
+      [](scLookLine& line) { line.txtLen.userBlur(); }, [](scLookLine& line) { line.cboUnit.userSelect(2); },
+      [](scLookLine& line) { line.sValueFreq(7); },     [](scLookLine& line) { line.Freq(7); },
+      [](scLookLine& line) { line.RefreshAlerts(); },
+  };
+  for (const auto& act : acts) {
+    auto own = std::make_unique<scLookLine>();
+    own->sValueFile("LMSGONE1");
+    own->sValueID("L1");
+    own->sValueLen("5");
+    int raised = 0;
+    own->ChangeLine.listen([&] { ++raised; });
+    own->NewAlert.listen([&] { own.reset(); });
+    act(*own);
+    EXPECT_EQ(own, nullptr);
+    EXPECT_EQ(raised, 0);
+  }
 }
 
 }  // namespace

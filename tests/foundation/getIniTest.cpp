@@ -308,3 +308,39 @@ TEST(SetIni, AFailureAtAnyCallOfTheFirstWriteLeavesNoFile) {
   faults.failAt(5, failure::permissionDenied);
   EXPECT_TRUE(setINI("s", "k", folder.file("a.ini"), "1"));
 }
+
+TEST(ProfileSection, ReadsAsGetIniDoesAtTheMomentItWasMade) {
+  const TempFolder folder;
+  const std::string longValue(3000, 'x');
+  const std::string file = folder.write(
+      "Names.ini", "[s]\r\nK=v\r\nquoted=' q '\r\nempty=\r\nlong=" + longValue + "\r\nk=2\r\n[t]\r\no=1\r\n");
+  const ProfileSection section(" S ", " " + folder.file("NAMES.INI") + " ");
+  for (const char* key : {"k", " K ", "quoted", "empty", "long", "o", "none"}) {
+    EXPECT_EQ(section.get(key, "DEFAULT"), read(file, key)) << key;
+  }
+  EXPECT_EQ(section.get("none", "D  "), "D");
+  EXPECT_EQ(section.get("none", longValue).size(), 1999U);
+  setINI("s", "k", file, "new");
+  EXPECT_EQ(section.get("k", ""), "v");
+  EXPECT_EQ(ProfileSection("s", folder.file("gone.ini")).get("k", "D"), "D");
+  EXPECT_FALSE(folder.exists("gone.ini"));
+}
+
+TEST(SetIni, ManyKeysAreOneWriteAndKeepWhatTheyDoNotSet) {
+  const TempFolder folder;
+  const std::string file = folder.write("a.ini", "; mine\r\n[s]\r\nj=1\r\nk=old\r\n");
+  FaultPlatform faults(platform::operatingSystem());
+  const platform::Substitute inUse(faults);
+  ASSERT_TRUE(setINI("s", "j", file, "2"));
+  const int callsOfOne = faults.calls();
+  faults.reset();
+  EXPECT_TRUE(setINI(" s ", {{"k", "new"}, {"l", "3"}, {"no=name", "x"}}, file));
+  EXPECT_EQ(faults.calls(), callsOfOne);
+  EXPECT_EQ(folder.read("a.ini"), "; mine\r\n[s]\r\nj=2\r\nk=new\r\nl=3\r\n");
+  faults.failAt(1, failure::permissionDenied);
+  EXPECT_FALSE(setINI("s", {{"k", "never"}}, file));
+  EXPECT_EQ(read(file, "k"), "new");
+  faults.reset();
+  EXPECT_TRUE(setINI("s", std::vector<IniEntry>{}, folder.file("none.ini")));
+  EXPECT_FALSE(folder.exists("none.ini"));
+}

@@ -144,3 +144,65 @@ TEST(IniFile, AQuoteByItselfStays) {
   EXPECT_EQ(IniFile("[s]\nk=\"\"a\"\"\n").get("s", "k"), "\"a\"");
   EXPECT_EQ(IniFile("[s]\nk=\"a'\n").get("s", "k"), "\"a'");
 }
+
+namespace {
+
+std::string inTurn(const std::string& before, std::string_view section, const std::vector<IniEntry>& entries) {
+  IniFile ini(before);
+  for (const IniEntry& entry : entries) ini.set(section, entry.key, entry.value);
+  return ini.bytes();
+}
+
+std::string atOnce(const std::string& before, std::string_view section, const std::vector<IniEntry>& entries) {
+  IniFile ini(before);
+  ini.set(section, entries);
+  return ini.bytes();
+}
+
+}  // namespace
+
+TEST(IniFile, ManyKeysSetAtOnceStandAsIfSetInTurn) {
+  const std::vector<IniEntry> entries = {{"a", "1"},    {" N ", "\t2"},         {"K", "new\r\nline"},
+                                         {"", "blank"}, {"a=b", "x"},           {"n", "last"},
+                                         {"o", ""},     {"dup", "first alone"}, {"\xC3\xA9", "\xC3\xA9"}};
+  const std::string kFiles[] = {
+      "",
+      "[s]",
+      "[s]\r\n",
+      "; head\nx=1\n\n[s]\r\n;k=comment\rk = \"old\"\njunk\nDup=1\nB=2\r\ndup=3\n\n\n[t]\nk=other\n[S]\nk=second\n",
+      "[s]\nn=1\n\xE9=\xE9\nZ=\xE9",
+      "\xEF\xBB\xBF[t]\n[s]\nk=\xE9\n",
+      utf16(u"[s]\r\nk=\u65E5\r\n[t]\r\n", false) + "z",
+      std::string("\x00\x01[s\n\x00=\xFF\n", 10),
+  };
+  for (const std::string& before : kFiles) {
+    EXPECT_EQ(atOnce(before, "s", entries), inTurn(before, "s", entries)) << before;
+    EXPECT_EQ(atOnce(before, "", entries), inTurn(before, "", entries)) << before;
+  }
+  EXPECT_EQ(atOnce("[s]\n;c\nK = 1\n\n", "s", entries),
+            "[s]\n;c\nK=new line\na=1\nN=last\no=\ndup=first alone\n\xC3\xA9=\xC3\xA9\n\n");
+}
+
+TEST(IniFile, SettingNothingOrTheSameAtOnceKeepsTheBytes) {
+  const std::string before = "[s]\nk=1\n\xE9 = 2";
+  EXPECT_EQ(atOnce(before, "s", {}), before);
+  EXPECT_EQ(atOnce(before, "none", {}), before);
+  EXPECT_EQ(atOnce(before, "none", {{"a=b", "1"}, {" ", "1"}}), before);
+  EXPECT_EQ(atOnce(before, "s", {{"K", "1"}}), before);
+}
+
+TEST(IniFile, NamesThatTheCodePageOfTheFileLacksAreNotSet) {
+  const std::string before = "[s]\nk=\xE9\n";
+  EXPECT_EQ(atOnce(before, "s", {{"\xE6\x97\xA5", "1"}, {"j", "2"}}), before + "j=2\n");
+  EXPECT_EQ(atOnce(before, "\xE6\x97\xA5", {{"j", "2"}}), before);
+}
+
+TEST(IniFile, EntriesAreTheKeysWithTheValuesThatAreFound) {
+  const IniFile ini("[s]\nk = 'a' \nK=2\n;c=1\nj\n[t]\nx=1\n");
+  const std::vector<IniEntry> entries = ini.entries(" S ");
+  ASSERT_EQ(entries.size(), 1U);
+  EXPECT_EQ(entries[0].key, "k");
+  EXPECT_EQ(entries[0].value, "a");
+  EXPECT_TRUE(ini.entries("none").empty());
+  EXPECT_EQ(IniFile::folded(" \xC3\x89 a\nB "), IniFile::folded("\xC3\xA9 A b"));
+}

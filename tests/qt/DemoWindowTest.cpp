@@ -42,6 +42,7 @@ class DemoForm : public testing::Test {
     window_->show();
     window_->activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+    find<QPushButton>("editButton").click();
   }
 
   template <class Kind>
@@ -100,13 +101,14 @@ TEST_F(DemoForm, TheFilterNarrowsTheListAndEnterChooses) {
   EXPECT_EQ(window_->control().sValueDesc(), "Panel 120");
 }
 
-TEST_F(DemoForm, LockingTheRecordLocksTheControlAndTheChoice) {
-  find<QCheckBox>("lockBox").click();
-  EXPECT_TRUE(window_->control().Locked());
-  EXPECT_FALSE(list().isEnabled());
-  find<QCheckBox>("lockBox").click();
-  EXPECT_FALSE(window_->control().Locked());
-  EXPECT_TRUE(list().isEnabled());
+TEST_F(DemoForm, TheValuesCanBeClearedInAnEditAlone) {
+  clickRow(1);
+  find<QPushButton>("clearButton").click();
+  EXPECT_EQ(window_->control().sValueDesc(), "");
+  EXPECT_EQ(events().last(), "Clear, GetAntPat");
+  find<QPushButton>("cancelButton").click();
+  EXPECT_FALSE(find<QPushButton>("clearButton").isEnabled());
+  EXPECT_EQ(window_->control().sValueDesc(), "Collinear, 4 elements");
 }
 
 TEST_F(DemoForm, ABearingIsMarkedOnThePreview) {
@@ -149,6 +151,7 @@ TEST_F(DemoForm, AfterClearingTheSameAntennaCanBeChosenAgain) {
   EXPECT_EQ(tree.topLevelItem(tree.topLevelItemCount() - 1)->text(3), "no gain");
   clickRow(0);
   EXPECT_TRUE(find<QLineEdit>("txtOrient").isEnabled());
+  EXPECT_FALSE(window_->control().control().cboPol.locked());
   EXPECT_EQ(window_->control().sValueDesc(), "Collinear");
 }
 

@@ -241,6 +241,85 @@ TEST_F(LookAntView, AButtonIsUpAgainWhenAMessageTookTheReleaseOfItsClick) {
   EXPECT_FALSE(clear->isDown());
 }
 
+// A record in an INI file, bound as a host binds it.
+TEST_F(LookAntView, TheRecordIsFilledAndSavedThroughTheWidgetsOwnMembers) {
+  suite_.folder().write("SITE.INI", "[Facility Data]\r\nTX_A1TYP=Whip\r\nTX_A1GAIN=3\r\nTX_A1GNUN=dBd\r\n");
+  look_->control().HookINI()->iniFile(suite_.file("SITE.INI"));
+  look_->control().HookINI()->INISection("Facility Data");
+  ASSERT_TRUE(QMetaObject::invokeMethod(look_.get(), "UpdateINI"));
+  EXPECT_EQ(box("txtDesc").text(), "Whip");
+  EXPECT_EQ(box("txtGain").text(), "3.00");
+  enter("txtGain");
+  QTest::keyClicks(&box("txtGain"), "4.5");
+  QString errors = "not called";
+  ASSERT_TRUE(QMetaObject::invokeMethod(look_.get(), "Save", Q_RETURN_ARG(QString, errors)));
+  EXPECT_EQ(errors, "");
+  EXPECT_NE(suite_.folder().read("SITE.INI").find("TX_A1GAIN=4.5"), std::string::npos);
+}
+
+class LookAntTableView : public LookAntView {
+ protected:
+  // Binds all values to the fields of FACILITY.DBF, which has one row.
+  LookAntTableView() {
+    const DatabasePtr folder = DBEngine::OpenDatabase(suite_.path());
+    TableDef table = folder->CreateTableDef("FACILITY");
+    for (const char* field : {"TX_A1FNM", "TX_A1TID", "TX_A1TYP", "TX_A1GAIN", "TX_A1GNUN", "TX_A1ORIEN", "TX_A1ETILT",
+                              "TX_A1MTILT", "TX_A1MDIR", "TX_A1INVRT", "TX_A1POL", "TX_FREQMHZ"}) {
+      table.append(field, field == std::string("TX_A1INVRT") ? FieldType::boolean : FieldType::text, 20);
+    }
+    folder->append(table);
+    const RecordsetPtr row = folder->OpenRecordset("Select * From [FACILITY]");
+    row->AddNew();
+    row->put("TX_A1TYP", "Whip");
+    row->Update();
+    look_->control().TestInit();
+  }
+  std::string description() {
+    return DBEngine::OpenDatabase(suite_.path())
+        ->OpenRecordset("Select * From [FACILITY]")
+        ->value("TX_A1TYP")
+        .asText()
+        .substr(0, 4);
+  }
+};
+
+TEST_F(LookAntTableView, AValueIsReachedByItsField) {
+  look_->Update();
+  EXPECT_EQ(look_->sHookDBFValue("tx_a1typ"), "Whip");
+  look_->sHookDBFValue("TX_A1TYP", "Dish");
+  EXPECT_EQ(box("txtDesc").text(), "Dish");
+  EXPECT_EQ(look_->Save(), "");
+  EXPECT_EQ(description(), "Dish");
+  look_->UpdateDBF();
+  EXPECT_EQ(look_->sHookDBFValue("TX_A1TYP"), "Dish");
+  look_->DisconnectDBF();
+  EXPECT_EQ(look_->sHookDBFValue("TX_A1TYP"), "");
+}
+
+TEST_F(LookAntTableView, WithTheEditMarkTheHostBeginsTheEdit) {
+  look_->Update();
+  const auto refused = [this] { return look_->Save().contains("Error: 3020 "); };
+  EXPECT_FALSE(refused());
+  look_->Edit();
+  EXPECT_TRUE(refused());
+  look_->EditUpdate();
+  EXPECT_FALSE(refused());
+  look_->Edit();
+  look_->CancelEdit();
+  EXPECT_FALSE(refused());
+  EXPECT_TRUE(look_->bEdit());
+  EXPECT_TRUE(refused());
+}
+
+TEST_F(LookAntView, AnEditWithoutARecordIsRefusedWithAReason) {
+  QString reason;
+  EXPECT_FALSE(look_->bEdit(true, &reason));
+  EXPECT_TRUE(reason.startsWith("scLookAnt\r\n"));
+  EXPECT_TRUE(desktop_.shown().empty());
+  EXPECT_FALSE(look_->bEdit());
+  EXPECT_EQ(desktop_.shown().size(), 1U);
+}
+
 TEST_F(LookAntView, ToolTipsAreTheModels) {
   const std::pair<const char*, const char*> tips[] = {
       {"txtFile", "Antenna Library"},

@@ -18,21 +18,7 @@ class AlertingControl : public UserControl {
   Signal<> NewAlert;
 
  protected:
-  // While one of these lives the control is being filled: it raises no event and converts and repaints nothing.
-  class Loading {
-   public:
-    explicit Loading(AlertingControl& control) : control_(&control) { control.bLoading_ = true; }
-    ~Loading() {
-      if (control_) control_->bLoading_ = false;
-    }
-    Loading(const Loading&) = delete;
-    Loading& operator=(const Loading&) = delete;
-    // Leaves the control marked: a fill that failed half-way keeps it silent until a good one has run.
-    void stay() { control_ = nullptr; }
-
-   private:
-    AlertingControl* control_;
-  };
+  friend class ControlLoading;
 
   bool loading() const { return bLoading_; }
   // Raises an event to the host unless values are being loaded. The host may drop the control in it.
@@ -48,6 +34,23 @@ class AlertingControl : public UserControl {
   std::string sAlerts_;
   bool bLoading_ = false;
   std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);
+};
+
+// While one of these lives the control is being filled: it raises no event and converts and repaints nothing.
+class ControlLoading {
+ public:
+  explicit ControlLoading(AlertingControl& control) : control_(&control) { control.bLoading_ = true; }
+  ~ControlLoading() {
+    if (control_) control_->bLoading_ = false;
+  }
+  ControlLoading(const ControlLoading&) = delete;
+  ControlLoading& operator=(const ControlLoading&) = delete;
+  // Leaves the control marked: a fill that failed half-way keeps it silent until a good one has run. For a control that
+  // has gone meanwhile too.
+  void stay() { control_ = nullptr; }
+
+ private:
+  AlertingControl* control_;
 };
 
 }  // namespace vantrelix

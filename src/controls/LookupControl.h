@@ -98,6 +98,8 @@ class LookupControl : public AlertingControl {
   virtual void takeDefaults() = 0;
   // The values of the record stand in their widgets.
   virtual void takeRecord() {}
+  // Whether a failure at this progress flag came behind the values, which all stand then.
+  virtual bool isBehindValues(long) const { return false; }
   // The last step of a fill from a table.
   virtual void settleTableRecord() {}
   // What is told where the record cannot be edited because there is none.

@@ -27,7 +27,7 @@ void LookupControl::UpdateDBF() {
   const Procedure guard(procedure::lookup_UpdateDBF);
   const auto alive = watch();
   const std::string ownName = className_;
-  Loading loading(*this);
+  ControlLoading loading(*this);
   try {
     Alerts("");
     record_.readDBF();
@@ -48,13 +48,13 @@ void LookupControl::UpdateINI() {
   const Procedure guard(procedure::lookup_UpdateINI);
   const auto alive = watch();
   const std::string ownName = className_;
-  Loading loading(*this);
+  ControlLoading loading(*this);
   try {
     record_.readINI();
     takeRecord();
     if (!alive()) loading.stay();
   } catch (const std::exception&) {
-    loading.stay();
+    if (!alive() || !isBehindValues(GetFlag())) loading.stay();
     MsgBox({hostProgram().name, std::to_string(GetFlag()) + " " + ownName + ":UPdateINI", MsgButtons::ok, MsgIcon::none,
             1});
   }

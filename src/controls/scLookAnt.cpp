@@ -19,7 +19,10 @@ void guardRegionalSettings() {
 
 }  // namespace
 
-scLookAnt::scLookAnt(std::string name) : UserControl(std::move(name)) {
+scLookAnt::scLookAnt(std::string name)
+    : LookupControl(
+          std::move(name), "scLookAnt",
+          {"Error in Antenna Lookup SaveDBF", "Error in Antenna Lookup SaveINI ", "Error in Antenna Save function"}) {
   bindValues();
   addWidgets();
   setCaptions();
@@ -29,12 +32,7 @@ scLookAnt::scLookAnt(std::string name) : UserControl(std::move(name)) {
   nMinWidth_ = static_cast<std::int16_t>(width());
   cboUnit.setEntries({"dBd", "dBi", "REL"});
   cboPol.setEntries({"None", "Horizontal", "Vertical", "Circular", "Helical", "Other"});
-  for (TextBox* box : {&txtFile, &txtID}) {
-    box->setLocked(true);
-    box->setEnabled(false);
-  }
   cmdLook.setVisible(false);
-  Command1.setVisible(false);
   SetTabOrder();
   listenToKeys();
   listenToLeaving();
@@ -43,19 +41,6 @@ scLookAnt::scLookAnt(std::string name) : UserControl(std::move(name)) {
 }
 
 scLookAnt::~scLookAnt() { DisconnectDBF(); }
-
-void scLookAnt::raise(const Signal<>& event) const {
-  if (!bLoading_) event();
-}
-
-void scLookAnt::Alerts(const std::string& text) {
-  if (getLenTrim(text) == 0) {
-    sAlerts_.clear();
-    return;
-  }
-  sAlerts_ = AddALine(sAlerts_, text);
-  raise(NewAlert);
-}
 
 void scLookAnt::setLibraryLook(LibraryLook look) {
   libraryLook_ = std::move(look);

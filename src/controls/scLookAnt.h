@@ -1,36 +1,24 @@
 // The antenna lookup control: one antenna of a facility, picked from a library or typed.
-//
-// Every value lives in its widget and nowhere else: to read a value is to read the widget. The control never validates
-// on behalf of the host; what is typed is kept as typed. Text getters give the widget's text without outer blanks.
 #pragma once
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include "controls/FacilityRecord.h"
+#include "controls/LookupControl.h"
 #include "foundation/Value.h"
-#include "ui/UserControl.h"
 #include "ui/widgets.h"
 
 namespace vantrelix {
 
 struct ShownCut;
 
-class scLookAnt : public UserControl {
+class scLookAnt : public LookupControl {
  public:
   explicit scLookAnt(std::string name = "scLookAnt");
   ~scLookAnt() override;
 
-  // Values. A null value shows as "NULL" in the file and as blank everywhere else.
-  std::string sValueFile() const;
-  void sValueFile(const Value& value);
-  std::string sValueID() const;
-  void sValueID(const Value& value);
-  std::string sValueDesc() const;
-  void sValueDesc(const Value& value);
   std::string sValueGain() const;
   void sValueGain(const Value& value);  // two decimals; text that is no number stays
   std::string sValueUnit() const;
@@ -49,55 +37,14 @@ class scLookAnt : public UserControl {
   void sValueInvert(const Value& value);
   void sValueFreq(double megahertz) { dFreq_ = megahertz; }
 
-  // Appearance.
-  bool BackWhite() const;
-  void BackWhite(bool on);
-  bool BackRed() const;
-  void BackRed(bool on);
-  bool BackLtGray() const;
-  void BackLtGray(bool on);
-  bool Locked() const;
-  void Locked(bool locked);
-  bool Valid() const { return true; }
   bool bPolVis() const;
   void bPolVis(bool visible);
 
-  // The facility record. A host binds each value to a field of a table (HookDBF...) or a key of an INI file
-  // (HookINI...), fills the control by Update, after each move of its record too, and writes it back by Save. UpdateDBF
-  // needs all twelve DBF hooks. A read that fails leaves the control silent, raising no event, until a good one has
-  // run: UpdateDBF tells it in the support log, UpdateINI in a message.
-  void Update();
-  void UpdateINI();  // nothing while HookINI is not set
-  void UpdateDBF();
-  // "" or what failed; the values before it are written. Numbers that are none become null in a table and leave an INI
-  // key alone; the frequency is the host's and never written.
-  std::string Save();
-  std::string SaveDBF() { return record_.SaveDBF(); }
-  std::string SaveINI() { return record_.SaveINI(); }
   // The hook among the first ten whose field is exactly that; all ten must be set by the first call (91).
   IOHooksDBFPtr HookArray(const std::string& sKey) { return record_.HookArray(sKey); }
-  // A value by its field's name, case aside. Putting raises no event, leaves bDirty, and does nothing while Locked.
-  std::string sHookDBFValue(const std::string& sKey) const { return record_.sHookDBFValue(sKey); }
-  void sHookDBFValue(const std::string& sKey, const std::string& text);
-  // Disconnects and lets go of all DBF hooks but the polarisation's; the control's end does it too.
-  Value DisconnectDBF();
-  // For developers: binds all values to the fields of "FACILITY.DBF" in the installation folder. Command1, which is
-  // hidden, then steps through it.
-  void TestInit();
-
-  // Whether the host's record, the one under HookDBFFile, can be edited; true marks it as being edited by the host. A
-  // refusal is shown unless silent, and put into `vReturn`.
-  Value bEdit(bool bSilent = false, Value* vReturn = nullptr);
-  // Marks, while the record stands on a row: Save then begins no edit of its own and leaves that to the host.
-  void Edit() { record_.Edit(); }
-  void EditUpdate() { record_.EditUpdate(); }
-  void CancelEdit() { record_.CancelEdit(); }
-
-  // The hooks. HookINI holds file and section for the INI hooks, which come to be when they are read; putting it null
-  // drops all of them but the polarisation's.
+  // The hooks. Putting HookINI null drops those of all values but the polarisation, and so does DisconnectDBF.
   DBFSlot HookDBFFile, HookDBFID, HookDBFDesc, HookDBFGain, HookDBFUnit, HookDBFOrient, HookDBFETilt, HookDBFMTilt,
       HookDBFMAzim, HookDBFInvert, HookDBFPol, HookDBFFreq;
-  INIMaster HookINI;
   INISlot HookINIFile, HookINIID, HookINIDesc, HookINIGain, HookINIUnit, HookINIOrient, HookINIETilt, HookINIMTilt,
       HookINIMAzim, HookINIInvert, HookINIPol, HookINIFreq;
 
@@ -114,18 +61,9 @@ class scLookAnt : public UserControl {
   bool bSeeGainOnly();
   void bSeeGainOnly(bool only);
 
-  // Alerts gather, each on a line; a blank text clears them.
-  const std::string& Alerts() const { return sAlerts_; }
-  void Alerts(const std::string& text);
-
   void Clear(bool bFlag = false);
-  void ZORUserLogin(const std::string& login);
-
-  // Whether a value has changed since the host's last update.
-  bool bDirty() const { return bDirty_; }
 
   // Events to the host. None fires while values are being loaded.
-  Signal<> NewAlert;
   Signal<> ChangeAntenna;
   Signal<> ChangeMounting;
   Signal<> ChangeSize;
@@ -142,16 +80,15 @@ class scLookAnt : public UserControl {
   void setLibraryLook(LibraryLook look);
 
   // The widgets.
-  TextBox txtFile{"txtFile"}, txtID{"txtID"}, txtDesc{"txtDesc"}, txtGain{"txtGain"};
-  TextBox txtOrient{"txtOrient"}, txtETilt{"txtETilt"}, txtMTilt{"txtMTilt"}, txtMAzim{"txtMAzim"};
-  DropDownList cboUnit{"cboUnit"}, cboPol{"cboPol"};
+  TextBox txtGain{"txtGain"}, txtOrient{"txtOrient"}, txtETilt{"txtETilt"}, txtMTilt{"txtMTilt"}, txtMAzim{"txtMAzim"};
+  DropDownList cboPol{"cboPol"};
   CheckBox chkInvert{"chkInvert"};
-  CommandButton cmdLook{"cmdLook"}, cmdClear{"cmdClear"}, Command1{"Command1"};
+  CommandButton cmdClear{"cmdClear"};
   Label lblPreview{"lblPreview"};
   PictureBox picHor{"picHor"}, picVer{"picVer"};
   LineShape Line1{"Line1"}, Line2{"Line2"};
   // The captions beside them.
-  Label lblDesc{"lblDesc"}, lblGain{"lblGain"}, lblMounting{"lblMounting"}, lblOrient{"lblOrient"};
+  Label lblGain{"lblGain"}, lblMounting{"lblMounting"}, lblOrient{"lblOrient"};
   Label lblETilt{"lblETilt"}, lblMTilt{"lblMTilt"}, lblMAzim{"lblMAzim"}, lblPol{"lblPol"};
   Label lblAzim{"lblAzim"}, lblElev{"lblElev"};
   MenuItem mnuPopupLibrary{"mnuPopupLibrary", "Antenna Library Lookup"};
@@ -160,10 +97,16 @@ class scLookAnt : public UserControl {
 
  protected:
   void resize() override;
+  Widgets paintedBoxes() override;
+  Widgets libraryBoxes() override;
+  void lock(bool locked) override;
+  void takeDefaults() override;
+  void takeRecord() override;
+  bool isBehindValues(long flag) const override;
+  void settleTableRecord() override;
+  std::string noRecordAdvice() const override;
 
  private:
-  friend class scLookAntLoading;
-  using Widgets = std::vector<Widget*>;
   struct Slot;            // one value and its pair of hooks
   struct LibraryAntenna;  // what one read of the library gives
 
@@ -192,12 +135,9 @@ class scLookAnt : public UserControl {
 
   static const std::vector<Slot>& recordSlots();
   void bindValues();
-  void takeRecord();
-  void nextRow();
 
   Widgets mountingWidgets();  // orientation, tilts, inversion, polarisation
   Widgets antennaWidgets();   // description, gain, unit: the library's while bLookupOnly is set
-  void paintAll(Color colour);
 
   void clearPreviews();
   void readAntPat();
@@ -207,22 +147,9 @@ class scLookAnt : public UserControl {
   void showPatterns(const LibraryAntenna& antenna);
   void SeeAntPreview(double gain, const std::string& gainUnit, const ShownCut& azimuth, const ShownCut& elevation);
 
-  // Raises an event to the host unless values are being loaded. The host may drop the control in it.
-  void raise(const Signal<>& event) const;
-  // Tells a procedure that lets the host or the event loop act whether the control is still there.
-  auto watch() const {
-    return [life = std::weak_ptr<const bool>(life_)] { return !life.expired(); };
-  }
-
-  FacilityRecord record_{
-      HookINI,
-      {"Error in Antenna Lookup SaveDBF", "Error in Antenna Lookup SaveINI ", "Error in Antenna Save function"}};
-  bool bDirty_ = false;
-  bool bLoading_ = false;
   std::string sLastUnit_;
   double dFreq_ = 0;
   bool bLookupOnly_ = false;
-  std::string sAlerts_;
   std::int16_t nMinWidth_ = 0;
   bool bSeePreview_ = true;
   bool bSeeGainOnly_ = false;
@@ -230,7 +157,6 @@ class scLookAnt : public UserControl {
   bool bAzDrawn_ = false, bElDrawn_ = false;
   std::int64_t lastRead_ = 0;  // counts GetAntPat
   LibraryLook libraryLook_;
-  std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);
 };
 
 }  // namespace vantrelix

@@ -22,39 +22,15 @@ scLookAnt::Widgets scLookAnt::mountingWidgets() {
 
 scLookAnt::Widgets scLookAnt::antennaWidgets() { return {&txtDesc, &txtGain, &cboUnit}; }
 
-bool scLookAnt::BackWhite() const { return txtDesc.backColor() == color::white; }
-
-void scLookAnt::BackWhite(bool on) {
-  if (!on) return;
-  for (Widget* widget : mountingWidgets()) widget->setBackColor(color::white);
-  if (bLookupOnly_) return;
-  for (Widget* widget : antennaWidgets()) widget->setBackColor(color::white);
+scLookAnt::Widgets scLookAnt::paintedBoxes() {
+  Widgets all = antennaWidgets();
+  for (Widget* box : mountingWidgets()) all.push_back(box);
+  return all;
 }
 
-bool scLookAnt::BackRed() const { return txtDesc.backColor() == color::red; }
+scLookAnt::Widgets scLookAnt::libraryBoxes() { return bLookupOnly_ ? antennaWidgets() : Widgets(); }
 
-void scLookAnt::BackRed(bool on) {
-  if (on) paintAll(color::red);
-}
-
-bool scLookAnt::BackLtGray() const { return txtDesc.backColor() == color::buttonFace; }
-
-void scLookAnt::BackLtGray(bool on) {
-  if (on) paintAll(color::buttonFace);
-}
-
-void scLookAnt::paintAll(Color colour) {
-  for (Widget* widget : antennaWidgets()) widget->setBackColor(colour);
-  for (Widget* widget : mountingWidgets()) widget->setBackColor(colour);
-}
-
-bool scLookAnt::Locked() const { return txtDesc.locked(); }
-
-void scLookAnt::Locked(bool locked) {
-  for (TextBox* box : {&txtFile, &txtID}) {
-    box->setLocked(true);
-    box->setEnabled(false);
-  }
+void scLookAnt::lock(bool locked) {
   const bool libraryLocked = locked || bLookupOnly_;
   txtDesc.setLocked(libraryLocked);
   txtGain.setLocked(libraryLocked);
@@ -62,22 +38,16 @@ void scLookAnt::Locked(bool locked) {
   for (TextBox* box : {&txtOrient, &txtETilt, &txtMTilt, &txtMAzim}) box->setLocked(locked);
   cboPol.setLocked(locked);
   chkInvert.setEnabled(!locked);
-  cmdLook.setEnabled(!locked);
   cmdClear.setEnabled(!locked);
-  if (locked) {
-    BackLtGray(true);
-  } else {
-    BackWhite(true);
-  }
 }
 
 void scLookAnt::LookupOnly(bool only) {
   bLookupOnly_ = only;
-  if (bLoading_) return;
+  if (loading()) return;
   txtDesc.setLocked(only);
   txtGain.setLocked(only);
   cboUnit.setLocked(only);
-  for (Widget* widget : antennaWidgets()) widget->setBackColor(only ? color::buttonFace : color::white);
+  paint(antennaWidgets(), only ? color::buttonFace : color::white);
 }
 
 bool scLookAnt::bPolVis() const { return cboPol.visible(); }

@@ -7,7 +7,6 @@
 #include "foundation/messages.h"
 #include "foundation/numbers.h"
 #include "foundation/procedures.h"
-#include "foundation/suitePaths.h"
 #include "foundation/text.h"
 #include "ui/Desktop.h"
 
@@ -33,23 +32,13 @@ Message removalQuestion() {
 
 }  // namespace
 
-void scLookAnt::ZORUserLogin(const std::string& login) {
-  setUserLogin(login);
+void scLookAnt::takeDefaults() {
   InitGainUnit();
   SetTabOrder();
 }
 
 void scLookAnt::listenToKeys() {
-  for (TextBox* box : {&txtDesc, &txtFile, &txtID, &txtGain, &txtOrient, &txtETilt, &txtMTilt, &txtMAzim}) {
-    box->gotFocus.listen([box] { box->setAllText(); });
-  }
-  txtDesc.keyPress.listen([this](int&) { bDirty_ = true; });
-  for (TextBox* box : {&txtGain, &txtOrient, &txtETilt, &txtMTilt, &txtMAzim}) {
-    box->keyPress.listen([this](int& key) {
-      chkNumeric(key, true, true, true, false, false, false, false);
-      if (key != 0) bDirty_ = true;
-    });
-  }
+  for (TextBox* box : {&txtGain, &txtOrient, &txtETilt, &txtMTilt, &txtMAzim}) takeNumbers(*box);
 }
 
 void scLookAnt::listenToLeaving() {
@@ -68,7 +57,7 @@ void scLookAnt::listenToLeaving() {
 
 bool scLookAnt::leaveMounting() {
   const auto alive = watch();
-  if (!bLoading_) GetAntPat();
+  if (!loading()) GetAntPat();
   if (alive() && bDirty_) raise(ChangeMounting);
   return alive();
 }
@@ -87,12 +76,12 @@ void scLookAnt::testTilt(TextBox& box) {
 void scLookAnt::listenToClicks() {
   cboUnit.click.listen([this] { cboUnit_Change(); });
   cboPol.click.listen([this] {
-    if (bLoading_) return;
+    if (loading()) return;
     bDirty_ = true;
     raise(ChangeMounting);
   });
   chkInvert.click.listen([this] {
-    if (bLoading_) return;
+    if (loading()) return;
     const auto alive = watch();
     bDirty_ = true;
     // Hosts read the repainted state in the event.

@@ -1,14 +1,8 @@
 // The antenna lookup control and its host's facility record.
 #include "controls/polarisation.h"
-#include "controls/reporting.h"
 #include "controls/scLookAnt.h"
-#include "controls/scLookAntLoading.h"
 #include "foundation/errHand.h"
-#include "foundation/hostProgram.h"
-#include "foundation/messages.h"
 #include "foundation/numbers.h"
-#include "foundation/procedures.h"
-#include "foundation/suitePaths.h"
 #include "foundation/text.h"
 
 namespace vantrelix {
@@ -29,13 +23,14 @@ using Kind = Row::Kind;
 
 constexpr long kPatternFlag = 5000;
 constexpr long kNoPatternFlag = 5100;
-constexpr const char* kDeveloperTable = "FACILITY.DBF";
 
-template <std::string (C::*Get)() const>
+using L = LookupControl;
+
+template <class Owner, std::string (Owner::*Get)() const>
 Value got(const C& control) {
   return Value((control.*Get)());
 }
-template <void (C::*Put)(const Value&)>
+template <class Owner, void (Owner::*Put)(const Value&)>
 void taken(C& control, const Value& value) {
   (control.*Put)(value);
 }
@@ -66,27 +61,27 @@ const std::vector<scLookAnt::Slot>& scLookAnt::recordSlots() {
   // clang-format off
   static const std::vector<Slot> all = {
       {row("File", "TX_A1FNM", "TX_A1FNM", "HookINIFIle", {1000, 1000, 1100, 3200}),
-       &C::HookDBFFile, &C::HookINIFile, got<&C::sValueFile>, taken<&C::sValueFile>},
+       &C::HookDBFFile, &C::HookINIFile, got<L, &L::sValueFile>, taken<L, &L::sValueFile>},
       {row("ID", "TX_A1TID", "TX_A1TID", "HookINIID", {1100, 1200, 1300, 3300}),
-       &C::HookDBFID, &C::HookINIID, got<&C::sValueID>, taken<&C::sValueID>},
+       &C::HookDBFID, &C::HookINIID, got<L, &L::sValueID>, taken<L, &L::sValueID>},
       {row("Desc", "TX_A1TYP", "TX_A1TYP", "HookINIDesc", {1150, 1400, 1500, 3400}),
-       &C::HookDBFDesc, &C::HookINIDesc, got<&C::sValueDesc>, taken<&C::sValueDesc>},
+       &C::HookDBFDesc, &C::HookINIDesc, got<L, &L::sValueDesc>, taken<L, &L::sValueDesc>},
       {row("Gain", "TX_A1GAIN", "TX_A1GAIN", "HookINIGain", {1200, 1600, 1700, 3500}, Kind::number),
-       &C::HookDBFGain, &C::HookINIGain, got<&C::sValueGain>, taken<&C::sValueGain>},
+       &C::HookDBFGain, &C::HookINIGain, got<C, &C::sValueGain>, taken<C, &C::sValueGain>},
       {row("Unit", "TX_A1GNUN", "TX_A1GNUN", "HookINIUnit", {1300, 1800, 1900, 3600}),
-       &C::HookDBFUnit, &C::HookINIUnit, got<&C::sValueUnit>, taken<&C::sValueUnit>},
+       &C::HookDBFUnit, &C::HookINIUnit, got<C, &C::sValueUnit>, taken<C, &C::sValueUnit>},
       {row("Orient", "TX_A1ORIEN", "TX_A1ORIEN", "HookINIOrient", {1400, 2000, 2100, 3700}, Kind::number),
-       &C::HookDBFOrient, &C::HookINIOrient, got<&C::sValueOrient>, taken<&C::sValueOrient>},
+       &C::HookDBFOrient, &C::HookINIOrient, got<C, &C::sValueOrient>, taken<C, &C::sValueOrient>},
       {row("ETilt", "TX_A1ETILT", "TX_A1ETILT", "HookINIEtilt", {1500, 2200, 2300, 3800}, Kind::number),
-       &C::HookDBFETilt, &C::HookINIETilt, got<&C::sValueEtilt>, taken<&C::sValueEtilt>},
+       &C::HookDBFETilt, &C::HookINIETilt, got<C, &C::sValueEtilt>, taken<C, &C::sValueEtilt>},
       {row("MTilt", "TX_A1MTILT", "TX_A1MTILT", "HookINIMtilt", {1600, 2400, 2500, 3900}, Kind::number),
-       &C::HookDBFMTilt, &C::HookINIMTilt, got<&C::sValueMtilt>, taken<&C::sValueMtilt>},
+       &C::HookDBFMTilt, &C::HookINIMTilt, got<C, &C::sValueMtilt>, taken<C, &C::sValueMtilt>},
       {row("MAzim", "TX_A1MDIR", "TX_A1MDIR", "HookINIMazim", {1700, 2600, 2700, 4000}, Kind::number),
-       &C::HookDBFMAzim, &C::HookINIMAzim, got<&C::sValueMazim>, taken<&C::sValueMazim>},
+       &C::HookDBFMAzim, &C::HookINIMAzim, got<C, &C::sValueMazim>, taken<C, &C::sValueMazim>},
       {row("Invert", "TX_A1INVRT", "TX_A1INVRT", "HookINIInvert", {1800, 2800, 2900, 4100}, Kind::flag),
-       &C::HookDBFInvert, &C::HookINIInvert, inverted, taken<&C::sValueInvert>},
+       &C::HookDBFInvert, &C::HookINIInvert, inverted, taken<C, &C::sValueInvert>},
       {polarisation(),
-       &C::HookDBFPol, &C::HookINIPol, got<&C::sValuePol>, taken<&C::sValuePol>},
+       &C::HookDBFPol, &C::HookINIPol, got<C, &C::sValuePol>, taken<C, &C::sValuePol>},
       {row("Freq", "TX_FREQMHZ", "TX_FREQMHZ", "", {1900, 3000, 3100, 4200}, Kind::text, kOutsideHookArray | Row::bySave),
        &C::HookDBFFreq, &C::HookINIFreq, noValue, putFrequency},
   };
@@ -103,48 +98,6 @@ void scLookAnt::bindValues() {
     value.put = [this, &slot](const Value& given) { slot.put(*this, given); };
     record_.add(std::move(value));
   }
-  Command1.click.listen([this] { nextRow(); });
-}
-
-void scLookAnt::Update() {
-  const auto alive = watch();
-  UpdateDBF();
-  if (alive()) UpdateINI();
-}
-
-void scLookAnt::UpdateDBF() {
-  const Procedure guard(procedure::scLookAnt_UpdateDBF);
-  const auto alive = watch();
-  scLookAntLoading loading(*this);
-  try {
-    Alerts("");
-    record_.readDBF();
-    takeRecord();
-    if (!alive()) return loading.stay();
-    LookupOnly(!sValueFile().empty() && !sValueID().empty());
-    bDirty_ = false;
-  } catch (const std::exception& failure) {
-    loading.stay();
-    const RunTimeFailure told = asRunTimeFailure(failure);
-    logQuietly("Error in scLookAnt.Update at flag " + std::to_string(GetFlag()) + kLineBreak +
-               std::to_string(told.number()) + " " + told.description());
-  }
-}
-
-void scLookAnt::UpdateINI() {
-  if (!HookINI.isSet()) return;
-  const Procedure guard(procedure::scLookAnt_UpdateINI);
-  const auto alive = watch();
-  scLookAntLoading loading(*this);
-  try {
-    record_.readINI();
-    takeRecord();
-    if (!alive()) loading.stay();
-  } catch (const std::exception&) {
-    // The values have all been read where it is the pattern that failed.
-    if (GetFlag() != kPatternFlag || !alive()) loading.stay();
-    MsgBox({hostProgram().name, std::to_string(GetFlag()) + " scLookAnt:UPdateINI", MsgButtons::ok, MsgIcon::none, 1});
-  }
 }
 
 // The patterns of what the record names, or none.
@@ -156,37 +109,11 @@ void scLookAnt::takeRecord() {
   bPatAz_ = bPatEl_ = bAzDrawn_ = bElDrawn_ = false;
 }
 
-std::string scLookAnt::Save() { return record_.Save(); }
+bool scLookAnt::isBehindValues(long flag) const { return flag == kPatternFlag; }
 
-void scLookAnt::sHookDBFValue(const std::string& sKey, const std::string& text) {
-  if (Locked()) return;
-  const bool dirty = bDirty_;
-  record_.sHookDBFValue(sKey, text);
-  bDirty_ = dirty;
-}
+// A record that names a library antenna is the library's, whatever the read of it decided.
+void scLookAnt::settleTableRecord() { LookupOnly(!sValueFile().empty() && !sValueID().empty()); }
 
-Value scLookAnt::DisconnectDBF() {
-  record_.DisconnectDBF();
-  return {};
-}
-
-void scLookAnt::TestInit() { record_.bindTo(getSuiteDir() + "\\" + kDeveloperTable); }
-
-void scLookAnt::nextRow() {
-  try {
-    const IOHooksDBFPtr file = HookDBFFile();
-    if (!file) return;
-    const auto alive = watch();
-    file->DBFRS()->MoveNext();
-    Update();
-    if (alive()) Command1.setCaption(generalText(static_cast<double>(file->DBFRS()->AbsolutePosition())));
-  } catch (const std::exception& failure) {
-    report(failure);
-  }
-}
-
-Value scLookAnt::bEdit(bool bSilent, Value* vReturn) {
-  return Value(record_.bEdit(name() + kLineBreak + supportAdvice(), bSilent, vReturn));
-}
+std::string scLookAnt::noRecordAdvice() const { return name() + kLineBreak + supportAdvice(); }
 
 }  // namespace vantrelix

@@ -5,6 +5,7 @@
 #include "antenna/convertGain.h"
 #include "controls/reporting.h"
 #include "controls/scLookAnt.h"
+#include "controls/shownText.h"
 #include "foundation/extract.h"
 #include "foundation/getINI.h"
 #include "foundation/numbers.h"
@@ -43,7 +44,7 @@ void rememberUnit(const std::string& unit) {
 std::string scLookAnt::sValueUnit() const { return trim(cboUnit.text()); }
 
 void scLookAnt::sValueUnit(const Value& value) {
-  const std::string unit = value.isNull() ? std::string() : value.asText();
+  const std::string unit = shownText(value);
   for (const char* accepted : {"dBd", "dBi", "REL", "DBD", "DBI"}) {
     if (unit != accepted) continue;
     selectUnit(unit);
@@ -65,7 +66,7 @@ void scLookAnt::selectUnit(const std::string& unit) {
 }
 
 void scLookAnt::cboUnit_Change() {
-  if (!bLoading_) {
+  if (!loading()) {
     bDirty_ = true;
     convertGain();
   }

@@ -37,8 +37,6 @@ inline constexpr int frmFileAlias_cmdNew = 8202;
 // Lookup controls.
 inline constexpr int scLookAnt_cmdLook = 2101;
 inline constexpr int scLookAnt_GetAntPat = 2201;
-inline constexpr int scLookAnt_UpdateDBF = 2301;
-inline constexpr int scLookAnt_UpdateINI = 2302;
 inline constexpr int lookup_UpdateDBF = 2301;
 inline constexpr int lookup_UpdateINI = 2302;
 inline constexpr int lineFigures_refresh = 2401;

@@ -1,5 +1,4 @@
 #include "controls/LookAntFixture.h"
-#include "controls/scLookAntLoading.h"
 
 namespace vantrelix {
 namespace {
@@ -72,7 +71,7 @@ TEST_F(Appearance, LookupOnlyLocksAndPaintsItsThreeWidgets) {
 TEST_F(Appearance, WhileLoadingLookupOnlyIsButAFlag) {
   control.BackWhite(true);
   {
-    const scLookAntLoading loading(control);
+    const ControlLoading loading(control);
     control.LookupOnly(true);
   }
   EXPECT_FALSE(control.txtDesc.locked());

@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 
 #include "controls/LookAntFixture.h"
-#include "controls/scLookAntLoading.h"
 #include "platform/RunTimeFailure.h"
 
 namespace vantrelix {
@@ -215,7 +214,7 @@ TEST_F(Pattern, TheInversionIsDrawnBeforeTheHostIsTold) {
 TEST_F(Pattern, WhileLoadingLeavingABoxDoesNotRead) {
   addPanel();
   name();
-  const scLookAntLoading loading(control);
+  const ControlLoading loading(control);
   control.txtOrient.userBlur();
   control.txtETilt.userBlur();
   control.chkInvert.userClick();

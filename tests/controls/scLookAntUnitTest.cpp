@@ -1,5 +1,4 @@
 #include "controls/LookAntFixture.h"
-#include "controls/scLookAntLoading.h"
 
 namespace vantrelix {
 namespace {
@@ -166,7 +165,7 @@ TEST_F(Unit, WhileLoadingOnlyTheUnitToConvertFromFollows) {
   start("dBd", "10");
   setDefault("Antenna Lookup", "Units", "(kept)");
   {
-    const scLookAntLoading loading(control);
+    const ControlLoading loading(control);
     control.sValueUnit("dBi");
     choose("dBi");
   }

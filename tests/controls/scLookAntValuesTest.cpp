@@ -1,5 +1,4 @@
 #include "controls/LookAntFixture.h"
-#include "controls/scLookAntLoading.h"
 #include "foundation/regional.h"
 #include "platform/RunTimeFailure.h"
 
@@ -126,7 +125,7 @@ TEST_F(Values, AlertsGatherOnLinesOfTheirOwnAndABlankTextClearsThem) {
 
 TEST_F(Values, NoEventIsRaisedWhileValuesAreLoaded) {
   {
-    const scLookAntLoading loading(control);
+    const ControlLoading loading(control);
     control.Alerts("a");
     control.SeePreview(false);
     control.cboPol.userSelect(1);
@@ -143,7 +142,7 @@ TEST_F(Values, NoEventIsRaisedWhileValuesAreLoaded) {
 }
 
 TEST_F(Values, WhileValuesAreLoadedClicksLeaveTheControlCleanAndLeavingABoxStillTidiesIt) {
-  const scLookAntLoading loading(control);
+  const ControlLoading loading(control);
   control.cboPol.userSelect(1);
   control.chkInvert.userClick();
   control.cboUnit.userSelect(1);
@@ -157,12 +156,12 @@ TEST_F(Values, WhileValuesAreLoadedClicksLeaveTheControlCleanAndLeavingABoxStill
 
 TEST_F(Values, AFillThatFailedKeepsTheControlSilent) {
   {
-    scLookAntLoading loading(control);
+    ControlLoading loading(control);
     loading.stay();
   }
   control.cboPol.userSelect(1);
   EXPECT_EQ(heard(), "");
-  { const scLookAntLoading good(control); }
+  { const ControlLoading good(control); }
   control.cboPol.userSelect(1);
   EXPECT_EQ(heard(), "mounting ");
 }

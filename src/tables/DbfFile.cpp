@@ -83,6 +83,7 @@ struct DbfFile::Implementation {
   void checkWritable(bool readOnly, bool adding) const;
   void lockWriting(std::optional<dbf::HeldLock>& lock) const;
   void lockRecord(std::optional<dbf::HeldLock>& lock, std::uint32_t number) const;
+  void requireStanding(const std::string& path) const;
   std::uint32_t countRows(std::uint64_t fileSize);
   void writeRows(std::uint32_t first, const unsigned char* records, std::uint32_t count, std::uint64_t formerSize);
   void takeBack(std::uint64_t offset, std::uint64_t formerSize) noexcept;
@@ -108,6 +109,13 @@ void DbfFile::Implementation::checkWritable(bool readOnly, bool adding) const {
 // A writer tells those who would deny writing that it is at work, unless it denies writing to all others itself.
 void DbfFile::Implementation::lockWriting(std::optional<dbf::HeldLock>& lock) const {
   if (sharing == Sharing::shared) lock.emplace(*file, dbf::kDenyWriteLock, LockKind::shared, context.displayName);
+}
+
+// What is written to a file that nobody finds any more is lost without a word.
+void DbfFile::Implementation::requireStanding(const std::string& path) const {
+  if (dbf::standsAt(path, *file)) return;
+  throw RunTimeFailure(failure::noSuchTable, "The table " + context.displayName +
+                                                 " was removed or replaced since it was opened. Open it again.");
 }
 
 void DbfFile::Implementation::lockRecord(std::optional<dbf::HeldLock>& lock, std::uint32_t number) const {
@@ -303,6 +311,7 @@ std::uint32_t DbfFile::append(const unsigned char* records, std::uint32_t count)
   inside.checkWritable(readOnly_, true);
   std::optional<dbf::HeldLock> writing;
   inside.lockWriting(writing);
+  inside.requireStanding(path_);
   const dbf::HeldLock header(*inside.file, dbf::kHeaderLock, LockKind::exclusive, inside.context.displayName);
   const std::uint64_t size = inside.file->size();
   const std::uint32_t first = inside.countRows(size);
@@ -319,6 +328,7 @@ void DbfFile::update(std::uint32_t number, const std::function<void(unsigned cha
   inside.checkWritable(readOnly_, false);
   std::optional<dbf::HeldLock> writing;
   inside.lockWriting(writing);
+  inside.requireStanding(path_);
   const std::uint64_t offset = inside.offsetOf(number);
   std::optional<dbf::HeldLock> lock;
   if (!inside.held || inside.heldRecord != number) inside.lockRecord(lock, number);

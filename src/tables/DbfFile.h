@@ -100,12 +100,12 @@ class DbfFile {
 
   // Appends a record: header lock, record, end mark, then the count. Gives its number. 3211 where the lock is held by
   // another for longer than lockWait(); 3027 where the table is read-only or has an index or memo that this would leave
-  // wrong.
+  // wrong; 3011 where its file was removed or replaced since it was opened.
   std::uint32_t append(const unsigned char* record);
   // Appends several records under one lock with one write of the rows, then one count.
   std::uint32_t append(const unsigned char* records, std::uint32_t count);
   // Changes a record under its lock: `change` gets the bytes as they stand in the file now and may throw, which leaves
-  // the file as it is. 3211, 3027 as append; 3167 where the record is deleted or gone.
+  // the file as it is. 3211, 3027, 3011 as append; 3167 where the record is deleted or gone.
   void update(std::uint32_t number, const std::function<void(unsigned char* record)>& change);
   void markDeleted(std::uint32_t number);
   // Takes the lock of a record and keeps it until release(); changes of it through this object need no other. 3211,

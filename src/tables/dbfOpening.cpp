@@ -58,12 +58,6 @@ std::unique_ptr<File> openFile(const std::string& path, Sharing sharing, bool& r
   }
 }
 
-bool standsAt(const std::string& path, File& file) {
-  const auto there = platform::current().state(path);
-  const platform::FileState held = file.state();
-  return there && there->device == held.device && there->inode == held.inode;
-}
-
 // Compressed rows stand behind a sound header, in less room than it promises, and look like none from the first byte.
 void checkFirstRow(File& file, const Header& header, const std::string& displayName) {
   if (rowsWithin(file.size(), header, header.count) == header.count) return;
@@ -77,6 +71,12 @@ void checkFirstRow(File& file, const Header& header, const std::string& displayN
 }
 
 }  // namespace
+
+bool standsAt(const std::string& path, File& file) {
+  const auto there = platform::current().state(path);
+  const platform::FileState held = file.state();
+  return there && there->device == held.device && there->inode == held.inode;
+}
 
 // A repair puts a new file in the table's place. Who opened the old one just before it and locked it just after holds a
 // file that nobody will look at again.

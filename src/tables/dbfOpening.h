@@ -15,6 +15,9 @@ namespace vantrelix::dbf {
 // for it. 3011, 3051 and 3211.
 std::unique_ptr<platform::File> openHeld(const std::string& path, Sharing sharing, bool& readOnly);
 
+// Whether the open file is still the one at the path, and not removed or replaced since.
+bool standsAt(const std::string& path, platform::File& file);
+
 // The header of an open table; 3343.
 Header readHeader(platform::File& file, const std::string& displayName);
 

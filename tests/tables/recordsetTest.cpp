@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <gtest/gtest.h>
 
 #include "platform/RunTimeFailure.h"
@@ -469,6 +470,32 @@ TEST(Recordset, TwoProcessesAppendEveryRowOnce) {
     EXPECT_EQ(rows->RecordCount(), kRows);
     EXPECT_EQ(rows->value("GAIN"), Value(kRows - 1));
   }
+}
+
+// A row written to a file that no longer has a name would be lost without a word.
+TEST(RemovedTable, TakesNoMoreWrites) {
+  const test::CursorTables tables;
+  const RecordsetPtr rows = tables.database->OpenRecordset("Select * from [AMSTEST]");
+  std::filesystem::remove(tables.folder.machine("AMSTEST.DBF"));
+  rows->Edit();
+  rows->put("ANTENNA", "lost");
+  EXPECT_EQ(test::failureOf([&] { rows->Update(); }), failure::noSuchTable);
+  rows->AddNew();
+  EXPECT_EQ(test::failureOf([&] { rows->Update(); }), failure::noSuchTable);
+}
+
+TEST(ReplacedTable, TakesWritesOnlyFromThoseWhoOpenItAgain) {
+  const test::CursorTables tables;
+  const RecordsetPtr rows = tables.database->OpenRecordset("Select * from [AMSTEST]");
+  std::filesystem::copy_file(tables.folder.machine("AMSTEST.DBF"), tables.folder.machine("NEW.DBF"));
+  std::filesystem::rename(tables.folder.machine("NEW.DBF"), tables.folder.machine("AMSTEST.DBF"));
+  rows->Edit();
+  rows->put("ANTENNA", "lost");
+  EXPECT_EQ(test::failureOf([&] { rows->Update(); }), failure::noSuchTable);
+  rows->Requery();
+  rows->Edit();
+  rows->put("ANTENNA", "kept");
+  EXPECT_EQ(test::failureOf([&] { rows->Update(); }), 0);
 }
 
 }  // namespace

@@ -30,24 +30,50 @@ struct ImportedAntenna {
   std::int16_t ErrFlag = 0;  // 0 fine; -1 bad content; 1 bad content already reported
 };
 
+// What a reader works on: the file that was chosen, its partner, and where antennas go.
+class ImportSource {
+ public:
+  virtual ~ImportSource() = default;
+
+  // Full path of the chosen file, and its lines.
+  virtual const std::string& path() const = 0;
+  virtual TextLines& lines() = 0;
+  // The lines of the other file of a pair, which counts as read from then on; null where it does not exist or was read
+  // before in this run. Lives as long as the source.
+  virtual TextLines* openPartner(const std::string& path) = 0;
+
+  // For a format that stores its antennas itself: asks the preview, where previews are on,
+  // and writes one antenna; a failure of the writing is told as for every format.
+  enum class Stored { written, skipped, cancelled, failedGoOn, failedStop };
+  virtual Stored store(const ImportedAntenna& antenna) = 0;
+};
+
 struct FileFilter {
   std::string description;
   std::string pattern;
 };
 
-// One import filter. Adding a format is adding its source pair and one line in importFormats.cpp.
+// One import filter: a row of the table in importFormats.cpp, which menu, dialogs, command line and help are made from.
 struct ImportFormat {
-  std::string name;         // of the command line: "generic"
-  std::string menuItem;     // "mnuImportGeneric"
-  std::string menuCaption;  // "Generic"
-  std::string legacyName;   // name in the legacy warning; blank where the format has none
-  std::string dialogTitle;  // "GENERIC Files to Read"
-  std::string pathKey;      // INI key of the last folder: "Import GENERIC"
-  std::vector<FileFilter> filters;
-  std::string previewCaption;  // "Generic Format ANTENNA"
-  bool noPreviewEndsPreviews = false;
-  // Reads the text of one file. Throws RunTimeFailure on content that cannot be read (62 input past end, 13 no number).
-  std::function<void(TextLines& lines, ImportedAntenna& antenna)> read;
+  // What a format does unlike the others; to be added up.
+  enum Trait {
+    plain = 0,
+    noPreviewEndsPreviews = 1,  // for the rest of the run; elsewhere "No Preview" acts as "Add"
+    storesItself = 2            // the reader stores what it reads, so that one file may hold several antennas
+  };
+
+  std::string name;                 // of the command line: "generic"
+  std::string menuItem;             // "mnuImportGeneric"
+  std::string menuCaption;          // "Generic"
+  std::string legacyName;           // name in the legacy warning; blank where the format has none
+  std::string dialogTitle;          // "GENERIC Files to Read"
+  std::string pathKey;              // INI key of the last folder: "Import GENERIC"
+  std::vector<FileFilter> filters;  // before "All Files"
+  std::string previewCaption;       // "Generic Format ANTENNA"
+  int traits = plain;
+  // Reads one chosen file, and its partner where there is one. Throws RunTimeFailure on content that cannot be read (62
+  // input past end, 13 no number), or sets ErrFlag.
+  std::function<void(ImportSource& source, ImportedAntenna& antenna)> read;
 };
 
 // All formats, in menu order.

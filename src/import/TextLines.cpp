@@ -25,6 +25,7 @@ std::string TextLines::next() {
   std::string line = text_.substr(position_, end - position_);
   const bool pair = text_.compare(end, 2, "\r\n") == 0;
   position_ = end + (pair ? 2 : 1);
+  ++lineNumber_;
   return line;
 }
 

@@ -15,12 +15,15 @@ class TextLines {
   bool atEnd() const { return position_ >= text_.size(); }
   // The next line. Fails with 62 (input past end of file) at the end.
   std::string next();
+  // Counted from 1: the line that next gave last; 0 before the first.
+  long lineNumber() const { return lineNumber_; }
   // A text of the file as it is kept: as it is where it is valid UTF-8, from Windows-1252 otherwise.
   static std::string keptText(std::string_view bytes);
 
  private:
   std::string text_;
   std::size_t position_ = 0;
+  long lineNumber_ = 0;
 };
 
 }  // namespace vantrelix

@@ -114,18 +114,4 @@ void readGeneric(TextLines& lines, ImportedAntenna& antenna) {
   }
 }
 
-ImportFormat genericFormat() {
-  ImportFormat format;
-  format.name = "generic";
-  format.menuItem = "mnuImportGeneric";
-  format.menuCaption = "Generic";
-  format.dialogTitle = "GENERIC Files to Read";
-  format.pathKey = "Import GENERIC";
-  format.filters = {{".msi", "*.MSI"}, {".txt", "*.TXT"}};
-  format.previewCaption = "Generic Format ANTENNA";
-  format.noPreviewEndsPreviews = true;
-  format.read = readGeneric;
-  return format;
-}
-
 }  // namespace vantrelix

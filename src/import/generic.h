@@ -8,8 +8,6 @@
 
 namespace vantrelix {
 
-ImportFormat genericFormat();
-
 // Reads one file. 62 where it ends within the header, 13 where GAIN is no number, 11 where a relative cut has no peak,
 // 6 where a cut has too many points.
 void readGeneric(TextLines& lines, ImportedAntenna& antenna);

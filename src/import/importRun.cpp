@@ -1,6 +1,7 @@
 #include "import/importRun.h"
 
 #include <limits>
+#include <memory>
 #include <optional>
 
 #include "antenna/hdWrtAntDBF.h"
@@ -36,11 +37,12 @@ class ImportRun {
   void skipRest(const std::vector<std::string>& files, std::size_t from);
   std::string log(const std::string& text);
   void showProgress(std::size_t position, std::size_t count, const std::string& path) const;
-  void read(const std::string& path, ImportedAntenna& antenna, std::string& reason);
+  class Source;
+  void read(Source& source, ImportedAntenna& antenna, std::string& reason);
   Next importNext(const std::vector<std::string>& files, std::size_t index);
   Next importFile(const std::string& path);
   PreviewAnswer askPreview(const std::string& path, const ImportedAntenna& antenna);
-  Next write(const std::string& path, const ImportedAntenna& antenna);
+  Next write(const std::string& path, const ImportedAntenna& antenna, bool& failed);
   Next tellWriteError(const std::string& path, const ImportedAntenna& antenna, const std::string& reason);
   void noteAdded(const std::string& path, const ImportedAntenna& antenna);
   void noteFailed(const std::string& path, const std::string& reason);
@@ -95,12 +97,62 @@ void ImportRun::showProgress(std::size_t position, std::size_t count, const std:
   }
 }
 
-void ImportRun::read(const std::string& path, ImportedAntenna& antenna, std::string& reason) {
-  ++result_.filesRead;
-  DoneFiles_.push_back(upperCase(path));
+// One chosen file of the run.
+class ImportRun::Source : public ImportSource {
+ public:
+  Source(ImportRun& run, const std::string& path) : run_(run), path_(path) {}
+
+  const std::string& path() const override { return path_; }
+  TextLines& lines() override {
+    if (!lines_) lines_ = open(path_);
+    return *lines_;
+  }
+  TextLines* openPartner(const std::string& path) override {
+    if (!getFileExistLEN(path, true) || StrInArray(upperCase(path), run_.DoneFiles_)) return nullptr;
+    partner_ = open(path);
+    partnerPath_ = path;
+    return partner_.get();
+  }
+  Stored store(const ImportedAntenna& antenna) override {
+    switch (run_.askPreview(path_, antenna)) {
+      case PreviewAnswer::cancel:
+        return Stored::cancelled;
+      case PreviewAnswer::skip:
+        return Stored::skipped;
+      case PreviewAnswer::add:
+      case PreviewAnswer::noPreview:
+        break;
+    }
+    bool failed = false;
+    if (run_.write(path_, antenna, failed) == Next::end) return Stored::failedStop;
+    return failed ? Stored::failedGoOn : Stored::written;
+  }
+
+  // Where reading stopped: the file opened last and its line.
+  std::string place() const {
+    const TextLines* last = partner_ ? partner_.get() : lines_.get();
+    if (!last || last->lineNumber() == 0) return "";
+    return "line " + std::to_string(last->lineNumber()) +
+           (partner_ ? " of " + displayPath(partnerPath_) : std::string());
+  }
+
+ private:
+  std::unique_ptr<TextLines> open(const std::string& path) {
+    ++run_.result_.filesRead;
+    run_.DoneFiles_.push_back(upperCase(path));
+    return std::make_unique<TextLines>(platform::readWholeFile(path, kLongestFile - 1));
+  }
+
+  ImportRun& run_;
+  const std::string& path_;
+  std::unique_ptr<TextLines> lines_, partner_;
+  std::string partnerPath_;
+};
+
+void ImportRun::read(Source& source, ImportedAntenna& antenna, std::string& reason) {
   try {
-    TextLines lines(platform::readWholeFile(path, kLongestFile - 1));
-    format_.read(lines, antenna);
+    source.lines();
+    format_.read(source, antenna);
     if (antenna.ErrFlag != 0) reason = "The file does not hold what its format asks for";
   } catch (const RunTimeFailure& failure) {
     antenna.ErrFlag = -1;
@@ -109,6 +161,7 @@ void ImportRun::read(const std::string& path, ImportedAntenna& antenna, std::str
     antenna.ErrFlag = -1;
     reason = failure.what();
   }
+  if (antenna.ErrFlag != 0 && !source.place().empty()) reason += " (" + source.place() + ")";
 }
 
 PreviewAnswer ImportRun::askPreview(const std::string& path, const ImportedAntenna& antenna) {
@@ -117,7 +170,7 @@ PreviewAnswer ImportRun::askPreview(const std::string& path, const ImportedAnten
       format_.previewCaption + kLineBreak + "File: " + displayPath(path) + kLineBreak + antenna.AntName;
   const PreviewAnswer answer = owner_.preview(caption, antenna);
   if (answer != PreviewAnswer::noPreview) return answer;
-  if (format_.noPreviewEndsPreviews) Preview_ = false;
+  if (format_.traits & ImportFormat::noPreviewEndsPreviews) Preview_ = false;
   return PreviewAnswer::add;
 }
 
@@ -160,11 +213,12 @@ ImportRun::Next ImportRun::tellWriteError(const std::string& path, const Importe
   return answer == MsgAnswer::ok ? Next::file : Next::end;
 }
 
-ImportRun::Next ImportRun::write(const std::string& path, const ImportedAntenna& antenna) {
+ImportRun::Next ImportRun::write(const std::string& path, const ImportedAntenna& antenna, bool& failed) {
   const std::string reason = HDwrtAntDBF(Mfg_, antenna.AntName, antenna.Gain, antenna.GainUnits, antenna.HorCount,
                                          antenna.HorAngle, antenna.HorValue, antenna.VerCount, antenna.VerAngle,
                                          antenna.VerValue, antenna.FreqLow, antenna.FreqHigh, rsAMS_, rsAHD_, rsAVD_);
-  if (getLenTrim(reason) != 0) return tellWriteError(path, antenna, reason);
+  failed = getLenTrim(reason) != 0;
+  if (failed) return tellWriteError(path, antenna, reason);
   if (antenna.HorCount > 0 || antenna.VerCount > 0) noteAdded(path, antenna);
   return Next::file;
 }
@@ -172,14 +226,17 @@ ImportRun::Next ImportRun::write(const std::string& path, const ImportedAntenna&
 ImportRun::Next ImportRun::importFile(const std::string& path) {
   ImportedAntenna antenna;
   std::string reason;
-  read(path, antenna, reason);
+  Source source(*this, path);
+  read(source, antenna, reason);
   if (antenna.ErrFlag != 0) {
     countError(path, reason);
     return Next::file;
   }
+  if (format_.traits & ImportFormat::storesItself) return Next::file;
   const PreviewAnswer answer = askPreview(path, antenna);
   if (answer == PreviewAnswer::cancel) return Next::end;
-  return answer == PreviewAnswer::skip ? Next::file : write(path, antenna);
+  bool failed = false;
+  return answer == PreviewAnswer::skip ? Next::file : write(path, antenna, failed);
 }
 
 void ImportRun::tellErrors() const {

@@ -215,7 +215,7 @@ TEST_F(ImportRun, AFullDiskIsTheReasonOfTheErrorBox) {
 
 TEST_F(ImportRun, AFormatThatFlagsBadContentCountsToo) {
   ImportFormat format = *findImportFormat("generic");
-  format.read = [](TextLines&, ImportedAntenna& antenna) { antenna.ErrFlag = 1; };
+  format.read = [](ImportSource&, ImportedAntenna& antenna) { antenna.ErrFlag = 1; };
   const ImportResult result = run({file("a.msi", "A")}, false, {}, format);
   EXPECT_EQ(result.ErrorCount, 1);
   EXPECT_THAT(descriptions(), IsEmpty());
@@ -223,7 +223,7 @@ TEST_F(ImportRun, AFormatThatFlagsBadContentCountsToo) {
 
 TEST_F(ImportRun, AFailureOfAnotherKindDoesNotEndTheRun) {
   ImportFormat format = *findImportFormat("generic");
-  format.read = [](TextLines&, ImportedAntenna&) { throw std::length_error("too long"); };
+  format.read = [](ImportSource&, ImportedAntenna&) { throw std::length_error("too long"); };
   const ImportResult result = run({file("a.msi", "A"), file("b.msi", "B")}, false, {}, format);
   EXPECT_EQ(result.ErrorCount, 2);
   EXPECT_THAT(result.failed.at(0), HasSubstr("too long"));
@@ -338,7 +338,7 @@ TEST_F(ImportPreview, NoPreviewEndsThePreviewsOfThisFormat) {
 
 TEST_F(ImportPreview, NoPreviewActsAsAddInOtherFormats) {
   ImportFormat other = generic;
-  other.noPreviewEndsPreviews = false;
+  other.traits = ImportFormat::plain;
   EXPECT_EQ(previews({PreviewAnswer::noPreview}, other).size(), 3u);
   EXPECT_THAT(descriptions(), ElementsAre("A", "B", "C"));
 }

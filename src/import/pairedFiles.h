@@ -1,0 +1,31 @@
+// Formats that hold each cut of an antenna in a file of its own.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "import/ImportFormat.h"
+#include "import/TextLines.h"
+
+namespace vantrelix {
+
+struct PairRules {
+  using Read = void (*)(TextLines& lines, ImportedAntenna& antenna);
+
+  // The header of either file: name, gain, band, and in PolLetter which cut the file holds.
+  Read header;
+  Read horizontal;
+  Read vertical;
+  // The letters of PolLetter for a first file with the horizontal and with the vertical cut. With any other letter both
+  // cuts stay empty.
+  std::string_view horizontalLetters;
+  std::string_view verticalLetters;
+  // The path of the other cut's file, from that of the chosen one; blank where none can be derived.
+  std::string (*partner)(const std::string& path, const ImportedAntenna& antenna);
+};
+
+// Reads the chosen file, then the header and the other cut of its partner, whose header values stand in the end. A
+// partner that does not exist, or was read before, leaves the antenna with one cut. Ends at the first ErrFlag.
+void readPair(ImportSource& source, ImportedAntenna& antenna, const PairRules& rules);
+
+}  // namespace vantrelix

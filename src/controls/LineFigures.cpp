@@ -39,9 +39,8 @@ bool isLengthUnit(const std::string& text) {
 
 std::string FreqFormat(double number) {
   if (number == 0 || !std::isfinite(number)) return "#0.00";
-  const double size = std::log10(std::abs(number));
-  if (size > 0) return "0.00";
-  return "0." + std::string(kPlaces + static_cast<std::size_t>(std::ceil(-size)), '0');
+  const double more = std::max(0.0, std::ceil(-std::log10(std::abs(number))));
+  return "0." + std::string(kPlaces + static_cast<std::size_t>(more), '0');
 }
 
 const std::vector<std::string>& lengthUnits() {
@@ -99,9 +98,7 @@ void LineFigures::unitChosen(bool loading) {
   sLastUnit_ = unit;
 }
 
-void LineFigures::formatLength() {
-  if (getLenTrim(widgets_.len.text()) != 0) widgets_.len.setText(numberShown(widgets_.len.text()));
-}
+void LineFigures::formatLength() { widgets_.len.setText(numberShown(widgets_.len.text())); }
 
 void LineFigures::refresh(const std::function<bool()>& alive, const std::function<void(const std::string&)>& alert) {
   const Procedure guard(procedure::lineFigures_refresh);

@@ -8,7 +8,7 @@
 
 namespace vantrelix {
 
-// Description, band, library and ID in columns.
+// Description, band (its numbers to the right), library and ID in columns.
 std::vector<std::string> lineColumns(const LineList& lines);
 
 }  // namespace vantrelix

@@ -19,10 +19,10 @@ constexpr const char* kLineKey = "LineType";
 constexpr const char* kLengthKey = "Length";
 
 // The columns of the other lookup controls.
-constexpr int kWidth = 6600, kHeight = 960;
+constexpr int kWidth = 6600, kHeight = 1395;
 constexpr int kCaption = 60, kCaptionWidth = 1215, kRightMargin = 60;
 constexpr int kFirst = 1320, kSecond = 2655, kThird = 3990, kBoxWidth = 1215, kLineHeight = 375;
-constexpr int kLineTop = 60, kLenTop = 495;
+constexpr int kLineTop = 60, kLenTop = 495, kLossTop = 930;
 
 std::string kept(const char* key) { return trim(getINIStr(kSection, key, "")); }
 
@@ -50,6 +50,7 @@ void scLookLineALL::sValueFile(const Value& value) { txtFile.setText(shownText(v
 std::string scLookLineALL::sValueID() const { return trim(txtID.text()); }
 void scLookLineALL::sValueID(const Value& value) { txtID.setText(shownText(value)); }
 std::string scLookLineALL::sValueDesc() const { return trim(cboLinesTX.text()); }
+// In its very spelling: lines may differ in it alone.
 void scLookLineALL::sValueDesc(const Value& value) {
   modSetComboBox(cboLinesTX, shownText(value), false);
   cboLinesTX_Click();
@@ -73,7 +74,6 @@ void scLookLineALL::sValueFreq(const Value& value) {
 
 void scLookLineALL::InitLines() {
   const Procedure guard(procedure::scLookLineALL_InitLines);
-  cboLinesTX.setEntries({});
   lines_ = loadLineList(allLinesRules());
   std::vector<std::string> entries;
   entries.reserve(lines_.size());
@@ -101,10 +101,8 @@ void scLookLineALL::takeDefaults() {
     Clear();
     figures_.startUnit();
     InitLines();
-    if (const std::string line = kept(kLineKey); !line.empty()) {
-      modSetComboBox(cboLinesTX, line, true);
-      takeLine();
-    }
+    modSetComboBox(cboLinesTX, kept(kLineKey), false);
+    takeLine();
     txtLen.setText(kept(kLengthKey));
   } catch (const std::exception& failure) {
     report(failure);
@@ -155,11 +153,11 @@ void scLookLineALL::layOut() {
       {&cboLinesTX, {kFirst, kLineTop, kWidth - kRightMargin - kFirst, kLineHeight}},
       {&lblLen, {kCaption, kLenTop, kCaptionWidth, kLineHeight}},
       {&txtLen, {kFirst, kLenTop, kBoxWidth, kLineHeight}},
-      {&cboUnit, {kSecond, kLenTop, 840, kLineHeight}},
-      {&lblLoss, {3555, kLenTop, 435, kLineHeight}},
-      {&txtLoss, {kThird, kLenTop, 840, kLineHeight}},
-      {&lblDb, {4875, kLenTop, 330, kLineHeight}},
-      {&lblFreq, {5265, kLenTop, kWidth - kRightMargin - 5265, kLineHeight}},
+      {&cboUnit, {kSecond, kLenTop, kBoxWidth, kLineHeight}},
+      {&lblLoss, {kCaption, kLossTop, kCaptionWidth, kLineHeight}},
+      {&txtLoss, {kFirst, kLossTop, kBoxWidth, kLineHeight}},
+      {&lblDb, {kSecond, kLossTop, kBoxWidth, kLineHeight}},
+      {&lblFreq, {kThird, kLossTop, kWidth - kRightMargin - kThird, kLineHeight}},
   });
   setSize(kWidth, kHeight);
 }

@@ -34,7 +34,7 @@ void scLookLine::txtLoss_Typed() {
 }
 
 void scLookLine::txtLoss_LostFocus() {
-  if (!sValueLoss().empty()) sValueLoss(txtLoss.text());
+  sValueLoss(txtLoss.text());
   if (!bDirty_) return;
   const auto alive = watch();
   raise(ChangeLine);

@@ -1,4 +1,3 @@
-#include "foundation/text.h"
 #include "import/ImportFormat.h"
 #include "import/generic.h"
 
@@ -28,7 +27,7 @@ const std::vector<ImportFormat>& importFormats() {
 
 const ImportFormat* findImportFormat(const std::string& name) {
   for (const ImportFormat& format : importFormats()) {
-    if (equalIgnoringCase(format.name, name)) return &format;
+    if (format.name == name) return &format;
   }
   return nullptr;
 }

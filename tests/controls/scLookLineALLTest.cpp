@@ -2,29 +2,14 @@
 #include <functional>
 #include <memory>
 
-#include "controls/LineFixture.h"
-#include "controls/scLookLineALL.h"
+#include "controls/LookLineAllFixture.h"
 
 namespace vantrelix {
 namespace {
 
 constexpr const char* kSection = "Line Lookup ALL";
 
-class LookLineAll : public test::LineTest {
- protected:
-  LookLineAll() {
-    makeLines();
-    control.NewAlert.listen([this] { ++alerts; });
-  }
-  void choose(int row) { control.cboLinesTX.userSelect(row); }
-  void length(const std::string& text) {
-    control.txtLen.userType(text);
-    control.txtLen.userBlur();
-  }
-
-  scLookLineALL control;
-  int alerts = 0;
-};
+class LookLineAll : public test::LookLineAllTest {};
 
 TEST_F(LookLineAll, ListsEveryLineOfEveryLibrary) {
   makeLibrary("T0002");
@@ -57,52 +42,6 @@ TEST_F(LookLineAll, ComputesTheLossOfTheChosenLine) {
   EXPECT_EQ(control.sValueLoss(), "20.00");
   choose(0);
   EXPECT_EQ(control.sValueLoss(), "10.00");
-}
-
-TEST_F(LookLineAll, KeepsEachChoiceAtOnce) {
-  control.ZORUserLogin("ann");
-  choose(1);
-  EXPECT_EQ(kept(kSection, "LineType"), "Half inch foam");
-  length("12.5");
-  EXPECT_EQ(kept(kSection, "Length"), "12.50");
-  control.cboUnit.userSelect(2);
-  EXPECT_EQ(kept(kSection, "Units"), "m");
-  EXPECT_EQ(control.sValueLen(), "3.81");
-}
-
-TEST_F(LookLineAll, ComesUpAsItWasLeft) {
-  control.ZORUserLogin("ann");
-  choose(1);
-  control.cboUnit.userSelect(2);
-  length("30.48");
-  scLookLineALL again;
-  again.ZORUserLogin("ann");
-  EXPECT_EQ(again.sValueDesc(), "Half inch foam");
-  EXPECT_EQ(again.sValueUnit(), "m");
-  EXPECT_EQ(again.sValueLen(), "30.48");
-  again.sValueFreq(100);
-  EXPECT_EQ(again.sValueLoss(), "2.00");
-}
-
-TEST_F(LookLineAll, IsFilledByTheLoginAlone) {
-  EXPECT_TRUE(control.cboLinesTX.entries().empty());
-  control.ZORUserLogin("ann");
-  EXPECT_EQ(control.cboLinesTX.entries().size(), 2U);
-  EXPECT_EQ(control.cboLinesTX.listIndex(), -1);
-  EXPECT_EQ(control.sValueUnit(), "ft");
-}
-
-TEST_F(LookLineAll, SelectsNothingForALineThatIsGone) {
-  control.ZORUserLogin("ann");
-  keep(kSection, "LineType", "Long ago");
-  keep(kSection, "Length", "100");
-  scLookLineALL again;
-  again.sValueFreq(100);
-  again.ZORUserLogin("ann");
-  EXPECT_EQ(again.cboLinesTX.listIndex(), -1);
-  EXPECT_EQ(again.sValueLen(), "100");
-  EXPECT_EQ(again.sValueLoss(), "");
-  EXPECT_EQ(again.Alerts(), "");
 }
 
 TEST_F(LookLineAll, SaysInvalidFreqForANull) {
@@ -156,69 +95,6 @@ TEST_F(LookLineAll, TakesNoLetterAsALength) {
   EXPECT_EQ(key, '7');
 }
 
-TEST_F(LookLineAll, FillsItselfForDevelopers) {
-  control.TestInit();
-  EXPECT_EQ(control.cboLinesTX.entries().size(), 2U);
-}
-
-TEST_F(LookLineAll, ComesUpWithTheLengthInTheUnitThatWasChosenLast) {
-  control.ZORUserLogin("ann");
-  choose(1);
-  length("100");
-  control.cboUnit.userSelect(2);
-  EXPECT_EQ(kept(kSection, "Length"), "30.48");
-  scLookLineALL again;
-  again.ZORUserLogin("ann");
-  EXPECT_EQ(again.sValueLen() + again.sValueUnit(), "30.48m");
-  again.sValueFreq(100);
-  EXPECT_EQ(again.sValueLoss(), "2.00");
-  again.cboUnit.userSelect(0);
-  EXPECT_EQ(again.sValueLen(), "100.00");
-}
-
-TEST_F(LookLineAll, WritesNothingWhileItComesUp) {
-  control.ZORUserLogin("ann");
-  choose(1);
-  keep(kSection, "LineType", "HALF INCH FOAM");
-  scLookLineALL again;
-  again.ZORUserLogin("ann");
-  EXPECT_EQ(again.sValueID(), "L2");
-  EXPECT_EQ(kept(kSection, "LineType"), "HALF INCH FOAM");
-}
-
-TEST_F(LookLineAll, ForgetsTheLineOfTheUserBefore) {
-  control.ZORUserLogin("ann");
-  control.sValueFreq(100);
-  choose(0);
-  length("100");
-  control.ZORUserLogin("bob");
-  EXPECT_EQ(control.cboLinesTX.listIndex(), -1);
-  EXPECT_EQ(control.sValueFile() + control.sValueID() + control.sValueLen() + control.sValueLoss(), "");
-  keep(kSection, "LineType", "Long ago");
-  keep(kSection, "Length", "100");
-  control.ZORUserLogin("ann");
-  EXPECT_EQ(control.sValueLoss(), "1.00");
-  control.ZORUserLogin("bob");
-  EXPECT_EQ(control.sValueLen() + control.sValueLoss(), "100");
-}
-
-TEST_F(LookLineAll, AlertsOnceThatItHasNoFrequencyWhereItComesUpWithALine) {
-  control.ZORUserLogin("ann");
-  choose(0);
-  length("100");
-  control.Alerts("");
-  alerts = 0;
-  control.ZORUserLogin("ann");
-  EXPECT_EQ(control.Alerts(), "Frequency must be greater than zero.");
-  EXPECT_EQ(alerts, 1);
-}
-
-TEST_F(LookLineAll, ComesUpWithFeetWhereTheKeptUnitIsNone) {
-  keep(kSection, "Units", "furlong");
-  control.ZORUserLogin("");
-  EXPECT_EQ(control.sValueUnit(), "ft");
-}
-
 TEST_F(LookLineAll, HasNoLineForADescriptionThatIsInNoLibrary) {
   control.ZORUserLogin("ann");
   control.sValueFreq(100);
@@ -245,14 +121,6 @@ TEST_F(LookLineAll, FollowsALengthAndAUnitThatArePut) {
   EXPECT_EQ(control.sValueLen(), "60.96");
 }
 
-TEST_F(LookLineAll, KeepsABlankLength) {
-  control.ZORUserLogin("ann");
-  length("5");
-  length("");
-  EXPECT_EQ(control.txtLen.text(), "");
-  EXPECT_EQ(getINIStr(kSection, "Length", ""), "");
-}
-
 TEST_F(LookLineAll, TakesItsValuesAsText) {
   control.sValueFile(" LMST0001 ");
   control.sValueID(" L1 ");
@@ -263,13 +131,6 @@ TEST_F(LookLineAll, TakesItsValuesAsText) {
   control.sValueFreq("450 MHz");
   EXPECT_EQ(control.sValueFreq(), "450");
   EXPECT_EQ(control.lblFreq.caption(), "450.00MHz");
-}
-
-TEST_F(LookLineAll, ListsNothingWithoutALibrary) {
-  platform::current().remove(table("LMST0001"));
-  control.ZORUserLogin("ann");
-  EXPECT_TRUE(control.cboLinesTX.entries().empty());
-  EXPECT_TRUE(screen.shown().empty());
 }
 
 TEST_F(LookLineAll, MarksTheLengthAndLocksTheLoss) {

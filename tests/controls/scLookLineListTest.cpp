@@ -36,7 +36,7 @@ TEST_F(LookLineList, ListsTheLinesInColumns) {
   screen.onModal["frmListSelect"] = [&](Form& form) { rows = dynamic_cast<frmListSelect&>(form).List1.entries(); };
   control.cmdLook.userClick();
   EXPECT_EQ(rows, (std::vector<std::string>{"Foam                100 - 1000 MHz  LMST0001  L1",
-                                            "A much longer name  1.5 - 10 MHz    LMST0001  LONGER"}));
+                                            "A much longer name  1.5 -   10 MHz  LMST0001  LONGER"}));
 }
 
 TEST_F(LookLineList, StandsOnItsOwnLineInTheListCaseAside) {

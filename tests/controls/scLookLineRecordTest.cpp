@@ -208,6 +208,7 @@ TEST_F(LookLineRecord, ReadsAndPutsAValueByItsField) {
   bind();
   control.Update();
   EXPECT_EQ(control.sHookDBFValue("tx_l1len"), "30.5");
+  EXPECT_EQ(control.sHookDBFValue("TX_FREQMHZ"), "");
   control.sHookDBFValue("TX_L1TYP", "other");
   EXPECT_EQ(control.sValueDesc(), "other");
   EXPECT_EQ(events, "");

@@ -19,11 +19,23 @@ class AlertingControl : public UserControl {
 
  protected:
   friend class ControlLoading;
+  // While one of these lives the control raises no event; all else goes on.
+  class Silence {
+   public:
+    explicit Silence(AlertingControl& control) : control_(control) { ++control.silences_; }
+    ~Silence() { --control_.silences_; }
+    Silence(const Silence&) = delete;
+    Silence& operator=(const Silence&) = delete;
+
+   private:
+    AlertingControl& control_;
+  };
 
   bool loading() const { return bLoading_; }
-  // Raises an event to the host unless values are being loaded. The host may drop the control in it.
+  // Raises an event to the host unless values are being loaded or the control is silent. The host may drop the control
+  // in it.
   void raise(const Signal<>& event) const {
-    if (!bLoading_) event();
+    if (!bLoading_ && silences_ == 0) event();
   }
   // Tells a procedure that lets the host or the event loop act whether the control is still there.
   auto watch() const {
@@ -33,6 +45,7 @@ class AlertingControl : public UserControl {
  private:
   std::string sAlerts_;
   bool bLoading_ = false;
+  int silences_ = 0;
   std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);
 };
 

@@ -63,6 +63,7 @@ void LookupControl::UpdateINI() {
 void LookupControl::sHookDBFValue(const std::string& sKey, const std::string& text) {
   if (Locked()) return;
   const bool dirty = bDirty_;
+  const Silence silence(*this);
   record_.sHookDBFValue(sKey, text);
   bDirty_ = dirty;
 }

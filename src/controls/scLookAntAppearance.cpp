@@ -1,12 +1,12 @@
 // Colours, locks and sizes of the antenna lookup control.
 #include "controls/scLookAnt.h"
+#include "controls/stretchDescription.h"
 
 namespace vantrelix {
 
 namespace {
 
 constexpr int kRightMargin = 60;
-constexpr int kGap = 30;
 
 void setWidth(Widget& widget, int width) {
   Rectangle place = widget.geometry();
@@ -84,12 +84,7 @@ void scLookAnt::bSeeGainOnly(bool only) {
 
 void scLookAnt::resize() {
   if (width() < nMinWidth_) setSize(nMinWidth_, height());
-  setWidth(txtDesc, width() - txtDesc.geometry().left - kRightMargin);
-  setWidth(txtFile, txtDesc.geometry().width / 2 - kGap);
-  Rectangle id = txtID.geometry();
-  id.width = txtFile.geometry().width;
-  id.left = txtFile.geometry().right() + kGap;
-  txtID.setGeometry(id);
+  stretchDescription(txtDesc, txtFile, txtID, width());
   for (LineShape* line : {&Line1, &Line2}) setWidth(*line, width() - line->geometry().left - kRightMargin);
 }
 

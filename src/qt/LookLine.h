@@ -1,7 +1,8 @@
 // The line lookup control as a widget for any Qt form.
 //
 // Properties, slots and signals carry the names of the control's members; control() gives the control itself for all
-// else, the hooks of its record above all. The widget owns the control.
+// else, the hooks of its record above all. The widget owns the control. A host that drops the widget in one of its
+// signals does so by deleteLater.
 #pragma once
 
 #include "controls/scLookLine.h"

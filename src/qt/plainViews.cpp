@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include <QAbstractItemView>
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -69,7 +70,11 @@ void DropDownListView::choose(int index) {
 }
 
 void DropDownListView::showPopup() {
-  if (!locked()) QComboBox::showPopup();
+  if (locked()) return;
+  // A long entry is read whole, however narrow the box.
+  const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  view()->setMinimumWidth(std::min(view()->sizeHintForColumn(0) + scrollBar, screen()->availableGeometry().width()));
+  QComboBox::showPopup();
 }
 
 void DropDownListView::keyPressEvent(QKeyEvent* event) {
@@ -188,6 +193,7 @@ QFont ListBoxView::fontFor(const ListBox& model) const {
   const QFont plain = parentWidget()->font();
   if (!model.fixedPitch()) return plain;
   QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  fixed.setFamilies({"Courier New", fixed.family()});
   fixed.setPointSizeF(plain.pointSizeF());
   return fixed;
 }

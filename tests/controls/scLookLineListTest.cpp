@@ -113,22 +113,6 @@ TEST_F(LookLineList, ReadsTheLibrariesAnewAtEachLook) {
   EXPECT_EQ(count, 3U);
 }
 
-TEST_F(LookLineList, LogsALineWithoutAnIdAndPassesItOver) {
-  makeLines();
-  addLine("T0001", "  ", "Nameless", {});
-  control.LookListLoad();
-  std::string file, id;
-  control.GetLineFileID("Nameless", file, id);
-  EXPECT_EQ(file + id, "");
-  control.GetLineFileID("  Half inch foam ", file, id);
-  EXPECT_EQ(file + " " + id, "LMST0001 L2");
-  double low = -1, high = -1;
-  control.GetLineFreqRange("Half inch foam", low, high);
-  EXPECT_EQ(low, 100);
-  EXPECT_EQ(high, 1000);
-  EXPECT_NE(suite.log().find("Bad TX Line in LMST0001"), std::string::npos);
-}
-
 TEST_F(LookLineList, TellsTheBandOfTheCurrentLineAtOnce) {
   makeLines();
   show();
@@ -157,37 +141,6 @@ TEST_F(LookLineList, StandsOnNoLineWhereTheCurrentOneIsOfAnotherLibrary) {
   EXPECT_EQ(at, -1);
 }
 
-TEST_F(LookLineList, IsEmptyWithoutALibraryAndChoosesNothing) {
-  control.sValueDesc("mine");
-  control.sValueLoss("4");
-  screen.onModal["frmListSelect"] = [](Form& form) {
-    auto& list = dynamic_cast<frmListSelect&>(form);
-    EXPECT_TRUE(list.List1.entries().empty());
-    list.cmdContinue.userClick();
-    list.userClose();
-  };
-  control.cmdLook.userClick();
-  EXPECT_EQ(control.sValueDesc() + control.sValueLoss(), "mine4.00");
-  EXPECT_EQ(heard(), "");
-  EXPECT_TRUE(screen.shown().empty());
-}
-
-TEST_F(LookLineList, ChoosesNothingWhereItsLineWentWhileItWasOpen) {
-  makeLines();
-  control.sValueLoss("4");
-  screen.onModal["frmListSelect"] = [&](Form& form) {
-    auto& list = dynamic_cast<frmListSelect&>(form);
-    list.List1.userSelect(1);
-    platform::current().remove(table("LMST0001"));
-    control.LookListLoad();
-    list.List1.userSelect(0);
-    list.cmdContinue.userClick();
-  };
-  control.cmdLook.userClick();
-  EXPECT_EQ(control.sValueFile() + control.sValueLoss(), "4.00");
-  EXPECT_EQ(heard(), "");
-}
-
 TEST_F(LookLineList, ALineTakenFromItEndsASpecifiedLoss) {
   makeLines();
   show();
@@ -210,27 +163,6 @@ TEST_F(LookLineList, ALineTakenFromItTellsWhyItHasNoLossBeforeItTellsOfTheLine) 
   EXPECT_EQ(heard(), "alert line ");
 }
 
-TEST_F(LookLineList, ReportsAListThatCannotBeShown) {
-  makeLines();
-  screen.onModal["frmListSelect"] = [](Form&) { throw RunTimeFailure(failure::overflow, "surface lost"); };
-  control.cmdLook.userClick();
-  ASSERT_EQ(screen.shown().size(), 1U);
-  EXPECT_NE(screen.shown()[0].message.text.find("surface lost"), std::string::npos);
-}
-
-TEST_F(LookLineList, LogsALibraryThatCannotBeReadAndListsTheOthers) {
-  makeLines();
-  suite.folder().write("LINES.TMP", "no table");
-  platform::current().rename(suite.file("LINES.TMP"), table("LMSA0001"));
-  std::size_t count = 0;
-  screen.onModal["frmListSelect"] = [&](Form& form) {
-    count = dynamic_cast<frmListSelect&>(form).List1.entries().size();
-  };
-  control.cmdLook.userClick();
-  EXPECT_EQ(count, 2U);
-  EXPECT_NE(suite.log().find("LMSA0001"), std::string::npos);
-}
-
 TEST_F(LookLineList, KeepsItsColumnsStraightForLettersOutsideAscii) {
   makeLibrary("T0001");
   addLine("T0001", "L1", "K\u00E4bel", {{1, 1}, {2, 2}});
@@ -239,22 +171,6 @@ TEST_F(LookLineList, KeepsItsColumnsStraightForLettersOutsideAscii) {
   screen.onModal["frmListSelect"] = [&](Form& form) { rows = dynamic_cast<frmListSelect&>(form).List1.entries(); };
   control.cmdLook.userClick();
   EXPECT_EQ(rows, (std::vector<std::string>{"K\u00E4bel  1 - 2 MHz  LMST0001  L1", "Cable             LMST0001  L2"}));
-}
-
-TEST_F(LookLineList, MayLoseItsControlWhileItIsOpenAndAfterwards) {
-  makeLines();
-  for (const bool afterwards : {false, true}) {
-    auto own = std::make_unique<scLookLine>();
-    if (afterwards) own->ChangeLine.listen([&] { own.reset(); });
-    screen.onModal["frmListSelect"] = [&](Form& form) {
-      auto& list = dynamic_cast<frmListSelect&>(form);
-      if (!afterwards) own.reset();
-      list.List1.userSelect(1);
-      list.cmdContinue.userClick();
-    };
-    own->cmdLook.userClick();
-    EXPECT_EQ(own, nullptr);
-  }
 }
 
 }  // namespace

@@ -218,6 +218,15 @@ TEST_F(LookLineRecord, ReadsAndPutsAValueByItsField) {
   EXPECT_EQ(control.sValueDesc(), "other");
 }
 
+TEST_F(LookLineRecord, RaisesNoAlertForAUnitPutByItsField) {
+  bind();
+  control.Update();
+  control.sHookDBFValue("TX_L1LENUN", "ft");
+  EXPECT_EQ(control.sValueUnit(), "ft");
+  EXPECT_EQ(events, "");
+  EXPECT_NE(control.Alerts(), "") << "the library that is not there is told all the same";
+}
+
 TEST_F(LookLineRecord, LetsGoOfAllItsTableHooks) {
   bind();
   EXPECT_TRUE(control.DisconnectDBF().isNull());

@@ -52,8 +52,9 @@ TEST_F(LookLine, SaysInvalidFreqForANullAlone) {
 
 TEST_F(LookLine, ShowsAFrequencyWithTwoPlacesThatCount) {
   const std::pair<double, const char*> shown[] = {
-      {0, "0.00MHz"},    {451.25, "451.25MHz"}, {1, "1.00MHz"},          {1.5, "1.50MHz"},       {0.5, "0.500MHz"},
-      {0.1, "0.100MHz"}, {0.05, "0.0500MHz"},   {-0.002, "-0.00200MHz"}, {10000, "10000.00MHz"},
+      {0, "0.00MHz"},         {451.25, "451.25MHz"}, {1, "1.00MHz"},           {1.5, "1.50MHz"},
+      {0.5, "0.500MHz"},      {0.1, "0.100MHz"},     {0.05, "0.0500MHz"},      {-0.002, "-0.00200MHz"},
+      {10000, "10000.00MHz"}, {0.001, "0.00100MHz"}, {0.00099, "0.000990MHz"}, {9.99, "9.99MHz"},
   };
   for (const auto& [frequency, text] : shown) {
     control.sValueFreq(frequency);

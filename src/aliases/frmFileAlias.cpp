@@ -139,9 +139,10 @@ void frmFileAlias::allowNew(bool allow) { cmdNew.setEnabled(allow && family_); }
 bool frmFileAlias::FindAliasMatch(const std::string& file) {
   TDBGrid1.selBookmarks().clear();
   const int row = rowOfFile(file);
-  if (row < 0) return false;
-  selectRow(row);
-  return true;
+  // What nobody chose is not to be taken by a key pressed too early.
+  if (row < 0) TDBGrid1.leaveRows();
+  if (row >= 0) selectRow(row);
+  return row >= 0;
 }
 
 void frmFileAlias::selectRow(int row) {
@@ -195,6 +196,7 @@ void frmFileAlias::choose() {
 }
 
 void frmFileAlias::userRemoveRow() {
+  if (TDBGrid1.currentRow() < 0) return;
   if (TDBGrid1.selBookmarks().count() == 0) TDBGrid1.selBookmarks().add(TDBGrid1.bookmark());
   TDBGrid1.userDeleteRows();
 }

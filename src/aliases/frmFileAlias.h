@@ -47,12 +47,13 @@ class frmFileAlias : public Form {
   void InitGrid();
   void GetFiles();
   void allowNew(bool allow);
-  // Selects the row of a file, whatever the case of its name; selects none where it is not in the list.
+  // Goes to the row of a file, whatever the case of its name, and selects it. Where it is not in the list no row is
+  // selected or current, and "Continue" finds nothing selected until the user has gone to one.
   bool FindAliasMatch(const std::string& file);
   // The window is gone: writes the descriptions unless it was cancelled, and keeps place, size and widths.
   void close();
 
-  // The user wants the current row out of the list.
+  // The user wants the current row, if there is one, out of the list.
   void userRemoveRow();
 
  protected:

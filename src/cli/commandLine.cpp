@@ -65,6 +65,7 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
   addSuiteCommands(app, session);
   addLibraryCommands(app, session);
   addImportCommand(app, session);
+  addIdentifyCommand(app, session);
   addLineCommands(app, session);
   addPlotCommand(app, session);
   addCalcCommands(app, session);

@@ -22,6 +22,7 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
 void addSuiteCommands(CLI::App& app, Session& session);
 void addLibraryCommands(CLI::App& app, Session& session);
 void addImportCommand(CLI::App& app, Session& session);
+void addIdentifyCommand(CLI::App& app, Session& session);
 void addLineCommands(CLI::App& app, Session& session);
 void addPlotCommand(CLI::App& app, Session& session);
 void addCalcCommands(CLI::App& app, Session& session);

@@ -1,6 +1,5 @@
 #include "controls/reporting.h"
 
-#include "foundation/errHand.h"
 #include "foundation/hostProgram.h"
 #include "foundation/messages.h"
 #include "foundation/text.h"
@@ -17,15 +16,6 @@ void report(const std::exception& failure) {
     ErrHand(failure);
   } catch (const RunTimeFailure& unlogged) {
     MsgBox({"Error in " + upperCase(hostProgram().name), unlogged.description(), MsgButtons::ok, MsgIcon::critical, 1});
-  }
-}
-
-void logQuietly(const std::string& text) {
-  try {
-    wrtTechSupNoMak(text);
-  } catch (const RunTimeFailure&) {
-    // There is no further place to tell it.
-    return;
   }
 }
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <exception>
-#include <string>
 
+#include "foundation/errHand.h"
 #include "platform/RunTimeFailure.h"
 
 namespace vantrelix {
@@ -13,8 +13,5 @@ RunTimeFailure asRunTimeFailure(const std::exception& failure);
 
 // ErrHand for a handler that must not fail itself: where the log cannot be written, the message alone.
 void report(const std::exception& failure);
-
-// A record in the support log where its failure must not stop what the user is doing.
-void logQuietly(const std::string& text);
 
 }  // namespace vantrelix

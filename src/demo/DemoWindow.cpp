@@ -1,8 +1,6 @@
 #include "demo/DemoWindow.h"
 
 #include <QCloseEvent>
-#include <QGroupBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QScreen>
 #include <QSplitter>
@@ -16,10 +14,15 @@
 #include "demo/HostControls.h"
 #include "demo/LibraryDialog.h"
 #include "demo/LibraryPanel.h"
+#include "demo/LineControls.h"
 #include "demo/SitePanel.h"
+#include "demo/valueTexts.h"
 #include "foundation/extract.h"
+#include "foundation/numbers.h"
 #include "foundation/suitePaths.h"
 #include "qt/LookAnt.h"
+#include "qt/LookLine.h"
+#include "qt/LookLineALL.h"
 #include "qt/qtText.h"
 
 namespace vantrelix::demo {
@@ -39,30 +42,22 @@ DemoWindow::DemoWindow(QWidget* parent)
     : QMainWindow(parent),
       control_(new qt::LookAnt),
       panel_(new LibraryPanel),
-      host_(new HostControls(*control_)),
+      lines_(new LineControls(this)),
+      host_(new HostControls(*control_, lines_->line())),
       events_(new EventList) {
   control_->control().ZORUserLogin("");
-  facility_ = std::make_unique<FacilityHost>(control_->control());
-  auto* upper = new QSplitter(Qt::Horizontal);
-  upper->addWidget(libraryBox());
-  upper->addWidget(facilityForm());
-  upper->setStretchFactor(0, 1);
-  upper->setStretchFactor(1, 0);
+  facility_ = std::make_unique<FacilityHost>(control_->control(), lines_->line().control());
   auto* all = new QSplitter(Qt::Vertical);
-  all->addWidget(upper);
+  all->addWidget(facilityForm());
   all->addWidget(events_);
   all->setStretchFactor(0, 0);
   all->setStretchFactor(1, 1);
-  for (QSplitter* splitter : {upper, all}) splitter->setChildrenCollapsible(false);
+  all->setChildrenCollapsible(false);
   auto* centre = new QWidget;
   auto* layout = new QVBoxLayout(centre);
   layout->addWidget(all);
   setCentralWidget(centre);
-  auto* folder = new QLabel("Installation folder: " + toQt(displayPath(getSuiteDir())));
-  folder->setObjectName("suiteLabel");
-  folder->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  folder->setIndent(fontMetrics().averageCharWidth());
-  statusBar()->addWidget(folder);
+  showSuite();
   listenToControl();
   listenToHost();
   listenToRecord();
@@ -71,52 +66,31 @@ DemoWindow::DemoWindow(QWidget* parent)
   resize(DemoWindow::sizeHint().boundedTo(screen()->availableSize() - titleBar));
 }
 
+void DemoWindow::showSuite() {
+  auto* folder = new QLabel("Installation folder: " + toQt(displayPath(getSuiteDir())));
+  folder->setObjectName("suiteLabel");
+  folder->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  folder->setIndent(fontMetrics().averageCharWidth());
+  statusBar()->addWidget(folder);
+}
+
 DemoWindow::~DemoWindow() = default;
 
 QSize DemoWindow::sizeHint() const {
   return (QSize(kWidthInLines, kHeightInLines) * fontMetrics().lineSpacing()).expandedTo(QMainWindow::sizeHint());
 }
 
-QWidget* DemoWindow::libraryBox() {
-  auto* box = new QGroupBox("Antenna library");
-  auto* layout = new QVBoxLayout(box);
-  layout->addWidget(panel_);
-  return box;
-}
-
-QGroupBox* DemoWindow::antennaBox() {
-  auto* box = new QGroupBox("Transmit antenna");
-  auto* layout = new QVBoxLayout(box);
-  layout->addWidget(control_);
-  layout->addStretch(1);
-  return box;
-}
-
-QWidget* DemoWindow::facilityForm() {
-  auto* form = new QWidget;
-  bar_ = new FacilityBar(*facility_);
-  site_ = new SitePanel(*facility_);
-  auto* lower = new QHBoxLayout;
-  lower->addWidget(antennaBox(), 1);
-  lower->addWidget(host_);
-  auto* layout = new QVBoxLayout(form);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(bar_);
-  layout->addWidget(site_);
-  layout->addLayout(lower, 1);
-  return form;
-}
-
 void DemoWindow::listenToControl() {
   control_->control().setLibraryLook([this](scLookAnt::LibraryChoice& choice) { return look(choice); });
-  connect(control_, &qt::LookAnt::ChangeAntenna, this, [this] { heard("ChangeAntenna", antennaText()); });
-  connect(control_, &qt::LookAnt::ChangeMounting, this, [this] { heard("ChangeMounting", mountingText()); });
+  connect(control_, &qt::LookAnt::ChangeAntenna, this,
+          [this] { heard("antenna", "ChangeAntenna", antennaText(*control_)); });
+  connect(control_, &qt::LookAnt::ChangeMounting, this,
+          [this] { heard("antenna", "ChangeMounting", mountingText(*control_)); });
   connect(control_, &qt::LookAnt::ChangeSize, this,
-          [this] { heard("ChangeSize", QString("%1 twips high").arg(control_->control().height())); });
-  connect(control_, &qt::LookAnt::NewAlert, this, [this] {
-    heard("NewAlert", control_->Alerts().section("\r\n", -1));
-    events_->setAlerts(control_->Alerts());
-  });
+          [this] { heard("antenna", "ChangeSize", QString("%1 twips high").arg(control_->control().height())); });
+  connect(control_, &qt::LookAnt::NewAlert, this,
+          [this] { heard("antenna", "NewAlert", control_->Alerts().section("\r\n", -1)); });
+  connect(lines_, &LineControls::heard, this, &DemoWindow::heard);
 }
 
 void DemoWindow::listenToHost() {
@@ -128,7 +102,9 @@ void DemoWindow::listenToHost() {
   });
   connect(events_, &EventList::clearAlerts, this, [this] {
     control_->Alerts("");
-    events_->setAlerts("");
+    lines_->line().Alerts("");
+    lines_->calculator().Alerts("");
+    showAlerts();
   });
 }
 
@@ -152,7 +128,6 @@ bool DemoWindow::choose(const QString& library, const QString& antenna) {
 
 // Another record, as it is stored.
 void DemoWindow::showRecord() {
-  events_->setAlerts(control_->Alerts());
   if (control_->sValueFile().isEmpty() || !panel_->choose(control_->sValueFile(), control_->sValueID())) {
     panel_->forget();
   }
@@ -162,6 +137,8 @@ void DemoWindow::showRecord() {
 
 void DemoWindow::showRecordState() {
   const bool editing = facility_->editing();
+  lines_->calculateAt(CValP(facility_->site().text("TX_FREQMHZ")));
+  showAlerts();
   site_->showState();
   bar_->showState();
   host_->setEditing(editing);
@@ -184,7 +161,7 @@ void DemoWindow::takeChosen() {
   control_->GetAntPat();
   facility_->openMounting();
   host_->showState();
-  events_->addCall("sValueFile, sValueID, GetAntPat", antennaText());
+  events_->addCall("sValueFile, sValueID, GetAntPat", antennaText(*control_));
 }
 
 bool DemoWindow::look(scLookAnt::LibraryChoice& choice) {
@@ -195,9 +172,21 @@ bool DemoWindow::look(scLookAnt::LibraryChoice& choice) {
   return true;
 }
 
-void DemoWindow::heard(const QString& event, const QString& detail) {
-  events_->addEvent(event, detail);
+void DemoWindow::heard(const QString& control, const QString& event, const QString& detail) {
+  events_->addEvent(control, event, detail);
+  showAlerts();
   showState();
+}
+
+void DemoWindow::showAlerts() {
+  const std::pair<const char*, QString> all[] = {{"antenna", control_->Alerts()},
+                                                 {"line", lines_->line().Alerts()},
+                                                 {"calculator", lines_->calculator().Alerts()}};
+  QStringList shown;
+  for (const auto& [control, alerts] : all) {
+    if (!alerts.isEmpty()) shown << QString("%1: %2").arg(control, alerts);
+  }
+  events_->setAlerts(shown.join("\r\n"));
 }
 
 void DemoWindow::showState() {
@@ -205,40 +194,6 @@ void DemoWindow::showState() {
   if (control_->sValueFile().isEmpty()) panel_->forget();
 }
 
-QString DemoWindow::antennaText() const {
-  const auto& ant = *control_;
-  QString text = ant.sValueGain().isEmpty() ? "no gain" : ant.sValueGain() + " " + ant.sValueUnit();
-  if (!ant.sValueDesc().isEmpty()) text.prepend(ant.sValueDesc() + ", ");
-  if (!ant.sValueFile().isEmpty()) text += QString(" (%1, %2)").arg(ant.sValueFile(), ant.sValueID());
-  return text;
-}
-
-QString DemoWindow::mountingText() const {
-  const auto& ant = *control_;
-  return QString("orientation %1, tilts %2 and %3, azimuth %4, %5%6")
-      .arg(ant.sValueOrient(), ant.sValueEtilt(), ant.sValueMtilt(), ant.sValueMazim(), ant.sValuePol(),
-           ant.sValueInvert() ? ", inverted" : "");
-}
-
-QString DemoWindow::values() const {
-  const auto& ant = *control_;
-  const std::pair<const char*, QString> rows[] = {
-      {"Library", ant.sValueFile()},
-      {"ID", ant.sValueID()},
-      {"Antenna", ant.sValueDesc()},
-      {"Gain", (ant.sValueGain() + " " + ant.sValueUnit()).trimmed()},
-      {"Orientation", ant.sValueOrient()},
-      {"Electrical tilt", ant.sValueEtilt()},
-      {"Mechanical tilt", ant.sValueMtilt()},
-      {"Tilt azimuth", ant.sValueMazim()},
-      {"Polarisation", ant.sValuePol()},
-      {"Inverted", ant.sValueInvert() ? "yes" : "no"},
-      {"Azimuth cut", ant.bPatAz() ? "yes" : "no"},
-      {"Elevation cut", ant.bPatEl() ? "yes" : "no"},
-  };
-  QString text;
-  for (const auto& [caption, value] : rows) text += QString("%1 %2\n").arg(QString(caption) + ":", -16).arg(value);
-  return text;
-}
+QString DemoWindow::values() const { return recordText(*control_, lines_->line()); }
 
 }  // namespace vantrelix::demo

@@ -1,4 +1,4 @@
-// The facility form of a made-up transmitter site, with the antenna lookup control on it.
+// The facility form of a made-up transmitter site, with the antenna and the line controls on it.
 #pragma once
 
 #include <memory>
@@ -7,7 +7,7 @@
 
 #include "controls/scLookAnt.h"
 
-class QGroupBox;
+class QTabWidget;
 
 namespace vantrelix::qt {
 class LookAnt;
@@ -20,6 +20,7 @@ class FacilityBar;
 class FacilityHost;
 class HostControls;
 class LibraryPanel;
+class LineControls;
 class SitePanel;
 
 class DemoWindow : public QMainWindow {
@@ -33,7 +34,8 @@ class DemoWindow : public QMainWindow {
   bool choose(const QString& library, const QString& antenna);
 
   qt::LookAnt& control() { return *control_; }
-  // The values that the control shows, a line each.
+  LineControls& lines() { return *lines_; }
+  // The values that the controls of the record show, a line each.
   QString values() const;
 
   QSize sizeHint() const override;
@@ -42,9 +44,11 @@ class DemoWindow : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  QWidget* libraryBox();
   QWidget* facilityForm();
-  QGroupBox* antennaBox();
+  QWidget* siteColumn();
+  QTabWidget* tools();
+  QWidget* antennaColumn();
+  void showSuite();
   void listenToControl();
   void listenToHost();
   void listenToRecord();
@@ -53,12 +57,12 @@ class DemoWindow : public QMainWindow {
   void showState();
   void showRecord();
   void showRecordState();
-  void heard(const QString& event, const QString& detail);
-  QString antennaText() const;
-  QString mountingText() const;
+  void showAlerts();
+  void heard(const QString& control, const QString& event, const QString& detail);
 
   qt::LookAnt* control_;
   LibraryPanel* panel_;
+  LineControls* lines_;
   HostControls* host_;
   EventList* events_;
   std::unique_ptr<FacilityHost> facility_;

@@ -10,7 +10,6 @@
 #include "dialogs/PrtOutUtils.h"
 #include "dialogs/frmListSelect.h"
 #include "dialogs/getParabolaGain.h"
-#include "dialogs/windowPlacement.h"
 #include "foundation/extract.h"
 #include "foundation/numbers.h"
 #include "foundation/suitePaths.h"
@@ -27,8 +26,6 @@ namespace {
 
 constexpr int kWork = 4000;              // milliseconds
 constexpr double kDishFrequency = 6000;  // MHz
-// Keeps what is this host's apart from what the library keeps of the same forms.
-constexpr const char* kOwnPlace = "Demo ";
 
 const std::vector<MsgBoxChkButton> kMessageButtons = {
     {"Move", "Answers 6, and silenced it is the answer"}, {"Stay", "Answers 7"}, {"Cancel", "Answers 2"}};
@@ -116,13 +113,7 @@ void DialogMenu::endNote() {
 void DialogMenu::selectLine() {
   frmListSelect form;
   fill(form);
-  form.activated.listen([&form] {
-    SetFormSize(form, 0, 0, kOwnPlace);
-    SetFormLoc(form, kOwnPlace);
-  });
   const bool chosen = form.choose();
-  SaveFormLoc(form, kOwnPlace);
-  SaveFormSize(form, kOwnPlace);
   report("frmListSelect", chosen ? toQt(form.choice()) : "cancelled");
 }
 

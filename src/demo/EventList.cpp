@@ -44,7 +44,7 @@ EventList::EventList(QWidget* parent)
   auto* alertLayout = new QVBoxLayout(alertBox);
   auto* clear = new QPushButton("Clear aler&ts", this);
   clear->setObjectName("clearAlertsButton");
-  clear->setToolTip("Forgets the control's alerts");
+  clear->setToolTip("Forgets the controls' alerts");
   alertLayout->addWidget(alerts_, 1);
   alertLayout->addWidget(clear, 0, Qt::AlignRight);
   auto* layout = new QHBoxLayout(this);
@@ -61,7 +61,9 @@ QSize EventList::sizeHint() const {
   return {QWidget::sizeHint().width(), kHeightInLines * fontMetrics().lineSpacing()};
 }
 
-void EventList::addEvent(const QString& event, const QString& detail) { add("control", event, detail); }
+void EventList::addEvent(const QString& control, const QString& event, const QString& detail) {
+  add(control, event, detail);
+}
 
 void EventList::addCall(const QString& call, const QString& detail) { add("host", call, detail); }
 

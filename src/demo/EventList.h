@@ -1,4 +1,4 @@
-// What happened between the host and the control, newest last, and the control's alerts.
+// What happened between the host and the controls, newest last, and the controls' alerts.
 #pragma once
 
 #include <QWidget>
@@ -14,7 +14,8 @@ class EventList : public QWidget {
  public:
   explicit EventList(QWidget* parent = nullptr);
 
-  void addEvent(const QString& event, const QString& detail);
+  // Of the control of that name.
+  void addEvent(const QString& control, const QString& event, const QString& detail);
   void addCall(const QString& call, const QString& detail = {});
   void setAlerts(const QString& alerts);
 

@@ -11,21 +11,28 @@ namespace vantrelix::demo {
 
 namespace {
 
-constexpr const char* kUpdateFailure = "Error in scLookAnt.Update at flag ";
+constexpr const char* kUpdateFailures[] = {"Error in scLookAnt.Update at flag ", "Error in scLookLine.Update at flag "};
 
 // A read of a table that fails is told in the support log alone.
-std::string failedUpdate(SupportLog& log) {
+std::string failedUpdates(SupportLog& log) {
   const std::string news = log.news();
-  const std::size_t at = news.find(kUpdateFailure);
-  // Behind it the log names the program.
-  return at == std::string::npos ? "" : news.substr(at, news.find("  (", at) - at);
+  std::string failed;
+  for (const char* failure : kUpdateFailures) {
+    const std::size_t at = news.find(failure);
+    // Behind it the log names the program.
+    if (at != std::string::npos) failed = AddALine(failed, news.substr(at, news.find("  (", at) - at), kBlankLine);
+  }
+  return failed;
 }
 
 }  // namespace
 
-FacilityHost::FacilityHost(scLookAnt& antenna) : antenna_(antenna) {
-  for (Widget* widget : antenna_.widgets()) {
-    connections_.push_back(widget->changed.connect([this] { noteChange(); }));
+FacilityHost::FacilityHost(scLookAnt& antenna, scLookLine& line)
+    : antenna_(antenna), line_(line), controls_{&antenna, &line} {
+  for (const LookupControl* control : controls_) {
+    for (Widget* widget : control->widgets()) {
+      connections_.push_back(widget->changed.connect([this] { noteChange(); }));
+    }
   }
 }
 
@@ -55,19 +62,25 @@ bool FacilityHost::use(Place place) {
 
 void FacilityHost::open() {
   unbind(antenna_);
+  unbind(line_);
   table_.reset();
-  const bool opened = attempt([this] {
-    makeFacilityTable();
-    makeFacilityFile();
-    if (place_ == Place::file) return bindToFile(antenna_, facilityFilePath());
-    table_ = std::make_unique<FacilityTable>();
-    bindToTable(antenna_, table_->record());
-  });
-  if (opened) return show(place_ == Place::file ? "HookINI, UpdateINI" : "HookDBF..., UpdateDBF");
+  if (attempt([this] { bind(); })) return show(place_ == Place::file ? "HookINI, UpdateINI" : "HookDBF..., UpdateDBF");
   editing_ = false;
   site_.clear();
   lock(true);
   recordShown();
+}
+
+void FacilityHost::bind() {
+  makeFacilityTable();
+  makeFacilityFile();
+  if (place_ == Place::file) {
+    for (LookupControl* control : controls_) bindToFile(*control, facilityFilePath());
+    return;
+  }
+  table_ = std::make_unique<FacilityTable>();
+  bindToTable(antenna_, table_->record());
+  bindToTable(line_, table_->record());
 }
 
 bool FacilityHost::canMove(Move where) const {
@@ -108,24 +121,30 @@ bool FacilityHost::move(Move where) {
 void FacilityHost::show(const std::string& call) {
   editing_ = false;
   SupportLog log;
-  attempt([this] {
-    if (place_ == Place::file) return site_.readFile(facilityFilePath());
-    site_.clear();
-    if (table_->count() > 0) site_.read(*table_->record());
-  });
+  attempt([this] { readSite(); });
+  // The line control reads its own with the record: before that it would compute a loss for the line of the last one.
   antenna_.sValueFreq(CValP(site_.text("TX_FREQMHZ")));
   openMounting();
-  // Update would read both places, and miss the hooks of the one that is not in use.
-  if (place_ == Place::file) {
-    antenna_.UpdateINI();
-  } else {
-    antenna_.UpdateDBF();
+  for (LookupControl* control : controls_) {
+    // Update would read both places, and miss the hooks of the one that is not in use.
+    if (place_ == Place::file) {
+      control->Alerts("");
+      control->UpdateINI();
+    } else {
+      control->UpdateDBF();
+    }
   }
   lock(true);
-  const std::string failed = failedUpdate(log);
+  const std::string failed = failedUpdates(log);
   did(call, failed.empty() ? position() + ", " + siteName() : failed);
   recordShown();
   if (!failed.empty()) tell(failed);
+}
+
+void FacilityHost::readSite() {
+  if (place_ == Place::file) return site_.readFile(facilityFilePath());
+  site_.clear();
+  if (table_->count() > 0) site_.read(*table_->record());
 }
 
 void FacilityHost::openMounting() {
@@ -137,13 +156,18 @@ void FacilityHost::openMounting() {
 }
 
 void FacilityHost::lock(bool locked) {
-  antenna_.Locked(locked);
+  for (LookupControl* control : controls_) control->Locked(locked);
   wasDirty_ = false;
 }
 
 void FacilityHost::siteText(const std::string& name, const std::string& text) {
   site_.text(name, text);
-  if (name == "TX_FREQMHZ") antenna_.sValueFreq(CValP(text));
+  if (name == "TX_FREQMHZ") {
+    antenna_.sValueFreq(CValP(text));
+    // Its alerts told of the loss at another frequency.
+    line_.Alerts("");
+    line_.sValueFreq(CValP(text));
+  }
   wasDirty_ = dirty();
   changed();
 }

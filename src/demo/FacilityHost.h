@@ -1,16 +1,18 @@
 // The host's side of a facility record: which record is shown, and its edit, save and cancel.
 //
-// The record is a row of the facility table or the one of the INI file. It is shown locked. An edit opens the control
-// and the host's own boxes; the row is then held, so that no other program writes it meanwhile. What fails is told to
-// the user in a message; nothing typed is lost by it.
+// The record is a row of the facility table or the one of the INI file. It is shown locked. An edit opens the antenna
+// control, the line control and the host's own boxes; the row is then held, so that no other program writes it
+// meanwhile. What fails is told to the user in a message; nothing typed is lost by it.
 #pragma once
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "controls/scLookAnt.h"
+#include "controls/scLookLine.h"
 #include "demo/FacilityTable.h"
 #include "demo/SiteValues.h"
 
@@ -22,10 +24,10 @@ class FacilityHost {
   enum class Place { table, file };
   enum class Move { first, previous, next, last };
 
-  // The control must live longer. Nothing is shown before open().
-  explicit FacilityHost(scLookAnt& antenna);
+  // The controls must live longer. Nothing is shown before open().
+  FacilityHost(scLookAnt& antenna, scLookLine& line);
 
-  // Binds the control to the place in use, made where it is not there, and shows its first record.
+  // Binds the controls to the place in use, made where it is not there, and shows its first record.
   void open();
   // Goes to the first record of a place. False where the user stays with the changes he has not saved.
   bool use(Place place);
@@ -48,8 +50,8 @@ class FacilityHost {
   std::string position() const;  // "Record 2 of 5"
   std::string siteName() const;
 
-  // The control closes its mounting boxes when its user clears the antenna and opens them on its own look-up. Another
-  // record opens them too, and so does a look-up of this host.
+  // The antenna control closes its mounting boxes when its user clears the antenna and opens them on its own look-up.
+  // Another record opens them too, and so does a look-up of this host.
   void openMounting();
 
   const SiteValues& site() const { return site_; }
@@ -59,11 +61,13 @@ class FacilityHost {
   Signal<> recordShown;
   // Anything else that is asked above.
   Signal<> changed;
-  // What the host did to the control in the members' names, and what came of it.
+  // What the host did to the controls in the members' names, and what came of it.
   Signal<std::string, std::string> did;
 
  private:
+  void bind();
   void show(const std::string& call);
+  void readSite();
   void lock(bool locked);
   bool takeRow(std::string& detail);
   bool hold();
@@ -76,6 +80,8 @@ class FacilityHost {
   bool attempt(const std::function<void()>& act) const;
 
   scLookAnt& antenna_;
+  scLookLine& line_;
+  const std::array<LookupControl*, 2> controls_;  // both of them
   SiteValues site_;
   Place place_ = Place::table;
   std::unique_ptr<FacilityTable> table_;  // null where it could not be opened, and while the INI file is used

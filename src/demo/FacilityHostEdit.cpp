@@ -1,9 +1,20 @@
 // How the demo host edits the record that it shows.
+#include <algorithm>
+
 #include "demo/FacilityHost.h"
 #include "foundation/errHand.h"
 #include "foundation/messages.h"
+#include "foundation/numbers.h"
+#include "foundation/text.h"
 
 namespace vantrelix::demo {
+
+namespace {
+
+// A number that is only written differently is no change: the line control tidies its length when the box is left.
+std::string comparable(const std::string& number) { return isNumeric(number) ? generalText(CValP(number)) : number; }
+
+}  // namespace
 
 // Takes the row for as long as the user edits it. Where another program has it the user may type all the same: that one
 // may be done by the time of the saving.
@@ -28,18 +39,15 @@ bool FacilityHost::takeRow(std::string& detail) {
     show("UpdateDBF");
     return false;
   }
-  if (!antenna_.bEdit().asBoolean()) {
+  // Both hang on the same row: what the first cannot edit, the second cannot either.
+  if (!std::all_of(controls_.begin(), controls_.end(), [](LookupControl* each) { return each->bEdit().asBoolean(); })) {
     if (table_) tell("The facility table has no record to edit.");
     return false;
   }
   const bool allowed = attempt([&] {
     detail = hold() ? "the row is held" : "another program holds the row; saving will fail until it lets go";
   });
-  if (allowed) {
-    antenna_.Edit();
-  } else {
-    antenna_.CancelEdit();
-  }
+  for (LookupControl* control : controls_) allowed ? control->Edit() : control->CancelEdit();
   return allowed;
 }
 
@@ -61,10 +69,13 @@ bool FacilityHost::edit() {
 std::string FacilityHost::writeRecord() {
   try {
     if (table_) table_->requireThere();
-    // The control is to make the edit of each field itself: it updates after each, which ends the edit that this host
-    // has begun, and with the mark still on the second field would find none (3020).
-    antenna_.EditUpdate();
-    std::string failed = antenna_.Save();
+    std::string failed;
+    for (LookupControl* control : controls_) {
+      // The control is to make the edit of each field itself: it updates after each, which ends the edit that this host
+      // has begun, and with the mark still on the second field would find none (3020).
+      control->EditUpdate();
+      failed = AddALine(failed, control->Save(), kBlankLine);
+    }
     if (!failed.empty()) return failed;
     if (table_) {
       site_.save(*table_->record());
@@ -97,7 +108,7 @@ void FacilityHost::holdAgain() {
   if (!table_ || table_->record()->editing()) return;
   try {
     hold();
-    antenna_.Edit();
+    for (LookupControl* control : controls_) control->Edit();
   } catch (const RunTimeFailure&) {
     return;
   }
@@ -109,7 +120,7 @@ void FacilityHost::cancel() {
   if (!editing_) return;
   if (table_) {
     table_->record()->CancelUpdate();
-    antenna_.CancelEdit();
+    for (LookupControl* control : controls_) control->CancelEdit();
   }
   did(place_ == Place::table ? "CancelEdit" : "Locked = true", "");
   finish();
@@ -138,6 +149,8 @@ std::vector<std::string> FacilityHost::values() const {
   all.insert(all.end(), {ant.sValueFile(), ant.sValueID(), ant.sValueDesc(), ant.sValueGain(), ant.sValueUnit(),
                          ant.sValueOrient(), ant.sValueEtilt(), ant.sValueMtilt(), ant.sValueMazim(), ant.sValuePol(),
                          ant.sValueInvert() ? "-1" : "0"});
+  all.insert(all.end(), {line_.sValueFile(), line_.sValueID(), line_.sValueDesc(), comparable(line_.sValueLen()),
+                         line_.sValueUnit(), line_.sValueLoss()});
   return all;
 }
 

@@ -37,10 +37,10 @@ const std::vector<FacilityField>& facilityFields() {
       {"TX_A1MDIR", number, 0, nullptr},
       {"TX_A1INVRT", FieldType::boolean, 0, nullptr},
       {"TX_A1Pol", text, 5, nullptr},
-      // Of a line.
+      // Of the line control; a library describes a line in 75 characters.
       {"TX_L1FNM", text, 8, nullptr},
       {"TX_L1TID", text, 12, nullptr},
-      {"TX_L1TYP", text, 60, nullptr},
+      {"TX_L1TYP", text, 75, nullptr},
       {"TX_L1LEN", number, 0, nullptr},
       {"TX_L1LENUN", text, 5, nullptr},
       {"TX_L1LOS", number, 0, nullptr},

@@ -1,5 +1,5 @@
 // The facility table of this host: one row for each of its sites, with the fields of the suite's facility tables for
-// one transmit antenna and one line, and the fields that are the host's own.
+// one transmit antenna and its line, and the fields that are the host's own.
 #pragma once
 
 #include <string>

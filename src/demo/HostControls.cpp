@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "qt/LookAnt.h"
+#include "qt/LookLine.h"
 
 namespace vantrelix::demo {
 
@@ -34,7 +35,8 @@ Button* named(Button* button, const QString& name, const QString& tip) {
 
 }  // namespace
 
-HostControls::HostControls(qt::LookAnt& control, QWidget* parent) : QGroupBox("Host", parent), control_(control) {
+HostControls::HostControls(qt::LookAnt& control, qt::LookLine& line, QWidget* parent)
+    : QGroupBox("Host", parent), control_(control), line_(line) {
   auto* layout = new QVBoxLayout(this);
   addBackgrounds(*layout);
   addRule(*layout);
@@ -54,26 +56,30 @@ QCheckBox* HostControls::addBox(QVBoxLayout& layout, const QString& name, const 
 void HostControls::addBackgrounds(QVBoxLayout& layout) {
   struct Row {
     const char *name, *caption, *call;
-    void (qt::LookAnt::*put)(bool);
+    void (LookupControl::*put)(bool);
   };
   constexpr Row rows[] = {
-      {"whiteButton", "&White", "BackWhite", &qt::LookAnt::BackWhite},
-      {"redButton", "&Red", "BackRed", &qt::LookAnt::BackRed},
-      {"greyButton", "L&ight grey", "BackLtGray", &qt::LookAnt::BackLtGray},
+      {"whiteButton", "&White", "BackWhite", &LookupControl::BackWhite},
+      {"redButton", "&Red", "BackRed", &LookupControl::BackRed},
+      {"greyButton", "L&ight grey", "BackLtGray", &LookupControl::BackLtGray},
   };
   layout.addWidget(new QLabel("Background"));
   for (const Row& row : rows) {
-    auto* button = named(new QPushButton(row.caption, this), row.name, "Paints the boxes of the control");
+    auto* button =
+        named(new QPushButton(row.caption, this), row.name, "Paints the boxes of the antenna and the line control");
     layout.addWidget(button);
     connect(button, &QPushButton::clicked, this, [this, row] {
-      (control_.*row.put)(true);
+      for (LookupControl* each : std::initializer_list<LookupControl*>{&control_.control(), &line_.control()}) {
+        (each->*row.put)(true);
+      }
       did(row.call + onOff(true));
     });
   }
-  clear_ = named(new QPushButton("C&lear values", this), "clearButton", "Blanks the values and the previews");
+  clear_ = named(new QPushButton("C&lear values", this), "clearButton", "Blanks antenna, line and previews");
   layout.addWidget(clear_);
   connect(clear_, &QPushButton::clicked, this, [this] {
     control_.Clear();
+    line_.Clear();
     control_.GetAntPat();
     did("Clear, GetAntPat");
   });

@@ -1,4 +1,4 @@
-// The buttons and boxes with which this host drives the control.
+// The buttons and boxes with which this host drives the controls of its record.
 #pragma once
 
 #include <QGroupBox>
@@ -10,7 +10,8 @@ class QVBoxLayout;
 
 namespace vantrelix::qt {
 class LookAnt;
-}
+class LookLine;
+}  // namespace vantrelix::qt
 
 namespace vantrelix::demo {
 
@@ -18,15 +19,15 @@ class HostControls : public QGroupBox {
   Q_OBJECT
 
  public:
-  explicit HostControls(qt::LookAnt& control, QWidget* parent = nullptr);
+  HostControls(qt::LookAnt& control, qt::LookLine& line, QWidget* parent = nullptr);
 
   // Whether the record is open for its user, and values may be changed.
   void setEditing(bool editing);
-  // Shows what the control's members give, after the user or the program changed them.
+  // Shows what the antenna control's members give, after the user or the program changed them.
   void showState();
 
  Q_SIGNALS:
-  // What the host did to the control, in the members' names.
+  // What the host did to the controls, in the members' names.
   void acted(const QString& call);
 
  private:
@@ -37,6 +38,7 @@ class HostControls : public QGroupBox {
   void did(const QString& call);
 
   qt::LookAnt& control_;
+  qt::LookLine& line_;
   QPushButton* clear_;
   QCheckBox *previews_, *gainOnly_, *polarisation_;
   QDoubleSpinBox* bearing_;

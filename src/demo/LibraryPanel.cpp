@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <QComboBox>
+#include <QFormLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -30,13 +31,6 @@ namespace {
 
 // Of a description; what is longer is cut before the list scrolls.
 constexpr int kReadableLetters = 42;
-
-void addField(QVBoxLayout& layout, const QString& caption, QWidget& field) {
-  auto* label = new QLabel(caption);
-  label->setBuddy(&field);
-  layout.addWidget(label);
-  layout.addWidget(&field);
-}
 
 // Room between the columns.
 class RoomyDelegate : public QStyledItemDelegate {
@@ -119,8 +113,11 @@ void LibraryPanel::build() {
   note_->setObjectName("libraryNote");
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
-  addField(*layout, "Librar&y", *library_);
-  addField(*layout, "&Find antenna", *find_);
+  auto* fields = new QFormLayout;
+  fields->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+  fields->addRow("Librar&y", library_);
+  fields->addRow("&Find antenna", find_);
+  layout->addLayout(fields);
   layout->addWidget(list_, 1);
   layout->addWidget(note_);
 }

@@ -19,7 +19,7 @@ namespace {
 
 constexpr const char* kFrequency = "TX_FREQMHZ";
 constexpr int kRows = 2;  // of boxes
-constexpr int kLeastLetters = 11;
+constexpr int kLeastLetters = 11, kLeastLongLetters = 17;
 
 void fill(QLineEdit& box, const std::string& text) {
   if (fromQt(box.text()) == text) return;
@@ -61,7 +61,7 @@ QWidget* SitePanel::field(const FacilityField& field) {
 QWidget* SitePanel::textField(const FacilityField& field) {
   auto* box = new QLineEdit(this);
   box->setObjectName(field.name);
-  box->setMinimumWidth(kLeastLetters * fontMetrics().averageCharWidth());
+  box->setMinimumWidth((field.isNumber() ? kLeastLetters : kLeastLongLetters) * fontMetrics().averageCharWidth());
   texts_[field.name] = box;
   connect(box, &QLineEdit::textEdited, this,
           [this, name = field.name](const QString& text) { host_.siteText(name, fromQt(text)); });

@@ -4,18 +4,39 @@
 
 namespace vantrelix::demo {
 
+namespace {
+
+template <class Control>
+struct Binding {
+  DBFSlot Control::*slot;
+  const char* field;
+};
+
+template <class Control, std::size_t count>
+void bind(Control& control, const Binding<Control> (&bindings)[count], const RecordsetPtr& record) {
+  for (const auto& [slot, field] : bindings) {
+    const auto hook = std::make_shared<IOHooksDBF>();
+    hook->DBFRS(record);
+    hook->DBFField(field);
+    (control.*slot)(hook);
+  }
+}
+
+}  // namespace
+
 void unbind(scLookAnt& antenna) {
   antenna.DisconnectDBF();
   antenna.HookDBFPol(nullptr);  // the one that DisconnectDBF passes over
   antenna.HookINI(nullptr);
 }
 
+void unbind(scLookLine& line) {
+  line.DisconnectDBF();
+  line.HookINI(nullptr);
+}
+
 void bindToTable(scLookAnt& antenna, const RecordsetPtr& record) {
-  struct Binding {
-    DBFSlot scLookAnt::*slot;
-    const char* field;
-  };
-  constexpr Binding bindings[] = {
+  constexpr Binding<scLookAnt> bindings[] = {
       {&scLookAnt::HookDBFFile, "TX_A1FNM"},    {&scLookAnt::HookDBFID, "TX_A1TID"},
       {&scLookAnt::HookDBFDesc, "TX_A1TYP"},    {&scLookAnt::HookDBFGain, "TX_A1GAIN"},
       {&scLookAnt::HookDBFUnit, "TX_A1GNUN"},   {&scLookAnt::HookDBFOrient, "TX_A1ORIEN"},
@@ -24,20 +45,25 @@ void bindToTable(scLookAnt& antenna, const RecordsetPtr& record) {
       {&scLookAnt::HookDBFPol, "TX_A1Pol"},     {&scLookAnt::HookDBFFreq, "TX_FREQMHZ"},
   };
   unbind(antenna);
-  for (const auto& [slot, field] : bindings) {
-    const auto hook = std::make_shared<IOHooksDBF>();
-    hook->DBFRS(record);
-    hook->DBFField(field);
-    (antenna.*slot)(hook);
-  }
+  bind(antenna, bindings, record);
 }
 
-void bindToFile(scLookAnt& antenna, const std::string& file) {
-  unbind(antenna);
+void bindToTable(scLookLine& line, const RecordsetPtr& record) {
+  constexpr Binding<scLookLine> bindings[] = {
+      {&scLookLine::HookDBFFile, "TX_L1FNM"},   {&scLookLine::HookDBFID, "TX_L1TID"},
+      {&scLookLine::HookDBFDesc, "TX_L1TYP"},   {&scLookLine::HookDBFLen, "TX_L1LEN"},
+      {&scLookLine::HookDBFUnit, "TX_L1LENUN"}, {&scLookLine::HookDBFLoss, "TX_L1LOS"},
+      {&scLookLine::HookDBFFreq, "TX_FREQMHZ"},
+  };
+  unbind(line);
+  bind(line, bindings, record);
+}
+
+void bindToFile(LookupControl& control, const std::string& file) {
   const auto master = std::make_shared<IOHooksINI>();
   master->iniFile(file);
   master->INISection(kFacilitySection);
-  antenna.HookINI(master);
+  control.HookINI(master);
 }
 
 }  // namespace vantrelix::demo

@@ -1,17 +1,20 @@
-// Which place of a facility record each value of the antenna control is bound to.
+// Which place of a facility record each value of the antenna and the line control is bound to.
 #pragma once
 
 #include <string>
 
 #include "controls/scLookAnt.h"
+#include "controls/scLookLine.h"
 
 namespace vantrelix::demo {
 
 // To the fields of the cursor's row, which all hooks share.
 void bindToTable(scLookAnt& antenna, const RecordsetPtr& record);
+void bindToTable(scLookLine& line, const RecordsetPtr& record);
 // To the keys of the facility section of an INI file.
-void bindToFile(scLookAnt& antenna, const std::string& file);
+void bindToFile(LookupControl& control, const std::string& file);
 // To nothing.
 void unbind(scLookAnt& antenna);
+void unbind(scLookLine& line);
 
 }  // namespace vantrelix::demo

@@ -108,7 +108,7 @@ void MsgBoxChk(const std::string& key, const std::string& text, const std::strin
   form.activated.listen([&form, owner] { owner ? setFormCenterOn(form, *owner) : setFormCenter(form); });
   desktop().showModal(form);
   result = form.answer();
-  if (form.Check1.value() == 1) silence.set();
+  if (form.pressed() && form.Check1.value() == 1) silence.set();
 }
 
 }  // namespace vantrelix

@@ -1,5 +1,6 @@
 #include "dialogs/frmListSelect.h"
 
+#include "dialogs/windowPlacement.h"
 #include "ui/Desktop.h"
 
 namespace vantrelix {
@@ -19,6 +20,7 @@ frmListSelect::frmListSelect() : Form("frmListSelect") {
   List1.doubleClick.listen([this] { leave(true); });
   cmdContinue.click.listen([this] { leave(true); });
   cmdCancel.click.listen([this] { leave(false); });
+  activated.listen([this] { SetFormLoc(*this); });
   setDefaultButton(&cmdContinue);
   setCancelButton(&cmdCancel);
   setFocus(List1);
@@ -27,7 +29,10 @@ frmListSelect::frmListSelect() : Form("frmListSelect") {
 
 bool frmListSelect::choose() {
   chosen_ = false;
+  SetFormSize(*this, 0, 0);
   desktop().showModal(*this);
+  SaveFormLoc(*this);
+  SaveFormSize(*this);
   return chosen_;
 }
 

@@ -1,5 +1,6 @@
 // A list to choose one line from. The caller fills List1, whose characters are of one width so that columns line up,
-// may select the line that is current, and runs choose().
+// may select the line that is current, and runs choose(). The window comes back where the user left it, at first as
+// large as its lines ask for and centred on the screen.
 #pragma once
 
 #include <string>

@@ -32,6 +32,7 @@ class frmMsgBoxChk : public Form {
   void DefaultButton(int number);
   int DefaultButton() const { return defaultNumber_; }
 
+  bool pressed() const { return pressed_.has_value(); }
   // The answer of the button that was pressed; of the default button until then.
   MsgAnswer answer() const { return pressed_ ? *pressed_ : answerOf(defaultIndex()); }
 

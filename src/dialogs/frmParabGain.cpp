@@ -8,7 +8,6 @@
 #include "foundation/numbers.h"
 #include "foundation/suitePaths.h"
 #include "foundation/text.h"
-#include "platform/RunTimeFailure.h"
 
 namespace vantrelix {
 
@@ -108,12 +107,7 @@ void frmParabGain::readLast() {
 void frmParabGain::keepLast() const {
   const std::string inputs = formatNumber(number(diameter), kDiameterFormat) + kSeparator + Combo1.text();
   if (setINI(kSection, kKey, getDefaultsINI(), inputs)) return;
-  try {
-    wrtTechSupNoMak("The inputs of the parabolic gain could not be kept in " + displayPath(getDefaultsINI()));
-  } catch (const RunTimeFailure&) {
-    // There is no further place to tell it, and the gain is there all the same.
-    return;
-  }
+  logQuietly("The inputs of the parabolic gain could not be kept in " + displayPath(getDefaultsINI()));
 }
 
 void frmParabGain::showGain() {

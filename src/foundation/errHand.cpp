@@ -188,6 +188,15 @@ void wrtTechSupNoMak(const std::string& text, bool withHeader) {
   platform::current().open(GetTechSupFile(), platform::OpenMode::append)->append(record.data(), record.size());
 }
 
+void logQuietly(const std::string& text) {
+  try {
+    wrtTechSupNoMak(text);
+  } catch (const RunTimeFailure&) {
+    // There is no further place to tell it.
+    return;
+  }
+}
+
 std::string GetTechSupFile() {
   if (!techSupFile().empty()) return techSupFile();
   const std::string folder = getSuiteDir();

@@ -41,6 +41,8 @@ std::string modErrStr(const RunTimeFailure& failure, std::string_view prefix = "
 
 // Appends a record to the log: one dated line and one line with a blank. Throws where the log cannot be written.
 void wrtTechSupNoMak(const std::string& text, bool withHeader = true);
+// The same where a failure to log must not stop what the user is doing.
+void logQuietly(const std::string& text);
 // The path of the log: "QVTECSUP.TXT" in the installation folder, found once; "QVTechSup.TXT" in the host's folder
 // while there is none.
 std::string GetTechSupFile();

@@ -10,7 +10,7 @@ namespace vantrelix {
 
 class TextLines;
 
-// The working set of one antenna while a file is read. It starts afresh for each file.
+// The working set of one antenna while a file is read. It starts afresh for each file, but for what a trait keeps.
 struct ImportedAntenna {
   std::string AntName;
   double Gain = 0;
@@ -53,13 +53,20 @@ struct FileFilter {
   std::string pattern;
 };
 
+// A box with the information icon; blank for none.
+struct ImportNotice {
+  std::string title;
+  std::string text;
+};
+
 // One import filter: a row of the table in importFormats.cpp, which menu, dialogs, command line and help are made from.
 struct ImportFormat {
   // What a format does unlike the others; to be added up.
   enum Trait {
     plain = 0,
     noPreviewEndsPreviews = 1,  // for the rest of the run; elsewhere "No Preview" acts as "Add"
-    storesItself = 2            // the reader stores what it reads, so that one file may hold several antennas
+    storesItself = 2,           // the reader stores what it reads, so that one file may hold several antennas
+    keepsPlane = 4              // PolLetter starts as the file before in the run left it
   };
 
   std::string name;                 // of the command line: "generic"
@@ -74,6 +81,7 @@ struct ImportFormat {
   // Reads one chosen file, and its partner where there is one. Throws RunTimeFailure on content that cannot be read (62
   // input past end, 13 no number), or sets ErrFlag.
   std::function<void(ImportSource& source, ImportedAntenna& antenna)> read;
+  ImportNotice notice = {};  // shown before the dialog of files
 };
 
 // All formats, in menu order.

@@ -14,13 +14,25 @@
 #include "foundation/text.h"
 #include "import/TextLines.h"
 #include "platform/Platform.h"
+#include "ui/Desktop.h"
 
 namespace vantrelix {
 
 namespace {
 
-constexpr const char* kCountFormat = "###,###,##0";
-constexpr std::uint64_t kLongestFile = std::uint64_t{1} << 31;
+// Takes the preview away at the end of a run, before the last box, also where a preview failed.
+class PreviewEnd {
+ public:
+  explicit PreviewEnd(const ImportOwner& owner) : owner_(owner) {}
+  ~PreviewEnd() {
+    if (owner_.unloadPreview) owner_.unloadPreview();
+  }
+  PreviewEnd(const PreviewEnd&) = delete;
+  PreviewEnd& operator=(const PreviewEnd&) = delete;
+
+ private:
+  const ImportOwner& owner_;
+};
 
 class ImportRun {
  public:
@@ -39,6 +51,7 @@ class ImportRun {
   void showProgress(std::size_t position, std::size_t count, const std::string& path) const;
   class Source;
   void read(Source& source, ImportedAntenna& antenna, std::string& reason);
+  std::size_t importAll(const std::vector<std::string>& files);
   Next importNext(const std::vector<std::string>& files, std::size_t index);
   Next importFile(const std::string& path);
   PreviewAnswer askPreview(const std::string& path, const ImportedAntenna& antenna);
@@ -57,6 +70,7 @@ class ImportRun {
   bool Preview_;
   const ImportOwner& owner_;
   std::vector<std::string> DoneFiles_;
+  std::string PolLetter_;  // of the file read before
   std::string logFailure_;
   ImportResult result_;
 };
@@ -92,6 +106,7 @@ void ImportRun::showProgress(std::size_t position, std::size_t count, const std:
   try {
     owner_.progress("Working on file " + formatNumber(static_cast<double>(position), kCountFormat) + " of " +
                     formatNumber(static_cast<double>(count), kCountFormat) + ": " + ExtractFileName(path));
+    desktop().doEvents();
   } catch (const std::exception&) {
     // An owner that cannot show its progress does not stop the run.
   }
@@ -140,7 +155,7 @@ class ImportRun::Source : public ImportSource {
   std::unique_ptr<TextLines> open(const std::string& path) {
     ++run_.result_.filesRead;
     run_.DoneFiles_.push_back(upperCase(path));
-    return std::make_unique<TextLines>(platform::readWholeFile(path, kLongestFile - 1));
+    return std::make_unique<TextLines>(platform::readWholeFile(path, kLongestImportFile));
   }
 
   ImportRun& run_;
@@ -181,7 +196,7 @@ void ImportRun::noteFailed(const std::string& path, const std::string& reason) {
 void ImportRun::countError(const std::string& path, const std::string& reason) {
   if (result_.ErrorCount < std::numeric_limits<std::int16_t>::max()) ++result_.ErrorCount;
   noteFailed(path, reason);
-  log("Error importing Antenna File " + displayPath(path));
+  log("Error importing Antenna File " + displayPath(path) + kLineBreak + reason);
 }
 
 // The ID is made in the writing of the antenna, which adds its row at the end, and the table's width and code page may
@@ -225,9 +240,11 @@ ImportRun::Next ImportRun::write(const std::string& path, const ImportedAntenna&
 
 ImportRun::Next ImportRun::importFile(const std::string& path) {
   ImportedAntenna antenna;
+  if (format_.traits & ImportFormat::keepsPlane) antenna.PolLetter = PolLetter_;
   std::string reason;
   Source source(*this, path);
   read(source, antenna, reason);
+  PolLetter_ = antenna.PolLetter;
   if (antenna.ErrFlag != 0) {
     countError(path, reason);
     return Next::file;
@@ -257,14 +274,20 @@ ImportRun::Next ImportRun::importNext(const std::vector<std::string>& files, std
   return importFile(file);
 }
 
-ImportResult ImportRun::run(const std::vector<std::string>& files) {
-  const Procedure guard(procedure::importFiles);
+// Gives the number of files that had their turn.
+std::size_t ImportRun::importAll(const std::vector<std::string>& files) {
+  const PreviewEnd previewEnd(owner_);
   std::size_t index = 0;
   Next next = Next::file;
   while (next == Next::file && index < files.size() && !(owner_.cancelled && owner_.cancelled())) {
     next = importNext(files, index++);
   }
-  skipRest(files, index);
+  return index;
+}
+
+ImportResult ImportRun::run(const std::vector<std::string>& files) {
+  const Procedure guard(procedure::importFiles);
+  skipRest(files, importAll(files));
   tellErrors();
   return std::move(result_);
 }

@@ -15,12 +15,14 @@ enum class PreviewAnswer { add = 6, skip = 7, noPreview = 5, cancel = 2 };
 
 // What a run needs from the outside, all of it optional.
 struct ImportOwner {
-  // The text of lblProgress; the place to let waiting events run.
+  // The text of lblProgress. Waiting events run once behind it.
   std::function<void(const std::string& text)> progress;
   // True where the user has asked to stop; looked at between files.
   std::function<bool()> cancelled;
   // Shows one antenna before it is added; used while previews are on.
   std::function<PreviewAnswer(const std::string& caption, const ImportedAntenna& antenna)> preview;
+  // Takes the preview's window away; called once, where the run ends. Must not throw.
+  std::function<void()> unloadPreview;
 };
 
 // Why a file was passed over; none of these counts as an error.
@@ -43,6 +45,12 @@ struct ImportResult {
   };
   std::vector<Added> added;
 };
+
+// The library's counts in messages: "1,234".
+inline constexpr const char* kCountFormat = "###,###,##0";
+
+// A file of more bytes is read by no filter.
+inline constexpr std::uint64_t kLongestImportFile = (std::uint64_t{1} << 31) - 1;
 
 // Reads each file and appends its antenna to the library of the code `Mfg`. `files` holds full paths. Failures of a
 // file are counted and logged and the run goes on; the told boxes are shown, "Import Errors" last. A log that cannot be

@@ -1,5 +1,10 @@
 #include "import/pairedFiles.h"
 
+#include <algorithm>
+
+#include "foundation/extract.h"
+#include "foundation/text.h"
+
 namespace vantrelix {
 
 void readPair(ImportSource& source, ImportedAntenna& antenna, const PairRules& rules) {
@@ -15,6 +20,18 @@ void readPair(ImportSource& source, ImportedAntenna& antenna, const PairRules& r
   if (!other) return;
   rules.header(*other, antenna);
   if (antenna.ErrFlag == 0) (horizontal ? rules.vertical : rules.horizontal)(*other, antenna);
+}
+
+std::string withLastReplaced(std::string_view path, std::string_view what, std::string_view with) {
+  const auto sameLetter = [](char a, char b) { return equalIgnoringCase({&a, 1}, {&b, 1}); };
+  const auto found = std::find_end(path.begin(), path.end(), what.begin(), what.end(), sameLetter);
+  std::string result(path);
+  if (found != path.end()) result.replace(static_cast<std::size_t>(found - path.begin()), what.size(), with);
+  return result;
+}
+
+std::string withBaseName(std::string_view path, std::string_view base) {
+  return ExtractFolder(path) + trim(base) + "." + ExtractExtension(path, 3);
 }
 
 }  // namespace vantrelix

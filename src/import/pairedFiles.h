@@ -28,4 +28,11 @@ struct PairRules {
 // partner that does not exist, or was read before, leaves the antenna with one cut. Ends at the first ErrFlag.
 void readPair(ImportSource& source, ImportedAntenna& antenna, const PairRules& rules);
 
+// The path with the last `what` in it, folders and extension included, replaced. `what` is ASCII and is found in any
+// case. The path itself where it holds none.
+std::string withLastReplaced(std::string_view path, std::string_view what, std::string_view with);
+// The folder and the extension of the path around another base name, which is trimmed. An extension of more than three
+// letters counts as blank; its point stays.
+std::string withBaseName(std::string_view path, std::string_view base);
+
 }  // namespace vantrelix

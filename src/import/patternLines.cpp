@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 #include "foundation/numbers.h"
 #include "foundation/text.h"
@@ -25,12 +26,17 @@ void addPoint(PatternCut& cut, double angle, double value) {
   cut.values.push_back(value);
 }
 
-void readPoint(const PatternFields& fields, const PatternLineRules& rules, double Gain, PatternCut& cut) {
-  if (!isNumeric(fields.angle) || !isNumeric(fields.value)) return;
-  const double field = CValP(fields.value);
-  const double value = finite(rules.absoluteLevels ? field : Gain - std::abs(field));
-  addPoint(cut, rules.angle(CValP(fields.angle)), value);
-  if (!rules.minimumAboveMinus50 || field > -50) cut.minimum = std::min(cut.minimum, value);
+struct Point {
+  double angle = 0;
+  double value = 0;
+};
+
+// The point of a line that has one, which also lowers the cut's minimum.
+std::optional<Point> readPoint(const std::string& line, const PatternLineRules& rules, double Gain, PatternCut& cut) {
+  const PatternFields fields = splitPatternLine(line, rules.delimiter);
+  if (!isNumeric(fields.angle) || !isNumeric(fields.value)) return std::nullopt;
+  const double value = patternValue(CValP(fields.value), rules, Gain, cut);
+  return Point{rules.angle(CValP(fields.angle)), value};
 }
 
 }  // namespace
@@ -47,10 +53,9 @@ double wrapAzimuth(double angle) {
   return angle;
 }
 
-double negatedElevation(double angle) {
-  const double negated = 0 - angle;
-  return negated < -180 ? negated + kTurn : negated;
-}
+double keptElevation(double angle) { return angle < -180 ? angle + kTurn : angle; }
+
+double negatedElevation(double angle) { return keptElevation(0 - angle); }
 
 PatternCut horizontalCut(ImportedAntenna& antenna) {
   return {antenna.HorCount, antenna.HorAngle, antenna.HorValue, antenna.MinHor};
@@ -58,6 +63,12 @@ PatternCut horizontalCut(ImportedAntenna& antenna) {
 
 PatternCut verticalCut(ImportedAntenna& antenna) {
   return {antenna.VerCount, antenna.VerAngle, antenna.VerValue, antenna.MinVer};
+}
+
+double patternValue(double field, const PatternLineRules& rules, double Gain, PatternCut& cut) {
+  const double value = finite(rules.absoluteLevels ? field : Gain - std::abs(field));
+  if (!rules.minimumAboveMinus50 || field > -50) cut.minimum = std::min(cut.minimum, value);
+  return value;
 }
 
 std::string singleBlanks(std::string_view line) {
@@ -82,7 +93,22 @@ void readPatternLines(TextLines& lines, const PatternLineRules& rules, double Ga
     const std::string line = lines.next();
     if (rules.endsCut != nullptr && rules.endsCut(line)) return;
     if (getLenTrim(line) == 0) continue;
-    readPoint(splitPatternLine(line, rules.delimiter), rules, Gain, cut);
+    if (const std::optional<Point> point = readPoint(line, rules, Gain, cut)) addPoint(cut, point->angle, point->value);
+  }
+}
+
+void readCountedLines(TextLines& lines, const PatternLineRules& rules, double Gain, std::int16_t count,
+                      PatternCut cut) {
+  const auto size = static_cast<std::size_t>(count);
+  cut.count = count;
+  cut.angles.assign(size, 0);
+  cut.values.assign(size, 0);
+  for (std::size_t i = 0; i < size && !lines.atEnd(); ++i) {
+    const std::string line = lines.next();
+    if (lines.atEnd()) return;
+    const Point point = readPoint(line, rules, Gain, cut).value_or(Point());
+    cut.angles[i] = point.angle;
+    cut.values[i] = point.value;
   }
 }
 

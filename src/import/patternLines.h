@@ -14,6 +14,8 @@ namespace vantrelix {
 // Into 0 to 360 degrees by whole turns; 360 stays 360. The result of stepping by 360, or the remainder where the steps
 // would be too many to end.
 double wrapAzimuth(double angle);
+// Below -180 degrees, one turn is added; else the angle as it is.
+double keptElevation(double angle);
 // Upward-positive to downward-positive degrees; below -180, one turn is added.
 double negatedElevation(double angle);
 
@@ -45,8 +47,17 @@ struct PatternCut {
 PatternCut horizontalCut(ImportedAntenna& antenna);
 PatternCut verticalCut(ImportedAntenna& antenna);
 
+// The value of a point by its field as a number, in the units of Gain; lowers the cut's minimum. 6 where it is out of
+// range.
+double patternValue(double field, const PatternLineRules& rules, double Gain, PatternCut& cut);
+
 // Appends the points of a cut. Lines without two numbers are passed over. A cut of more than 32767 points fails with 6.
 void readPatternLines(TextLines& lines, const PatternLineRules& rules, double Gain, PatternCut cut);
+
+// Makes a cut of `count` points, 0 or more, and reads as many lines, each for the point of its place. A line without
+// two numbers leaves its point at angle 0 and value 0, and so does the end of the file for all that are not reached: it
+// is no failure, but the line that reaches it, the last of the file, is not used.
+void readCountedLines(TextLines& lines, const PatternLineRules& rules, double Gain, std::int16_t count, PatternCut cut);
 
 // The two fields of a pattern line, as they stand between the delimiters; a blank where there is none.
 struct PatternFields {

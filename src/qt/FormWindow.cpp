@@ -1,7 +1,5 @@
 #include "qt/FormWindow.h"
 
-#include <algorithm>
-
 #include <QApplication>
 #include <QCloseEvent>
 #include <QElapsedTimer>
@@ -9,12 +7,11 @@
 #include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QThread>
-#include <QTimer>
 #include <QWindow>
 
+#include "qt/FormTimer.h"
 #include "qt/formLayouts.h"
 #include "qt/makeView.h"
-#include "ui/Timer.h"
 #include "ui/widgets.h"
 
 namespace vantrelix::qt {
@@ -56,8 +53,10 @@ FormWindow::FormWindow(Form& form, QWidget* parent)
           form, [this] { follow(); }, [this] { end(); }) {
   setObjectName(toQt(form.name()));
   layOut(*this, form);
-  followTabOrder();
-  addTimers(form);
+  focus_.setTabOrder();
+  for (Widget* widget : form.widgets()) {
+    if (auto* timer = dynamic_cast<Timer*>(widget)) timers_.push_back(new FormTimer(*timer, this));
+  }
   setWindowTitle(toQt(form.caption()));
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, const QWidget* now) { tellFocus(now); });
 }
@@ -79,43 +78,6 @@ QWidget& FormWindow::view(Widget& model) {
   view->refresh();
   views_.emplace(&model, view);
   return view->widget();
-}
-
-// The order of the models' tab indexes; a widget without one is passed over, unless the form gives none at all.
-void FormWindow::followTabOrder() {
-  std::vector<std::pair<const Widget*, QWidget*>> stops;
-  for (const auto& [model, view] : views_) {
-    if (model->tabIndex() >= 0) stops.emplace_back(model, &view->widget());
-  }
-  if (stops.empty()) return;
-  std::stable_sort(stops.begin(), stops.end(),
-                   [](const auto& a, const auto& b) { return a.first->tabIndex() < b.first->tabIndex(); });
-  for (std::size_t i = 1; i < stops.size(); ++i) setTabOrder(stops[i - 1].second, stops[i].second);
-  for (const auto& [model, view] : views_) {
-    QWidget& widget = view->widget();
-    const bool stop = (widget.focusPolicy() & Qt::TabFocus) != 0;
-    if (stop && model->tabIndex() < 0) widget.setFocusPolicy(Qt::ClickFocus);
-  }
-}
-
-void FormWindow::addTimers(Form& form) {
-  for (Widget* widget : form.widgets()) {
-    auto* model = dynamic_cast<Timer*>(widget);
-    if (!model) continue;
-    auto* timer = new QTimer(this);
-    timer->setObjectName(toQt(model->name()));
-    const auto run = [this, timer, model] {
-      if (timer->interval() != model->interval()) timer->setInterval(model->interval());
-      const bool wanted = model->running() && !ended_;
-      if (wanted != timer->isActive()) wanted ? timer->start() : timer->stop();
-    };
-    connect(timer, &QTimer::timeout, this, [this, model] {
-      if (link_.get()) runGuarded([model] { model->userTick(); });
-    });
-    timers_.push_back(timer);
-    timerChanges_.push_back(model->changed.connect(run));
-    run();
-  }
 }
 
 void FormWindow::runModal(Form& form, QWidget* parent) {
@@ -175,8 +137,8 @@ void FormWindow::follow() {
   if (!form || ended_) return;
   if (windowTitle() != toQt(form->caption())) setWindowTitle(toQt(form->caption()));
   if (!form->visible()) return end();
-  followFocus(*form);
-  markDefaultButton();
+  focus_.follow(*form);
+  focus_.markDefaultButton(*form);
   if (!placing_ && presented_) followGeometry(*form);
 }
 
@@ -187,26 +149,6 @@ void FormWindow::followGeometry(const Form& form) {
   const QRect box = pixelsOf(form.geometry(), *this);
   if (box.topLeft() != pos()) move(box.topLeft());
   if (!box.isEmpty() && box.size() != size()) resize(box.size().expandedTo(minimumSizeHint()));
-}
-
-void FormWindow::followFocus(const Form& form) {
-  Widget* wanted = form.activeWidget();
-  if (!wanted || wanted == focused_) return;
-  focused_ = wanted;
-  if (const auto found = views_.find(wanted); found != views_.end()) found->second->widget().setFocus();
-}
-
-// The toolkit's own way, buttons that become the default one by themselves, would give every form a default button.
-void FormWindow::markDefaultButton() {
-  const Form* form = link_.get();
-  if (!form) return;
-  const auto* focused = qobject_cast<QPushButton*>(focusWidget());
-  for (const auto& [model, view] : views_) {
-    auto* button = qobject_cast<QPushButton*>(&view->widget());
-    if (!button) continue;
-    const bool wanted = focused ? button == focused : model == form->defaultButton();
-    if (button->isDefault() != wanted) button->setDefault(wanted);
-  }
 }
 
 void FormWindow::showEvent(QShowEvent* event) {
@@ -259,21 +201,11 @@ void FormWindow::changeEvent(QEvent* event) {
 }
 
 void FormWindow::tellFocus(const QWidget* now) {
-  if (!now || ended_ || !isAncestorOf(now)) return;
-  markDefaultButton();
-  // The view itself or the nearest one round it: a frame has other views inside.
-  const auto viewAt = [this](const QWidget* widget) {
-    return std::find_if(views_.begin(), views_.end(), [widget](const auto& entry) {
-      return entry.second->widgetModel() && &entry.second->widget() == widget;
-    });
-  };
-  auto found = viewAt(now);
-  for (const QWidget* widget = now; found == views_.end() && widget != this; widget = widget->parentWidget()) {
-    found = viewAt(widget);
-  }
   Form* form = link_.get();
-  if (found == views_.end() || !form) return;
-  runGuarded([&] { form->setFocus(*found->first); });
+  if (!now || !form || ended_ || !isAncestorOf(now)) return;
+  focus_.markDefaultButton(*form);
+  Widget* model = focus_.modelAt(now);
+  if (model) runGuarded([&] { form->setFocus(*model); });
 }
 
 // Only a window in its normal state has a place worth keeping.
@@ -290,7 +222,7 @@ void FormWindow::tellGeometry() {
 void FormWindow::end() {
   if (ended_) return;
   ended_ = true;
-  for (QTimer* timer : timers_) timer->stop();
+  for (FormTimer* timer : timers_) timer->end();
   // A window cannot be hidden while it is being shown.
   if (!showing_) leave();
 }

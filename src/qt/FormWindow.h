@@ -5,18 +5,17 @@
 // button and does nothing where there is none.
 #pragma once
 
-#include <map>
 #include <vector>
 
 #include <QDialog>
 #include <QEventLoop>
 
-#include "qt/WidgetView.h"
+#include "qt/FormFocus.h"
 #include "ui/Form.h"
 
-class QTimer;
-
 namespace vantrelix::qt {
+
+class FormTimer;
 
 class FormWindow : public QDialog {
   Q_OBJECT
@@ -49,20 +48,15 @@ class FormWindow : public QDialog {
   void place();
   void follow();
   void followGeometry(const Form& form);
-  void followFocus(const Form& form);
-  void followTabOrder();
-  void markDefaultButton();
-  void addTimers(Form& form);
   void tellFocus(const QWidget* now);
   void tellGeometry();
   void end();
   void leave();
 
   ModelLink<Form> link_;
-  std::map<Widget*, WidgetView*> views_;
-  std::vector<Connection> timerChanges_;
-  std::vector<QTimer*> timers_;
-  const Widget* focused_ = nullptr;
+  FormViews views_;
+  FormFocus focus_{*this, views_};
+  std::vector<FormTimer*> timers_;
   bool placing_ = false;
   bool showing_ = false;
   bool presented_ = false;

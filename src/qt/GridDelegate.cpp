@@ -4,6 +4,7 @@
 
 #include "qt/GridView.h"
 #include "qt/gridKeys.h"
+#include "qt/typing.h"
 
 namespace vantrelix::qt {
 

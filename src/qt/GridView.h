@@ -40,6 +40,10 @@ class GridView : public View<QTableView, DataGrid> {
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  // The toolkit would go to the first row as the keyboard comes in; the model may stand on none.
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override {
+    return currentIndex().isValid() ? QTableView::moveCursor(action, modifiers) : QModelIndex();
+  }
   // The model alone selects.
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex&, const QEvent*) const override {
     return QItemSelectionModel::NoUpdate;

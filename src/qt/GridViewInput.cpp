@@ -11,6 +11,7 @@
 #include "qt/GridItemModel.h"
 #include "qt/GridView.h"
 #include "qt/gridKeys.h"
+#include "qt/typing.h"
 
 namespace vantrelix::qt {
 

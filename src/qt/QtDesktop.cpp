@@ -6,12 +6,16 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QDir>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "foundation/text.h"
+#include "platform/Platform.h"
 #include "qt/FormWindow.h"
 #include "qt/qtText.h"
 
@@ -62,6 +66,29 @@ Box::Icon iconOf(MsgIcon icon) {
   return Box::NoIcon;
 }
 
+constexpr std::string_view kNul("\0", 1);
+
+// The toolkit reads the pattern behind the description in brackets; its "*.*" would hide names without a point.
+QStringList nameFilters(const std::string& filter) {
+  QStringList filters;
+  for (int field = 1; field < nAWK6(filter, kNul); field += 2) {
+    const std::string pattern = sAWK6(filter, kNul, field + 1);
+    filters << toQt(sAWK6(filter, kNul, field) + " (" + (pattern == "*.*" ? "*" : pattern) + ")");
+  }
+  return filters;
+}
+
+// One path, or the folder of the first and all names in it.
+std::string openAnswer(const QStringList& files) {
+  platform::Platform& system = platform::current();
+  if (files.size() < 2) return files.empty() ? std::string() : system.fromMachine(fromQt(files.first()));
+  const QDir folder = QFileInfo(files.first()).dir();
+  std::string answer = system.fromMachine(fromQt(folder.path()));
+  for (const QString& file : files)
+    answer.append(kNul).append(system.fromMachine(fromQt(folder.relativeFilePath(file))));
+  return answer;
+}
+
 // The window over which another is to come up.
 QWidget* windowInUse() {
   QWidget* active = QApplication::activeWindow();
@@ -95,7 +122,7 @@ void QtDesktop::popupMenu(Menu& menu) {
   std::vector<std::pair<QAction*, MenuItem*>> actions;
   for (MenuItem* item : menu.items()) {
     if (!item->visible()) continue;
-    QAction* action = popup.addAction(toQt(item->caption()));
+    QAction* action = item->caption() == "-" ? popup.addSeparator() : popup.addAction(toQt(item->caption()));
     action->setEnabled(item->enabled());
     actions.emplace_back(action, item);
   }
@@ -123,6 +150,21 @@ std::string QtDesktop::inputBox(const std::string& prompt, const std::string& ti
   for (auto* button : dialog.findChildren<QPushButton*>()) button->setIcon({});
   dialog.resize(std::max(kInputWidth, dialog.minimumSizeHint().width()), dialog.sizeHint().height());
   return dialog.exec() == QDialog::Accepted ? fromQt(dialog.textValue()) : std::string();
+}
+
+std::string QtDesktop::openFiles(const OpenFiles& request) {
+  QFileDialog dialog(windowInUse(), toQt(request.title));
+  dialog.setFileMode(QFileDialog::ExistingFiles);
+  dialog.setOption(QFileDialog::HideNameFilterDetails);
+  if (const std::string folder = trim(request.folder); !folder.empty()) {
+    dialog.setDirectory(toQt(platform::current().toMachine(folder)));
+  }
+  const QStringList filters = nameFilters(request.filter);
+  dialog.setNameFilters(filters);
+  if (request.filterIndex >= 1 && request.filterIndex <= filters.size()) {
+    dialog.selectNameFilter(filters[request.filterIndex - 1]);
+  }
+  return dialog.exec() == QDialog::Accepted ? openAnswer(dialog.selectedFiles()) : std::string();
 }
 
 MonitorPort& QtDesktop::monitors() { return monitors_; }

@@ -14,6 +14,7 @@ class QtDesktop : public Desktop {
   void showModal(Form& form) override;
   void showModeless(Form& form, Activation activation) override;
   std::string inputBox(const std::string& prompt, const std::string& title, const std::string& text) override;
+  std::string openFiles(const OpenFiles& request) override;
   MonitorPort& monitors() override;
 
  private:

@@ -6,6 +6,8 @@
 #include <QMouseEvent>
 #include <QScopedValueRollback>
 
+#include "qt/typing.h"
+
 namespace vantrelix::qt {
 
 namespace {
@@ -25,13 +27,6 @@ constexpr QKeySequence::StandardKey kRemovals[] = {
 bool isRemoval(const QKeyEvent& event) {
   if (event.key() == Qt::Key_Backspace) return true;
   return std::any_of(std::begin(kRemovals), std::end(kRemovals), [&](auto key) { return event.matches(key); });
-}
-
-// Whether the key types its text: as line edits decide it.
-bool isTyping(const QKeyEvent& event) {
-  const auto modifiers = event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier | Qt::GroupSwitchModifier);
-  const bool altGr = modifiers == (Qt::ControlModifier | Qt::AltModifier);
-  return !event.text().isEmpty() && event.text().front().isPrint() && (modifiers == Qt::NoModifier || altGr);
 }
 
 // The one place where two texts differ: `removed` characters at `at` gave way to `inserted`.

@@ -20,12 +20,6 @@ constexpr Meaning kMoves[] = {
 
 }  // namespace
 
-bool isTyping(const QKeyEvent& event) {
-  const auto modifiers = event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier | Qt::GroupSwitchModifier);
-  const bool altGr = modifiers == (Qt::ControlModifier | Qt::AltModifier);
-  return !event.text().isEmpty() && event.text().front().isPrint() && (modifiers == Qt::NoModifier || altGr);
-}
-
 std::optional<GridMove> moveOf(const QKeyEvent& event) {
   const auto modifiers = event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
   if (modifiers != Qt::NoModifier && modifiers != Qt::ControlModifier) return std::nullopt;

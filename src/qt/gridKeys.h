@@ -9,8 +9,6 @@
 
 namespace vantrelix::qt {
 
-// Whether the key types its text.
-bool isTyping(const QKeyEvent& event);
 // How a key moves the current cell.
 std::optional<GridMove> moveOf(const QKeyEvent& event);
 // Keys that end the edit of a cell and go on from it.

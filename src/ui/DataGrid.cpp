@@ -126,6 +126,7 @@ void DataGrid::setRows(std::shared_ptr<GridRows> rows) {
   selectionStart_.clear();
   selected_.replace({});
   current_.row = -1;
+  leftRows_ = false;
   firstRow_ = 0;
   settle();
   tellAll();
@@ -206,12 +207,13 @@ void DataGrid::settle() {
   const int column = std::clamp(current_.column, 0, std::max(columnCount() - 1, 0));
   current_.column = std::max(visibleColumn(column, 1), visibleColumn(column, -1));
   firstRow_ = std::clamp(firstRow_, 0, std::max(rowCount() - 1, 0));
-  stand(rowCount() == 0 ? -1 : std::clamp(current_.row, 0, rowCount() - 1));
+  stand(rowCount() == 0 || leftRows_ ? -1 : std::clamp(current_.row, 0, rowCount() - 1));
   anchor_ = extent_ = current_;
 }
 
 void DataGrid::stand(int row) {
   current_.row = row;
+  if (row >= 0) leftRows_ = false;
   standing_ = bookmarkOf(row);
 }
 

@@ -90,6 +90,8 @@ class DataGrid : public Widget {
   int currentColumn() const { return current_.column; }
   bool setCurrent(int row, int column);
   bool setCurrentRow(int row) { return setCurrent(row, current_.column); }
+  // Stands on no row, -1, until the next move or source. False where a listener refuses to store the entry.
+  bool leaveRows();
   std::string bookmark() const { return bookmarkOf(current_.row); }
   // Setting the current bookmark again stores the entry under way.
   bool setBookmark(const std::string& bookmark);
@@ -245,6 +247,7 @@ class DataGrid : public Widget {
   std::shared_ptr<GridRows> rows_;
   GridCell current_;
   std::string standing_;  // the bookmark of the current row
+  bool leftRows_ = false;
   GridCell anchor_;
   GridCell extent_;
   Signal<> selectedChanged_;

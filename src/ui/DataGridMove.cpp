@@ -23,6 +23,16 @@ bool DataGrid::setCurrent(int row, int column) {
   return true;
 }
 
+bool DataGrid::leaveRows() {
+  if (!update()) return false;
+  editing_.reset();
+  stand(-1);
+  leftRows_ = true;
+  anchor_ = extent_ = current_;
+  tell();
+  return true;
+}
+
 bool DataGrid::setBookmark(const std::string& bookmark) {
   const int row = rowOf(bookmark);
   if (row < 0) return false;
@@ -34,7 +44,7 @@ void DataGrid::put(GridCell cell, bool extend) {
   stand(cell.row);
   current_.column = cell.column;
   extent_ = current_;
-  if (!extend) anchor_ = current_;
+  if (!extend || anchor_.row < 0) anchor_ = current_;
   firstRow_ = firstRowFor(cell.row);
   tell();
 }

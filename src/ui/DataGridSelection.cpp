@@ -36,7 +36,7 @@ std::vector<std::string> DataGrid::selectionWanted(int row, bool ctrl, bool shif
   if (multiSelect_ != MultiSelect::extended || (!ctrl && !shift)) return {clicked};
   if (shift) {
     const int start = rowOf(selectionStart_);
-    return selectionBetween(start >= 0 ? start : current_.row, row);
+    return selectionBetween(start >= 0 ? start : std::max(current_.row, 0), row);
   }
   std::vector<std::string> wanted = selected_.items();
   if (std::erase(wanted, clicked) == 0) wanted.push_back(clicked);

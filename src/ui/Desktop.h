@@ -29,6 +29,16 @@ class Desktop {
   virtual void showModeless(Form& form, Activation activation) = 0;
   // Asks for a line of text: blank where the user cancels.
   virtual std::string inputBox(const std::string& prompt, const std::string& title, const std::string& text) = 0;
+  // Asks for files that exist, one or more.
+  struct OpenFiles {
+    std::string title;
+    std::string folder;   // where the dialog begins; blank: where the platform likes
+    std::string filter;   // descriptions and their patterns in turn, a NUL between any two
+    int filterIndex = 1;  // the description chosen at first, counted from 1
+  };
+  // The path of one file, or a folder and the names in it with a NUL between any two, in the library's form. Blank
+  // where the user cancels.
+  virtual std::string openFiles(const OpenFiles& request) = 0;
   virtual MonitorPort& monitors() = 0;
 };
 

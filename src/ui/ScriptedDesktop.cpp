@@ -1,5 +1,7 @@
 #include "ui/ScriptedDesktop.h"
 
+#include <utility>
+
 namespace vantrelix {
 
 namespace {
@@ -22,6 +24,14 @@ constexpr Choice kChoices[] = {
 MsgAnswer answerOf(const Choice& choice, ScriptedDesktop::Assume what) {
   if (what == ScriptedDesktop::Assume::yes) return choice.yes;
   return what == ScriptedDesktop::Assume::no ? choice.no : choice.cancel;
+}
+
+// Blank where nothing is left.
+std::string takeFirst(std::deque<std::string>& answers) {
+  if (answers.empty()) return "";
+  std::string answer = std::move(answers.front());
+  answers.pop_front();
+  return answer;
 }
 
 }  // namespace
@@ -63,10 +73,12 @@ void ScriptedDesktop::showModeless(Form& form, Activation) {
 
 std::string ScriptedDesktop::inputBox(const std::string& prompt, const std::string& title, const std::string& text) {
   asked_.push_back({prompt, title, text});
-  if (inputs.empty()) return "";
-  std::string answer = inputs.front();
-  inputs.pop_front();
-  return answer;
+  return takeFirst(inputs);
+}
+
+std::string ScriptedDesktop::openFiles(const OpenFiles& request) {
+  openDialogs_.push_back(request);
+  return takeFirst(filesToOpen);
 }
 
 ScriptedDesktop::Policy ScriptedDesktop::assume(Assume what) {

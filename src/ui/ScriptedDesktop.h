@@ -41,6 +41,9 @@ class ScriptedDesktop : public Desktop {
     std::string prompt, title, text;
   };
   const std::vector<Asked>& asked() const { return asked_; }
+  // Answers to open dialogs, in order, as Desktop::openFiles gives them; without one the dialog is cancelled.
+  std::deque<std::string> filesToOpen;
+  const std::vector<OpenFiles>& openDialogs() const { return openDialogs_; }
   ScriptedMonitors screens;
 
   MsgAnswer messageBox(const Message& message) override;
@@ -49,6 +52,7 @@ class ScriptedDesktop : public Desktop {
   void showModal(Form& form) override;
   void showModeless(Form& form, Activation activation) override;
   std::string inputBox(const std::string& prompt, const std::string& title, const std::string& text) override;
+  std::string openFiles(const OpenFiles& request) override;
   MonitorPort& monitors() override { return screens; }
 
   // Always the button of that kind, as near as the message has it: yes (or OK), no (or Cancel), cancel (or No).
@@ -60,6 +64,7 @@ class ScriptedDesktop : public Desktop {
   std::vector<Menu*> menusShown_;
   std::vector<std::string> formsShown_;
   std::vector<Asked> asked_;
+  std::vector<OpenFiles> openDialogs_;
   int turns_ = 0;
 };
 

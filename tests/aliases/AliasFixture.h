@@ -79,6 +79,10 @@ class PickerSuite : public AliasSuite {
   }
   static void press(frmFileAlias& form, frmFileAlias::Button button) { form.Command1[button].userClick(); }
   static void confirm(frmFileAlias& form) { press(form, frmFileAlias::continuing); }
+  static void takeFirst(frmFileAlias& form) {
+    form.TDBGrid1.userMove(GridMove::top);
+    confirm(form);
+  }
 
   static std::vector<std::string> column(const frmFileAlias& form, int column) {
     std::vector<std::string> texts;

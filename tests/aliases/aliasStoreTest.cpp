@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "aliases/aliasStore.h"
-#include "aliases/builtInAliases.h"
 #include "foundation/getINI.h"
 #include "foundation/hostProgram.h"
 #include "foundation/suitePaths.h"
@@ -55,6 +54,33 @@ TEST_F(AliasStoreTest, ABarFallsThroughToTheGeneralStoreAndOnToTheBuiltInTable) 
   EXPECT_EQ(antenna("AMSZ0015.DBF"), "General");
   store(host.file("QVALIAS.INI"), "AMSZ0015.DBF", "|");
   EXPECT_EQ(antenna("AMSZ0015.DBF"), "0404 Scala 30-512");
+}
+
+TEST_F(AliasStoreTest, EachLinkOfTheChainServesWhereThoseBeforeItDoNotKnowTheFile) {
+  struct Link {
+    std::string path;
+    const char* description;
+  };
+  const std::vector<Link> chain = {{folderStore(), "folder"},
+                                   {host.file("QVALIAS.INI"), "program"},
+                                   {suite.file("QVALIAS.INI"), "installation"},
+                                   {suite.file("ANTENNAS/QVAliasAntDefaults.INI"), "defaults"}};
+  for (const Link& link : chain) store(link.path, "AMSZ0015.DBF", link.description);
+  for (const Link& link : chain) {
+    EXPECT_EQ(antenna("AMSZ0015.DBF"), link.description);
+    store(link.path, "AMSZ0015.DBF", "|");
+  }
+  EXPECT_EQ(antenna("AMSZ0015.DBF"), "0404 Scala 30-512");
+}
+
+TEST_F(AliasStoreTest, TheSystemWithoutDataComesBeforeTheGeneralStoreAndTheHostsBeforeTheInstallations) {
+  store(host.file("QVALIAS.INI"), "AMSX0001.DBF", "General");
+  store(suite.folder().write("SYSNODTA/QVALIAS.INI", ""), "AMSX0001.DBF", "Of the installation");
+  EXPECT_EQ(antenna("AMSX0001.DBF"), "Of the installation");
+  store(host.write("SYSNODTA/QVALIAS.INI", ""), "AMSX0001.DBF", "Of the host");
+  EXPECT_EQ(antenna("AMSX0001.DBF"), "Of the host");
+  store(host.file("SYSNODTA/QVALIAS.INI"), "AMSX0001.DBF", "|");
+  EXPECT_EQ(antenna("AMSX0001.DBF"), "General");
 }
 
 TEST_F(AliasStoreTest, ABlankDescriptionFallsThrough) {
@@ -112,7 +138,9 @@ TEST_F(AliasStoreTest, TheDefaultsFileOfTheFolderComesBeforeTheBuiltInTable) {
 
 TEST_F(AliasStoreTest, OnlyAntennasHaveADefaultsFileThatIsRead) {
   store(suite.file("LINES/QVAliasLinDefaults.INI"), "LMSX0001.DBF", "Default", "LINES\\LMS?????.DBF");
+  store(suite.file("ANTENNAS/QVAliasAntDefaults.INI"), "LMSX0001.DBF", "Default", "LINES\\LMS?????.DBF");
   EXPECT_EQ(line("LMSX0001.DBF"), "|");
+  EXPECT_EQ(GetAliasDefault("LINES\\LMS?????.DBF", "LMSX0001.DBF"), "");
 }
 
 TEST_F(AliasStoreTest, ASectionOfNoFamilyHasNoDefault) {
@@ -138,15 +166,6 @@ TEST_F(AliasStoreTest, ThreeLettersNameTheFamilyInAnyCase) {
   for (const char* prefix : {"", "AM", "AHD", " AMS"}) EXPECT_EQ(aliasFamilyOf(prefix), nullptr) << prefix;
 }
 
-TEST_F(AliasStoreTest, TheBuiltInTablesKeepTheirSpelling) {
-  EXPECT_EQ(builtInLineAlias("LMSAND00.DBF"), "Andrew Lines  version 00");
-  EXPECT_EQ(builtInAntennaAlias("AMSSIN00.DBF"), "Sinclair Antennas Version 00");
-  EXPECT_EQ(builtInAntennaAlias("AMSSRL00.DBF"), "Sinclair Antennas Version 00");
-  EXPECT_EQ(builtInAntennaAlias("AMSI9999.DBF"), "IMPORTED Antennas");
-  EXPECT_EQ(builtInAntennaAlias("AMSATL00.DBF"), "Antel Antennas");
-  EXPECT_EQ(builtInAntennaAlias("AMSCEL16.DBF"), "Celwave Optimizer 800MHz Antennas (updated 11/2001)");
-}
-
 TEST_F(AliasStoreTest, ListsTheFilesOfTheFamilyInOrderOfDescription) {
   for (const char* name : {"AMSX0002.DBF", "AMSX0001.DBF", "AMSZ0015.DBF", "AHDX0001.DBF", "AMSX00011.DBF",
                            "AMSX001.DBF", "AMSX0001.TXT"}) {
@@ -162,6 +181,22 @@ TEST_F(AliasStoreTest, ListsTheFilesOfTheFamilyInOrderOfDescription) {
   }
   EXPECT_THAT(files, ElementsAre("AMSZ0015.DBF", "AMSX0002.DBF", "AMSX0001.DBF"));
   EXPECT_THAT(descriptions, ElementsAre("0404 Scala 30-512", "B", "a"));
+}
+
+TEST_F(AliasStoreTest, AQuestionMarkOfThePatternIsOneCharacterWhateverItsBytes) {
+  suite.folder().write(
+      "ANTENNAS/AMS\xC3\x84"
+      "0001.DBF",
+      "x");
+  suite.folder().write(
+      "ANTENNAS/AMS\xC3\x84"
+      "001.DBF",
+      "x");
+  const std::vector<LibraryEntry> entries = libraryFiles(LibraryFamily::antenna);
+  ASSERT_EQ(entries.size(), 1U);
+  EXPECT_EQ(entries[0].file,
+            "AMS\xC3\x84"
+            "0001.DBF");
 }
 
 TEST_F(AliasStoreTest, AnEmptyFolderHasNoFiles) {

@@ -28,7 +28,7 @@ class FileAliasClosing : public PickerSuite {
 TEST_F(FileAliasClosing, AConfirmedListIsWrittenWithTheSuitesDefaults) {
   addFile("AMSZ0015.DBF");
   addFile("AMSX0001.DBF");
-  open(confirm);
+  open(takeFirst);
   EXPECT_EQ(suite.folder().read("ANTENNAS/QVAliasANT.INI"),
             "[ANTENNAS\\AMS?????.DBF]\r\nAMSZ0015.DBF=0404 Scala 30-512\r\nAMSX0001.DBF=|\r\n");
 }
@@ -45,7 +45,7 @@ TEST_F(FileAliasClosing, WhatStandsInTheStoreBesideTheListIsKept) {
   const std::string before =
       "; mine\n[OTHER]\nk=1\n[antennas\\ams?????.dbf]\namsx0001.dbf = Ours\nAMSX0009.DBF=Away\njunk\n";
   suite.folder().write("ANTENNAS/qvaliasant.ini", before);
-  open(confirm);
+  open(takeFirst);
   EXPECT_EQ(suite.folder().read("ANTENNAS/qvaliasant.ini"),
             "; mine\n[OTHER]\nk=1\n[antennas\\ams?????.dbf]\namsx0001.dbf=Ours\nAMSX0009.DBF=Away\njunk\n");
   EXPECT_FALSE(suite.folder().exists("ANTENNAS/QVAliasANT.INI"));
@@ -57,7 +57,7 @@ TEST_F(FileAliasClosing, AliasesOfASystemWithoutDataGoIntoTheFoldersStore) {
   host.write("SYSNODTA/QVALIAS.INI", before);
   open([](frmFileAlias& form) {
     EXPECT_THAT(descriptions(form), ElementsAre("From afar"));
-    confirm(form);
+    takeFirst(form);
   });
   EXPECT_EQ(stored("AMSX0001.DBF"), "From afar");
   EXPECT_EQ(host.read("SYSNODTA/QVALIAS.INI"), before);
@@ -70,7 +70,7 @@ TEST_F(FileAliasClosing, AnAliasFileThatIsNotTextKeepsItsBytes) {
   host.write("QVALIAS.INI", noText);
   open([](frmFileAlias& form) {
     EXPECT_THAT(descriptions(form), ElementsAre("0404 Scala 30-512"));
-    confirm(form);
+    takeFirst(form);
   });
   EXPECT_TRUE(screen.shown().empty());
   EXPECT_TRUE(suite.folder().read("ANTENNAS/QVAliasANT.INI").starts_with(noText));
@@ -81,7 +81,7 @@ TEST_F(FileAliasClosing, AnAliasFileThatIsNotTextKeepsItsBytes) {
 TEST_F(FileAliasClosing, AStoreThatIsAFolderIsNoStoreAndStays) {
   addFile("AMSZ0015.DBF");
   suite.folder().write("ANTENNAS/QVAliasANT.INI/inside", "x");
-  open(confirm);
+  open(takeFirst);
   EXPECT_EQ(arguments.sFile, "AMSZ0015.DBF");
   EXPECT_EQ(suite.folder().read("ANTENNAS/QVAliasANT.INI/inside"), "x");
 }
@@ -118,7 +118,7 @@ TEST_F(FileAliasClosing, EachStoreIsReadOnceForTheListAndTheListIsWrittenOnce) {
     EXPECT_EQ(times(platform.read, "QVAliasANT.INI"), 1);
     EXPECT_EQ(times(platform.read, "\\QVALIAS.INI"), 2);  // the program's, and the installation's
     EXPECT_EQ(times(platform.changed, replacement), 0);
-    confirm(form);
+    takeFirst(form);
   });
   EXPECT_EQ(times(platform.changed, replacement), 1) << testing::PrintToString(platform.changed);
 }

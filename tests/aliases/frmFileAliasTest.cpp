@@ -97,10 +97,19 @@ TEST_F(FileAlias, AnotherFolderHasItsOwnFilesAndItsOwnStore) {
   open([](frmFileAlias& form) {
     EXPECT_THAT(descriptions(form), ElementsAre("Of the site"));
     EXPECT_THAT(form.lblPath.caption(), HasSubstr("/SITE/AMS?????.DBF"));
-    confirm(form);
+    takeFirst(form);
   });
   EXPECT_EQ(arguments.sFile, "AMSX0007.DBF");
   EXPECT_EQ(stored("AMSX0007.DBF"), "(none)");
+}
+
+TEST_F(FileAlias, ABlankPathMeansTheFamilysFolder) {
+  addFile("AMSZ0015.DBF");
+  arguments.sPath = "  ";
+  open([](const frmFileAlias& form) {
+    EXPECT_THAT(files(form), ElementsAre("AMSZ0015.DBF"));
+    EXPECT_EQ(form.lblPath.caption(), displayPath(setPathName(getAntennasPath(), "AMS?????.DBF")));
+  });
 }
 
 TEST_F(FileAlias, LinesHaveTheirOwnFamily) {
@@ -111,7 +120,7 @@ TEST_F(FileAlias, LinesHaveTheirOwnFamily) {
   open([](frmFileAlias& form) {
     EXPECT_THAT(descriptions(form), ElementsAre("Andrew Lines  version 00"));
     EXPECT_EQ(form.caption(), "Pick a line - 1 files");
-    confirm(form);
+    takeFirst(form);
   });
   EXPECT_EQ(arguments.sFile, "LMSAND00.DBF");
   EXPECT_EQ(getPrivateProfileString(kLineSection, "LMSAND00.DBF", "", kIniBuffer, suite.file("LINES/QVAliasLIN.INI")),
@@ -130,6 +139,12 @@ TEST_F(FileAlias, AFormWithoutACaptionNamesItsFamily) {
     form.sPrefix = prefix;
     form.InitForm();
     EXPECT_EQ(form.caption(), caption);
+    form.setCaption("Mine");
+    form.InitForm();
+    EXPECT_EQ(form.caption(), "Mine");
+    form.setCaption("  ");
+    form.InitForm();
+    EXPECT_EQ(form.caption(), *caption == '\0' ? "  " : caption);
   }
 }
 
@@ -254,6 +269,52 @@ TEST_F(FileAlias, ANameThatIsNotInTheListSelectsNoRow) {
   EXPECT_THAT(screen.shown(), IsEmpty());
 }
 
+TEST_F(FileAlias, ARowThatNobodyChoseIsNotTaken) {
+  addLibrary("AMSX0001.DBF", "First");
+  addLibrary("AMSX0002.DBF", "Second");
+  arguments.sFile = "AMSX0009.DBF";
+  arguments.vAlias = "as it was";
+  open([this](frmFileAlias& form) {
+    form.TDBGrid1.userResizeColumn(0, 4000);
+    form.TDBGrid1.userVisibleRows(1);
+    form.TDBGrid1.userMove(GridMove::up);
+    form.TDBGrid1.userMove(GridMove::rowEnd);
+    EXPECT_EQ(form.TDBGrid1.currentRow(), -1);
+    confirm(form);
+    EXPECT_TRUE(form.visible());
+    ASSERT_EQ(screen.shown().size(), 1U);
+    EXPECT_EQ(screen.shown()[0].message.title, "Nothing Selected");
+    form.userRemoveRow();
+    EXPECT_EQ(form.TDBGrid1.rowCount(), 2);
+    EXPECT_EQ(screen.shown().size(), 1U);
+  });
+  EXPECT_TRUE(arguments.bCancel);
+  EXPECT_EQ(arguments.sFile, "AMSX0009.DBF");
+  EXPECT_EQ(arguments.vAlias, "as it was");
+  EXPECT_EQ(suite.folder().read("ANTENNAS/QVAliasANT.INI").find("AMSX0009"), std::string::npos);
+}
+
+TEST_F(FileAlias, TheFirstRowIsChosenLikeAnyOther) {
+  addLibrary("AMSX0001.DBF", "First");
+  addLibrary("AMSX0002.DBF", "Second");
+  using Act = void (*)(DataGrid & grid);
+  const Act acts[] = {[](DataGrid& grid) { grid.userClick(0, 0); },
+                      [](DataGrid& grid) { grid.userSelectRow(0); },
+                      [](DataGrid& grid) { grid.userMove(GridMove::top); },
+                      [](DataGrid& grid) { grid.userMove(GridMove::down); },
+                      [](DataGrid& grid) { grid.userMove(GridMove::pageUp); },
+                      [](DataGrid& grid) { grid.userFind("f", false); }};
+  for (const Act act : acts) {
+    arguments.sFile = "";
+    open([act](frmFileAlias& form) {
+      act(form.TDBGrid1);
+      EXPECT_EQ(selectedFile(form), "AMSX0001.DBF");
+      confirm(form);
+    });
+    EXPECT_EQ(arguments.sFile, "AMSX0001.DBF");
+  }
+}
+
 TEST_F(FileAlias, AMatchOutOfViewBecomesTheTopRowAndOneInViewLeavesThePage) {
   for (int i = 100; i < 150; ++i) addLibrary("AMSX0" + std::to_string(i) + ".DBF", "Row " + std::to_string(i));
   open([](frmFileAlias& form) {
@@ -286,10 +347,25 @@ TEST_F(FileAlias, TheNameIsLookedForOnceMoreWhenTheLayoutHasSettled) {
   });
 }
 
+TEST_F(FileAlias, TheFirstSearchHasAFlagOfItsOwn) {
+  struct FlagNoted : ScriptedDesktop {
+    int flag = 0;
+    void showModal(Form& form) override {
+      flag = GetFlag();
+      ScriptedDesktop::showModal(form);
+    }
+  } noted;
+  const DesktopInUse inUse(noted);
+  modGetOpenFileAliasNoDBClass(arguments);
+  EXPECT_EQ(noted.flag, 1400);
+}
+
 TEST_F(FileAlias, AnotherRowTakesTheFocusToContinueAndTheSameRowLeavesItOnTheGrid) {
   addLibrary("AMSX0001.DBF", "First");
   addLibrary("AMSX0002.DBF", "Second");
   open([](frmFileAlias& form) {
+    form.TDBGrid1.userMove(GridMove::down);
+    EXPECT_EQ(selectedFile(form), "AMSX0001.DBF");
     form.TDBGrid1.userMove(GridMove::down);
     EXPECT_EQ(form.activeWidget(), &form.Command1[Button::continuing]);
     EXPECT_EQ(selectedFile(form), "AMSX0002.DBF");
@@ -317,6 +393,12 @@ TEST_F(FileAlias, TypingFindsADescriptionByItsBeginning) {
 }
 
 // --- A new file.
+
+TEST(NewFileNameOf, LooksIntoAFolderWrittenInAnotherCase) {
+  const TempFolder folder;
+  folder.write("site/AMSX0001.DBF", "x");
+  EXPECT_EQ(NewFileName("AMS", folder.file("SITE"), "DBF", 4), "AMSX0002");
+}
 
 TEST(NewFileNameOf, IsTheFirstThatNoFileBearsInAnyCase) {
   const TempFolder folder;
@@ -401,7 +483,7 @@ TEST_F(FileAlias, ABlankDescriptionAddsNothing) {
 
 TEST_F(FileAlias, ANewNameThatIsListedAlreadyIsSelectedAndNotAddedAgain) {
   addLibrary("AMSX0001.DBF", "First");
-  screen.inputs = {"One", "Two"};
+  screen.inputs = {"One", "Two", "Three"};
   open([](frmFileAlias& form) {
     form.cmdNew.userClick();
     form.TDBGrid1.userClick(0, 0);
@@ -409,6 +491,10 @@ TEST_F(FileAlias, ANewNameThatIsListedAlreadyIsSelectedAndNotAddedAgain) {
     form.cmdNew.userClick();
     EXPECT_THAT(descriptions(form), ElementsAre("First", "One"));
     EXPECT_EQ(selectedFile(form), "AMSX0002.DBF");
+    EXPECT_EQ(form.activeWidget(), &form.Command1[Button::continuing]);
+    // The row stays; the focus goes all the same.
+    form.setFocus(form.cmdNew);
+    form.cmdNew.userClick();
     EXPECT_EQ(form.activeWidget(), &form.Command1[Button::continuing]);
   });
 }
@@ -472,6 +558,7 @@ TEST_F(FileAlias, AnythingButYesKeepsTheRow) {
   addLibrary("AMSX0001.DBF", "First");
   screen.answers = {MsgAnswer::no, MsgAnswer::cancel};
   open([](frmFileAlias& form) {
+    form.TDBGrid1.userMove(GridMove::top);
     form.userRemoveRow();
     form.userRemoveRow();
     EXPECT_EQ(form.TDBGrid1.rowCount(), 1);
@@ -483,6 +570,7 @@ TEST_F(FileAlias, RemovingTheLastRowLeavesNothingToChoose) {
   addLibrary("AMSX0001.DBF", "First");
   screen.answers = {MsgAnswer::yes};
   open([this](frmFileAlias& form) {
+    form.TDBGrid1.userMove(GridMove::top);
     form.userRemoveRow();
     form.userRemoveRow();
     EXPECT_EQ(form.TDBGrid1.rowCount(), 0);
@@ -494,7 +582,10 @@ TEST_F(FileAlias, RemovingTheLastRowLeavesNothingToChoose) {
 TEST_F(FileAlias, ALineLibraryIsRemovedWithTheSameQuestion) {
   addFile("LMSAND00.DBF");
   arguments.sPrefix = "LMS";
-  open([](frmFileAlias& form) { form.userRemoveRow(); });
+  open([](frmFileAlias& form) {
+    form.TDBGrid1.userMove(GridMove::top);
+    form.userRemoveRow();
+  });
   EXPECT_EQ(screen.shown().at(0).message.title, "Remove Antenna Library?");
 }
 

@@ -120,6 +120,17 @@ TEST_F(MsgBoxChkTest, AMessageThatWasNotTickedComesBack) {
   EXPECT_FALSE(suite.folder().exists(kStore));
 }
 
+TEST_F(MsgBoxChkTest, ATickIsNotKeptWhereTheProgramTakesTheWindowAwayBeforeAButtonIsPressed) {
+  let([](frmMsgBoxChk& form) {
+    form.Check1.userClick();
+    form.hide();
+  });
+  EXPECT_EQ(ask("RemoveAll", 1), MsgAnswer::no);
+  EXPECT_EQ(stored(), "(none)");
+  ask();
+  EXPECT_EQ(shown(), 2U);
+}
+
 TEST_F(MsgBoxChkTest, ADefaultThatIsNotShownStandsForTheFirstButton) {
   suite.folder().write(kStore, "[DO NOT SHOW]\r\nkey=-1\r\n");
   for (const int byDefault : {-1, 2, 4, 0}) {

@@ -339,6 +339,12 @@ TEST_F(ParabGainForm, InputsThatCannotBeKeptAreLogged) {
   EXPECT_NE(suite.log().find(suite.folder().machine("QVDEFAULTS.INI")), std::string::npos);
 }
 
+TEST_F(ParabGainForm, InputsThatAreKeptAreNoMatterForTheLog) {
+  ask(6000, [](frmParabGain& form) { goOn(form); });
+  EXPECT_EQ(remembered(), "1.00|m");
+  EXPECT_FALSE(suite.folder().exists("QVTECSUP.TXT"));
+}
+
 // The window.
 
 TEST_F(ParabGainForm, ComesBackWhereItWasLeftHoweverItWasLeft) {

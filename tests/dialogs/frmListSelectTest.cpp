@@ -1,13 +1,15 @@
 #include <functional>
 #include <gtest/gtest.h>
 
+#include "dialogs/PlacementFixture.h"
 #include "dialogs/frmListSelect.h"
-#include "ui/ScriptedDesktop.h"
 
 namespace vantrelix {
 namespace {
 
-class frmListSelectTest : public testing::Test {
+using test::PlacementFixture;
+
+class frmListSelectTest : public PlacementFixture {
  protected:
   frmListSelectTest() {
     form.List1.setEntries({"LDF4-50  7.2", "LDF5-50  4.0", "EW63     4.5"});
@@ -19,8 +21,6 @@ class frmListSelectTest : public testing::Test {
     return form.choose();
   }
 
-  ScriptedDesktop screen;
-  DesktopInUse use{screen};
   frmListSelect form;
   int clicks = 0;
 };
@@ -99,6 +99,39 @@ TEST_F(frmListSelectTest, EnterContinuesEscapeCancelsAndTheListHasTheKeyboard) {
   EXPECT_EQ(form.defaultButton(), &form.cmdContinue);
   EXPECT_EQ(form.cancelButton(), &form.cmdCancel);
   EXPECT_EQ(form.activeWidget(), &form.List1);
+}
+
+TEST_F(frmListSelectTest, ComesBackWhereItWasLeftAndAsLargeHoweverItWasLeft) {
+  chooses([this] {
+    form.setSize(5000, 4000);
+    form.moveTo(1500, 900);
+    form.cmdCancel.userClick();
+  });
+  EXPECT_EQ(stored("frmListSelect-X") + " " + stored("frmListSelect-Y"), "1500 900");
+  EXPECT_EQ(stored("frmListSelect-H") + " " + stored("frmListSelect-W"), "4000 5000");
+  Rectangle place;
+  screen.onModal["frmListSelect"] = [&place](const Form& later) { place = later.geometry(); };
+  frmListSelect later;
+  later.choose();
+  EXPECT_EQ(place, (Rectangle{1500, 900, 5000, 4000}));
+}
+
+TEST_F(frmListSelectTest, ComesUpCentredTheFirstTimeInTheSizeOfItsLines) {
+  Rectangle place;
+  screen.onModal["frmListSelect"] = [&place](const Form& shown) { place = shown.geometry(); };
+  // What shows a window without a size gives it one before it is activated.
+  form.activated.listen([&] { EXPECT_EQ(form.width(), 0); });
+  form.choose();
+  EXPECT_EQ(place, (Rectangle{14400, 8100, 0, 0}));
+}
+
+TEST_F(frmListSelectTest, StoredPlacesThatAreNoNumbersGiveWayToTheMiddleAndToItsOwnSize) {
+  for (const char* key : {"-X", "-Y", "-H", "-W"}) store(std::string("frmListSelect") + key, "wide");
+  Rectangle place;
+  screen.onModal["frmListSelect"] = [&place](const Form& shown) { place = shown.geometry(); };
+  form.choose();
+  EXPECT_EQ(place, (Rectangle{14400, 8100, 0, 0}));
+  EXPECT_TRUE(screen.shown().empty());
 }
 
 }  // namespace

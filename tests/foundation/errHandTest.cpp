@@ -234,6 +234,16 @@ TEST_F(Failures, WithoutAnInstallationFolderTheLogStandsBesideTheHostUntilOneIsK
   setHostFolder("");
 }
 
+TEST_F(Failures, AQuietRecordIsTheSame) {
+  logQuietly("kept");
+  EXPECT_EQ(suite.log(), record("kept"));
+}
+
+TEST_F(Failures, AQuietRecordThatCannotBeWrittenFailsNobody) {
+  suite.folder().write("QVTECSUP.TXT/a folder in its place", "");
+  EXPECT_NO_THROW(logQuietly("lost"));
+}
+
 TEST_F(Failures, ModErrStrPutsThePrefixOnALineOfItsOwn) {
   const RunTimeFailure failure(53, "File not found");
   EXPECT_EQ(modErrStr(failure), "Error 53: File not found");

@@ -137,7 +137,7 @@ TEST_F(AddingLines, NumbersThatVanishOrBecomeOneInTheFieldAreFaults) {
 }
 
 TEST_F(AddingLines, ANameThatNoLineLibraryBearsIsRefused) {
-  for (const char* name : {"AMSX0001", "LMSX001", "LMSX00011", "LMS", "LMSX 001", ""}) {
+  for (const char* name : {"AMSX0001", "LMSX001", "LMSX00011", "LMS", "LMSX 001", "LMSX[001", "LMSX001]", ""}) {
     std::string text;
     EXPECT_EQ(failureOf([&] { add(twoLines(), name); }, &text), failure::internalError) << name;
     EXPECT_THAT(text, HasSubstr("as in LMSX0001"));

@@ -52,6 +52,7 @@ TEST_F(LineLoss, TheLengthCountsInItsUnit) {
 
 TEST_F(LineLoss, TheLengthGoesThroughGeneralText) {
   EXPECT_EQ(loss("LMSX0001", "F78", 100.0000000000004, "ft", 100).Loss, 1);
+  EXPECT_DOUBLE_EQ(loss("LMSX0001", "F78", 0.00000125, "ft", 100).Loss, 0.0000000125);
 }
 
 TEST_F(LineLoss, AnUnknownUnitFailsWithALossOfZeroAndNoText) {

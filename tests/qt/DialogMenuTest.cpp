@@ -265,6 +265,18 @@ TEST_F(DialogMenuShown, WindowsComeBackWhereTheyWereAfterARestart) {
   }
 }
 
+TEST_F(DialogMenuShown, TheListComesBackAsLargeAsItWasAfterARestart) {
+  QSize left, back;
+  act("listAction", [&left](QDialog& dialog) {
+    dialog.resize(dialog.size() + QSize(60, 45));
+    left = dialog.size();
+  });
+  restart();
+  act("listAction", [&back](const QDialog& dialog) { back = dialog.size(); });
+  EXPECT_EQ(back, left);
+  EXPECT_TRUE(back.isValid());
+}
+
 TEST_F(DialogMenuShown, ColumnWidthsComeBackAfterARestart) {
   int width = 0, back = 0;
   act("antennasAction", [&width](const QDialog& dialog) {

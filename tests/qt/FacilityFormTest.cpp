@@ -4,7 +4,6 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QProcess>
 #include <QPushButton>
 #include <QShortcut>
 #include <QStandardPaths>
@@ -16,6 +15,7 @@
 #include "demo/DemoWindow.h"
 #include "qt/FacilityFixture.h"
 #include "qt/LookAnt.h"
+#include "qt/otherProgram.h"
 
 namespace vantrelix::demo {
 namespace {
@@ -23,15 +23,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
-
-// What another program prints.
-std::string run(const QString& program, const QStringList& arguments) {
-  QProcess process;
-  process.start(program, arguments);
-  EXPECT_TRUE(process.waitForFinished()) << program.toStdString() << " is not built or hangs";
-  EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
-  return process.readAllStandardOutput().toStdString();
-}
 
 // The line that holds a text.
 std::string lineWith(const std::string& all, const std::string& text) {
@@ -52,7 +43,9 @@ class FacilityForm : public test::FacilityTest {
 
   template <class Kind>
   Kind& find(const char* name) {
-    return *window->findChild<Kind*>(name);
+    // The line controls have widgets of the same names.
+    Kind* inAntenna = window->control().findChild<Kind*>(name);
+    return inAntenna ? *inAntenna : *window->findChild<Kind*>(name);
   }
   QPushButton& button(const char* name) { return find<QPushButton>(name); }
   void click(const char* name) { QTest::mouseClick(&button(name), Qt::LeftButton); }
@@ -92,14 +85,15 @@ TEST_F(FacilityForm, WhatAPersonTypesAndSavesIsReadFromTheTableByOtherPrograms) 
   click("saveButton");
   EXPECT_EQ(lastDetail(), "Record 1 of 5, Crestline Ridge");
 
-  const std::string dump = run(VANTRELIX_BINARY_DIR "/bin/vantrelix", {"table", "dump", tablePath()});
+  const std::string dump =
+      vantrelix::test::runOther(VANTRELIX_BINARY_DIR "/bin/vantrelix", {"table", "dump", tablePath()});
   const std::string row = lineWith(dump, "Crestline Ridge");
   for (const char* value : {" 11.29 ", " dBi ", " 95.5 ", " Collinear, 4 elements "}) {
     EXPECT_THAT(row, HasSubstr(value));
   }
   const QString ogrinfo = QStandardPaths::findExecutable("ogrinfo");
   if (ogrinfo.isEmpty()) GTEST_SKIP() << "The reader ogrinfo is not installed.";
-  const std::string read = run(ogrinfo, {"-ro", "-al", tablePath()});
+  const std::string read = vantrelix::test::runOther(ogrinfo, {"-ro", "-al", tablePath()});
   EXPECT_THAT(lineWith(read, "TX_A1GAIN (Real) ="), HasSubstr("= 11.29"));
   EXPECT_THAT(lineWith(read, "TX_A1GNUN (String) ="), HasSubstr("= dBi"));
   EXPECT_THAT(lineWith(read, "TX_A1ORIEN (Real) ="), HasSubstr("= 95.5"));
@@ -234,7 +228,7 @@ TEST_F(FacilityForm, ARefusedSavingIsShownAndListedAndTheFormStaysOpen) {
 
 TEST_F(FacilityForm, TheFrequencyIsTheHostsAndSavedWithTheRecord) {
   click("editButton");
-  auto& spin = find<QLineEdit>("qt_spinbox_lineedit");
+  auto& spin = *find<QWidget>("frequencySpin").findChild<QLineEdit*>("qt_spinbox_lineedit");
   spin.setFocus();
   spin.selectAll();
   QTest::keyClicks(&spin, "460.125");

@@ -27,7 +27,8 @@ class Facility : public test::FacilityTest {
   void typeDescription(const std::string& text) { control.txtDesc.userType(text); }
 
   scLookAnt control;
-  FacilityHost host{control};
+  scLookLine line;
+  FacilityHost host{control, line};
 };
 
 TEST_F(Facility, MakesTheTableAndTheFileWhereTheyAreNotThere) {
@@ -100,7 +101,7 @@ TEST_F(Facility, SaveWritesTheControlsValuesAndTheHostsOwnAndLocksTheRecord) {
   EXPECT_EQ(text("TX_A1POL"), "hor");
   EXPECT_EQ(text("SITE"), "Crestline South");
   EXPECT_EQ(stored("TX_FREQMHZ"), Value(452.5));
-  EXPECT_EQ(text("TX_L1TYP"), "Foam cable 7/8 in");
+  EXPECT_EQ(text("TX_L1TYP"), "7/8 in foam, 50 ohm");
   EXPECT_TRUE(control.Locked());
   EXPECT_FALSE(host.editing() || host.dirty());
   EXPECT_EQ(control.sValueGain(), "7.25");
@@ -601,7 +602,7 @@ TEST_F(Facility, NumbersOfTheFirstRecordsDoNotDependOnTheRegionalSetting) {
   const vantrelix::test::RegionalScope comma(",", ".");
   open();
   EXPECT_EQ(stored("LATITUDE", 4), Value(45.0142));
-  EXPECT_EQ(stored("TX_L1LOS"), Value(1.3));
+  EXPECT_EQ(stored("TX_L1LOS"), Value(1.27));
   EXPECT_EQ(stored("TX_A1INVRT", 3), Value(true));
 }
 

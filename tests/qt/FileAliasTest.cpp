@@ -111,6 +111,29 @@ TEST_F(FileAlias, TypingFindsAndEnterContinues) {
   EXPECT_EQ(arguments_.vAlias, "Scala Yagis");
 }
 
+TEST_F(FileAlias, NothingIsMarkedAndEnterTakesNothingUntilARowIsChosen) {
+  open([this](QDialog& dialog) {
+    EXPECT_EQ(focused(), "TDBGrid1");
+    EXPECT_EQ(markedFile(dialog), "0 rows");
+    onNext<QMessageBox>([](QMessageBox& box) {
+      EXPECT_EQ(box.windowTitle(), "Nothing Selected");
+      QTest::keyClick(&box, Qt::Key_Return);
+    });
+    press(Qt::Key_Return);
+    EXPECT_EQ(dialogs_, 1);
+    comeBack(dialog);
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_EQ(markedFile(dialog), "0 rows");
+    for (int i = 0; i < 4; ++i) press(Qt::Key_Tab);  // round to the list again
+    EXPECT_EQ(focused(), "TDBGrid1");
+    EXPECT_EQ(markedFile(dialog), "0 rows");
+    press(Qt::Key_Down);
+    EXPECT_EQ(markedFile(dialog), "AMSX0001.DBF");
+    press(Qt::Key_Return);
+  });
+  EXPECT_EQ(arguments_.sFile, "AMSX0001.DBF");
+}
+
 TEST_F(FileAlias, TheKeysOfTheListWorkOnContinue) {
   arguments_.sFile = "AMSX0002.DBF";
   open([](const QDialog& dialog) {
@@ -155,6 +178,7 @@ TEST_F(FileAlias, ANewFileIsNamedListedAndChosen) {
 
 TEST_F(FileAlias, DeleteRemovesARowAfterItsQuestion) {
   open([this](QDialog& dialog) {
+    press(Qt::Key_Home);
     onNext<QMessageBox>([](QMessageBox& box) {
       EXPECT_EQ(box.windowTitle(), "Remove Antenna Library?");
       EXPECT_EQ(box.text(), "Do you want to remove this antenna library?\n\nAndrew Dishes AMSX0001.DBF");

@@ -31,6 +31,40 @@ TEST_F(DataGridMove, AProgramsMoveRaisesNoEventAndAUsersTellsWhatWasLeft) {
   EXPECT_EQ(grid.bookmark(), grid.bookmarkOf(2));
 }
 
+TEST_F(DataGridMove, AGridThatHasLeftItsRowsStandsOnNoneUntilTheNextMove) {
+  grid.setCurrent(1, 1);
+  EXPECT_TRUE(grid.leaveRows());
+  EXPECT_TRUE(events.empty());
+  grid.setColumnWidth(0, 700);
+  grid.refresh();
+  EXPECT_EQ(grid.currentRow(), -1);
+  EXPECT_EQ(grid.bookmark(), "");
+  EXPECT_EQ(grid.copyText(), "");
+  EXPECT_FALSE(grid.userMove(GridMove::up));
+  EXPECT_FALSE(grid.userMove(GridMove::right));
+  EXPECT_TRUE(grid.userMove(GridMove::down, true));
+  EXPECT_EQ(grid.currentRow(), 0);
+  EXPECT_FALSE(grid.hasRange());
+  EXPECT_EQ(events, Texts{"rowColChange ,1"});
+  grid.leaveRows();
+  grid.userSelectRow(1, false, true);
+  EXPECT_EQ(grid.selBookmarks().count(), 2);
+  grid.leaveRows();
+  grid.setRows(rows);
+  EXPECT_EQ(grid.currentRow(), 0);
+}
+
+TEST_F(DataGridMove, AnEntryIsStoredBeforeTheRowsAreLeft) {
+  grid.userEdit(1, 0, "Patch");
+  refused = "beforeUpdate";
+  EXPECT_FALSE(grid.leaveRows());
+  EXPECT_EQ(grid.currentRow(), 1);
+  refused = "";
+  EXPECT_TRUE(grid.leaveRows());
+  EXPECT_EQ(names()[1], "Patch");
+  EXPECT_FALSE(grid.dataChanged());
+}
+
 TEST_F(DataGridMove, ADisabledOrHiddenGridTakesNothing) {
   const auto tries = [this] {
     grid.userClick(1, 1);

@@ -8,6 +8,7 @@
 #include "qt/FormWindow.h"
 #include "qt/failures.h"
 #include "qt/gridKeys.h"
+#include "qt/typing.h"
 
 namespace vantrelix::qt {
 

@@ -1,0 +1,48 @@
+#include "import/shively.h"
+
+#include <algorithm>
+
+#include "foundation/extract.h"
+#include "foundation/text.h"
+#include "import/TextLines.h"
+#include "import/patternLines.h"
+#include "platform/RunTimeFailure.h"
+
+namespace vantrelix {
+
+namespace {
+
+void nameByFile(const std::string& path, ImportedAntenna& antenna) {
+  const std::string base = ExtractBaseName(path);
+  antenna.PolLetter = upperCase(midCharacters(base, characterCount(base)));
+  antenna.AntName = CleanChars(base + " - " + antenna.PolLetter + " Polarization");
+}
+
+void readAzimuth(TextLines& lines, ImportedAntenna& antenna) {
+  antenna.MinHor = 888888;
+  PatternLineRules rules;
+  rules.absoluteLevels = true;
+  rules.delimiter = ",";
+  readPatternLines(lines, rules, antenna.Gain, horizontalCut(antenna));
+}
+
+void divideByPeak(ImportedAntenna& antenna) {
+  for (const double value : antenna.HorValue) antenna.Gain = std::max(antenna.Gain, value);
+  if (antenna.Gain == 0) {
+    throw RunTimeFailure(failure::divisionByZero,
+                         "Division by zero: no line of the file holds an angle and a value above 0");
+  }
+  for (double& value : antenna.HorValue) value = finite(value / antenna.Gain);
+  antenna.MinHor /= antenna.Gain;
+}
+
+}  // namespace
+
+void readShively(ImportSource& source, ImportedAntenna& antenna) {
+  antenna.GainUnits = "REL";
+  nameByFile(source.path(), antenna);
+  readAzimuth(source.lines(), antenna);
+  divideByPeak(antenna);
+}
+
+}  // namespace vantrelix

@@ -1,0 +1,130 @@
+// What every format of the table has to bring along, and the told texts of the table.
+#include <cctype>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <set>
+#include <sstream>
+
+#include "import/ImportFormat.h"
+
+namespace vantrelix {
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path kTests = fs::path(VANTRELIX_SOURCE_DIR) / "tests";
+
+// "nsma-fcc" is "nsmaFcc" in the names of files.
+std::string fileName(const std::string& format) {
+  std::string name;
+  bool raise = false;
+  for (const char c : format) {
+    if (c != '-') name += raise ? static_cast<char>(std::toupper(static_cast<unsigned char>(c))) : c;
+    raise = c == '-';
+  }
+  return name;
+}
+
+// Files in the folder whose names begin with "damaged", or the others.
+long filesIn(const fs::path& folder, bool damaged) {
+  if (!fs::is_directory(folder)) return 0;
+  long count = 0;
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    const bool isDamaged = entry.path().filename().string().starts_with("damaged");
+    if (entry.is_regular_file() && isDamaged == damaged) ++count;
+  }
+  return count;
+}
+
+// A missing file holds nothing.
+bool fileHolds(const fs::path& file, const std::string& what) {
+  std::ostringstream text;
+  text << std::ifstream(file).rdbuf();
+  return text.str().find(what) != std::string::npos;
+}
+
+class EveryFormat : public testing::TestWithParam<std::string> {
+ protected:
+  const ImportFormat& format = *findImportFormat(GetParam());
+  const std::string name = fileName(GetParam());
+};
+
+TEST_P(EveryFormat, HasSamples) { EXPECT_GT(filesIn(kTests / "data" / name, false), 0); }
+
+TEST_P(EveryFormat, HasDamagedSamples) { EXPECT_GT(filesIn(kTests / "data" / name, true), 0); }
+
+TEST_P(EveryFormat, HasAFuzzTargetWithACorpus) {
+  EXPECT_TRUE(fs::exists(kTests / "fuzz" / (name + "Fuzz.cpp")));
+  EXPECT_TRUE(fileHolds(kTests / "fuzz" / "CMakeLists.txt", "vantrelix_fuzz(" + name + " import)"));
+  EXPECT_GT(filesIn(kTests / "fuzz" / "corpus" / name, false), 0);
+}
+
+TEST_P(EveryFormat, HasATest) { EXPECT_TRUE(fileHolds(kTests / "import" / (name + "Test.cpp"), "TEST")); }
+
+TEST_P(EveryFormat, HasAReaderAndTextsForItsDialogs) {
+  EXPECT_TRUE(format.read);
+  EXPECT_TRUE(format.dialogTitle.ends_with(" Files to Read"));
+  EXPECT_TRUE(format.pathKey.starts_with("Import "));
+  EXPECT_TRUE(format.previewCaption.ends_with(" ANTENNA"));
+  EXPECT_EQ(format.notice.title.empty(), format.notice.text.empty());
+}
+
+std::vector<std::string> formatNames() {
+  std::vector<std::string> names;
+  for (const ImportFormat& format : importFormats()) names.push_back(format.name);
+  return names;
+}
+
+INSTANTIATE_TEST_SUITE_P(Import, EveryFormat, testing::ValuesIn(formatNames()),
+                         [](const auto& test) { return fileName(test.param); });
+
+// The texts by which the formats differ.
+struct Told {
+  const char* name;
+  const char* legacyName;
+  const char* dialogTitle;
+  const char* pathKey;
+  std::size_t filters;
+  const char* previewCaption;
+};
+
+constexpr Told kTold[] = {
+    {"nsma", "", "NSMA Files to Read", "Import NSMA", 0, "NSMA Format ANTENNA"},
+    {"generic", "", "GENERIC Files to Read", "Import GENERIC", 2, "Generic Format ANTENNA"},
+    {"nsma-fcc", "", "NSMA (FCC) Files to Read", "Import NSMA (FCC)", 0, "NSMA ANTENNA"},
+    {"antel", "Antel", "ANTEL Files to Read", "Import Antel", 2, "ANTEL ANTENNA"},
+    {"celwave", "Celwave", "CELWAVE Files to Read", "Import Celwave", 0, "CELWAVE ANTENNA"},
+    {"sinclair", "Sinclair", "SINCLAIR Files to Read", "Import Sinclair", 0, "SINCLAIR ANTENNA"},
+    {"decibel", "Decibel", "Decibel Files to Read", "Import Decibel", 0, "Decibel ANTENNA"},
+    {"scala", "Scala", "SCALA Files to Read", "Import Scala", 0, "SCALA ANTENNA"},
+    {"shively", "Shively", "SHIVELY Files to Read", "Import Shively", 0, "SHIVELY ANTENNA"},
+    {"bluewave", "Bluewave", "Bluewave Files to Read", "Import Bluewave", 0, "BLUEWAVE ANTENNA"},
+    {"tiltek", "TIL-TEK", "TIL-TEK Files to Read", "Import TIL-TEK", 0, "TIL-TEK ANTENNA"},
+    {"ems", "EMS", "EMS Wireless Files to Read", "Import EMS Wireless", 0, "EMS Wireless ANTENNA"},
+    {"dapa", "DAPA Communications", "DAPA Files to Read", "Import DAPA", 0, "DAPA ANTENNA"},
+    {"txrx", "TXRX", "TX RX Files to Read", "Import TX RX", 0, "TX RX ANTENNA"},
+};
+
+TEST(ImportFormats, DifferByTheirToldTexts) {
+  EXPECT_EQ(importFormats().size(), std::size(kTold));
+  for (const Told& told : kTold) {
+    SCOPED_TRACE(told.name);
+    const ImportFormat* format = findImportFormat(told.name);
+    ASSERT_TRUE(format);
+    EXPECT_EQ(format->legacyName, told.legacyName);
+    EXPECT_EQ(format->dialogTitle, told.dialogTitle);
+    EXPECT_EQ(format->pathKey, told.pathKey);
+    EXPECT_EQ(format->filters.size(), told.filters);
+    EXPECT_EQ(format->previewCaption, told.previewCaption);
+  }
+}
+
+TEST(ImportFormats, TheNameOfAFormatIsWholeOrUnknown) {
+  EXPECT_EQ(findImportFormat("gen"), nullptr);
+  EXPECT_EQ(findImportFormat("Generic"), nullptr);
+  EXPECT_EQ(findImportFormat(""), nullptr);
+}
+
+}  // namespace
+}  // namespace vantrelix

@@ -1,7 +1,7 @@
 #include "import/ImportFormat.h"
 #include "import/antel.h"
-#include "import/celwave.h"
 #include "import/bluewave.h"
+#include "import/celwave.h"
 #include "import/dapa.h"
 #include "import/ems.h"
 #include "import/generic.h"

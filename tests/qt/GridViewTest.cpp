@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <set>
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
@@ -197,6 +198,17 @@ TEST_F(GridViewTest, AChangeMadeWhileAnotherIsToldIsNotLost) {
   grid->setValue(2, "NAME", "Loop");
   EXPECT_EQ(items()->rowCount(), 2);
   EXPECT_EQ(shown(1, 0), "Loop");
+}
+
+TEST_F(GridViewTest, RowsTakenOutWhileOneIsTakenInAreCountedRight) {
+  bool first = true;
+  grid->rowsChanged.listen([&](const GridChange&) {
+    if (std::exchange(first, false)) grid->removeRow(0);
+  });
+  open();
+  grid->appendRow({{"NAME", Value("Horn")}});
+  EXPECT_EQ(items()->rowCount(), 3);
+  EXPECT_EQ(shown(0, 0) + shown(2, 0), "PanelHorn");
 }
 
 TEST_F(GridViewTest, ACurrentCellSetByOtherHandsIsTheModelsToTakeOrRefuse) {
@@ -446,6 +458,30 @@ TEST_F(GridViewTest, AListenerSwallowsKeysOfListsAndBoxes) {
   EXPECT_EQ(grid->currentRow(), 0);
 }
 
+TEST_F(GridViewTest, ACharacterOfTheThirdLevelOfTheKeyboardTypesIntoTheCell) {
+  open();
+  QKeyEvent at(QEvent::KeyPress, Qt::Key_At, Qt::ControlModifier | Qt::AltModifier, "@");
+  QApplication::sendEvent(view, &at);
+  ASSERT_NE(editor(), nullptr);
+  EXPECT_EQ(editor()->text(), "@");
+  QKeyEvent control(QEvent::KeyPress, Qt::Key_K, Qt::ControlModifier, "k");
+  QApplication::sendEvent(editor(), &control);
+  EXPECT_EQ(editor()->text(), "@");
+}
+
+TEST_F(GridViewTest, AMenuOrAnotherProgramOverTheBoxEndsNoEdit) {
+  open();
+  type("Ho");
+  for (const Qt::FocusReason reason : {Qt::PopupFocusReason, Qt::ActiveWindowFocusReason}) {
+    ASSERT_NE(editor(), nullptr);
+    QFocusEvent away(QEvent::FocusOut, reason);
+    QApplication::sendEvent(editor(), &away);
+  }
+  ASSERT_NE(editor(), nullptr);
+  EXPECT_EQ(editor()->text(), "Ho");
+  EXPECT_EQ(shown(0, 0), "Dish");
+}
+
 TEST_F(GridViewTest, ComposedTextTypesIntoTheCell) {
   open();
   QInputMethodEvent event;
@@ -484,6 +520,29 @@ TEST_F(GridViewTest, AClickGoesToTheCellAndADoubleClickEditsIt) {
   QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(items()->index(0, 0)).center());
   ASSERT_NE(editor(), nullptr);
   EXPECT_EQ(editor()->text(), "Dish");
+}
+
+TEST_F(GridViewTest, AButtonAtTheLeftTakesTheEntryBeforeItSelects) {
+  open();
+  type("Horn");
+  clickRowHead(2);
+  EXPECT_EQ(editor(), nullptr);
+  EXPECT_EQ(shown(0, 0), "Horn");
+  EXPECT_EQ(rows->value(0, "NAME"), Value("Horn"));
+  EXPECT_EQ(selected(), "2,0 2,1 ");
+}
+
+TEST_F(GridViewTest, AButtonAtTheLeftSelectsNothingWhereTheEntryIsRefused) {
+  grid->beforeColUpdate.listen([](GridColumnUpdate& update) { update.cancel = true; });
+  open();
+  type("Horn");
+  clickRowHead(2);
+  EXPECT_EQ(grid->currentRow(), 0);
+  EXPECT_EQ(grid->selBookmarks().count(), 0);
+  EXPECT_EQ(shown(0, 0), "Dish");
+  QTest::qWait(1);
+  clickRowHead(2);
+  EXPECT_EQ(selected(), "2,0 2,1 ");
 }
 
 TEST_F(GridViewTest, TheButtonsAtTheLeftSelectRows) {
@@ -570,6 +629,15 @@ TEST_F(GridViewTest, ScrollingAndTheViewsSizeGoBothWays) {
   EXPECT_EQ(view->rowAt(1), 3);
 }
 
+TEST_F(GridViewTest, AMoveToAColumnOutOfViewBringsItIntoView) {
+  grid->setColumnWidth(0, 9000);
+  open();
+  EXPECT_EQ(view->horizontalScrollBar()->value(), 0);
+  key(Qt::Key_Right);
+  EXPECT_EQ(view->columnAt(view->viewport()->width() - 2), 1);
+  EXPECT_GT(view->horizontalScrollBar()->value(), 0);
+}
+
 TEST_F(GridViewTest, APlaceSetBeforeTheViewIsShownIsItsFirstPlace) {
   fill(200);
   grid->setFirstRow(120);
@@ -615,6 +683,20 @@ TEST_F(GridViewTest, RowHeadsMarkTheCurrentTheEditedAndTheNewRow) {
   type("x");
   key(Qt::Key_Tab);
   EXPECT_EQ(spoken(0), "Row being edited");
+}
+
+TEST_F(GridViewTest, RowHeadsAreToldWhereTheirMarksChange) {
+  open();
+  const QSignalSpy told(items(), &QAbstractItemModel::headerDataChanged);
+  const auto rowsTold = [&told] {
+    std::set<int> sections;
+    for (const auto& each : told) sections.insert(each.at(1).toInt());
+    return sections;
+  };
+  grid->setCurrentRow(2);
+  EXPECT_EQ(rowsTold(), (std::set{0, 2}));
+  grid->setValue(1, "NAME", "Panel 2");
+  EXPECT_EQ(rowsTold(), (std::set{0, 1, 2})) << "an entry is marked there too";
 }
 
 TEST_F(GridViewTest, IsNamedByItsColumnsOrItsToolTip) {

@@ -227,6 +227,13 @@ TEST_F(DataGridEdit, DeletingAsksForEachSelectedRowAndGoesOnToTheNext) {
                            "afterDelete", "rowColChange 2,0"}));
 }
 
+TEST_F(DataGridEdit, ABookmarkThatNoRowHasDoesNotKeepTheOthersFromBeingDeleted) {
+  grid.selBookmarks().add("99");
+  grid.selBookmarks().add(grid.bookmarkOf(1));
+  EXPECT_TRUE(grid.userDeleteRows());
+  EXPECT_EQ(names(), (Texts{"Dish", "Yagi"}));
+}
+
 TEST_F(DataGridEdit, ARefusedDeleteKeepsTheRowAndTheRest) {
   grid.userSelectRow(0);
   grid.userSelectRow(1, true);

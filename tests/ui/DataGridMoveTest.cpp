@@ -251,6 +251,12 @@ TEST_F(DataGridMove, CopiesTheCurrentCellTheSelectedRowsInOrderOrTheMarkedCells)
   EXPECT_FALSE(grid.hasRange());
 }
 
+TEST_F(DataGridMove, ABookmarkThatNoRowHasIsPassedOverInACopy) {
+  grid.userSelectRow(1);
+  grid.selBookmarks().add("99");
+  EXPECT_EQ(grid.copyText(), "Panel\t2.000\tb");
+}
+
 TEST_F(DataGridMove, AListCopiesItsCurrentRow) {
   grid.setAllowUpdate(false);
   grid.setCurrent(1, 1);

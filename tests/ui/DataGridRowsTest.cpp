@@ -31,6 +31,14 @@ TEST_F(DataGridRows, ColumnsCanBeHiddenWidenedRenamedAndRemoved) {
   EXPECT_EQ(grid.columnCount(), 2);
 }
 
+TEST_F(DataGridRows, TheSameColumnsSetAgainChangeNothing) {
+  grid.userSelectAll();
+  const long before = grid.revision();
+  grid.setColumns(grid.columns());
+  EXPECT_EQ(grid.revision(), before);
+  EXPECT_TRUE(grid.hasRange());
+}
+
 TEST_F(DataGridRows, ANumberFormatGoverningAColumnGovernsNumbersAndTextsThatHoldOne) {
   rows->store(1, {{"GAIN", Value("3.5")}});
   rows->store(2, {{"GAIN", Value("unknown")}});

@@ -196,7 +196,6 @@ void frmFileAlias::choose() {
 }
 
 void frmFileAlias::userRemoveRow() {
-  if (TDBGrid1.currentRow() < 0) return;
   if (TDBGrid1.selBookmarks().count() == 0) TDBGrid1.selBookmarks().add(TDBGrid1.bookmark());
   TDBGrid1.userDeleteRows();
 }

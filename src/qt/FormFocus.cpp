@@ -43,6 +43,13 @@ void FormFocus::markDefaultButton(const Form& form) const {
   }
 }
 
+// What the form will name on hearing of it has the keyboard already, itself or a box inside of it.
+Widget* FormFocus::entered(const QWidget& widget) {
+  Widget* model = modelAt(&widget);
+  if (model) followed_ = model;
+  return model;
+}
+
 Widget* FormFocus::modelAt(const QWidget* widget) const {
   for (; widget && widget != &window_; widget = widget->parentWidget()) {
     for (const auto& [model, view] : views_) {

@@ -21,10 +21,13 @@ class FormFocus {
   // Gives the keyboard to the widget that the form names, once each time it names another.
   void follow(const Form& form);
   void markDefaultButton(const Form& form) const;
-  // The model of the view at a widget of the window, or of the nearest view round it; null where there is none.
-  Widget* modelAt(const QWidget* widget) const;
+  // A widget of the window has got the keyboard: the model of its view, or of the nearest view round it; null where
+  // there is none.
+  Widget* entered(const QWidget& widget);
 
  private:
+  Widget* modelAt(const QWidget* widget) const;
+
   const QWidget& window_;
   const FormViews& views_;
   const Widget* followed_ = nullptr;

@@ -204,8 +204,7 @@ void FormWindow::tellFocus(const QWidget* now) {
   Form* form = link_.get();
   if (!now || !form || ended_ || !isAncestorOf(now)) return;
   focus_.markDefaultButton(*form);
-  Widget* model = focus_.modelAt(now);
-  if (model) runGuarded([&] { form->setFocus(*model); });
+  if (Widget* model = focus_.entered(*now)) runGuarded([&] { form->setFocus(*model); });
 }
 
 // Only a window in its normal state has a place worth keeping.

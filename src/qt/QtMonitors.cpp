@@ -55,7 +55,7 @@ MonitorHandle QtMonitors::monitorFromRect(const Rectangle& box) {
   for (QScreen* each : QGuiApplication::screens()) {
     const QRect shared = each->geometry() & wanted;
     const qint64 area = static_cast<qint64>(shared.width()) * shared.height();
-    if (shared.isEmpty() || area <= most) continue;
+    if (area <= most) continue;
     most = area;
     best = each;
   }

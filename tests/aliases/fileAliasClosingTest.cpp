@@ -176,6 +176,8 @@ TEST_F(FileAliasClosing, WithNothingStoredTheColumnsShareTheGridInAFixedProporti
 TEST_F(FileAliasClosing, TheGridsWidthAndTheColumnsWidthsAreKeptAlsoWhenCancelled) {
   open([](frmFileAlias& form) {
     form.TDBGrid1.userResizeColumn(0, 4000);
+    form.setSize(500, 6000);
+    EXPECT_EQ(form.TDBGrid1.geometry().width, 0);
     form.setSize(10000, 6000);
     press(form, frmFileAlias::cancelling);
   });

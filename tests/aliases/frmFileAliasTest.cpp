@@ -110,6 +110,7 @@ TEST_F(FileAlias, ABlankPathMeansTheFamilysFolder) {
     EXPECT_THAT(files(form), ElementsAre("AMSZ0015.DBF"));
     EXPECT_EQ(form.lblPath.caption(), displayPath(setPathName(getAntennasPath(), "AMS?????.DBF")));
   });
+  EXPECT_THAT(screen.shown(), IsEmpty());
 }
 
 TEST_F(FileAlias, LinesHaveTheirOwnFamily) {
@@ -286,6 +287,7 @@ TEST_F(FileAlias, ARowThatNobodyChoseIsNotTaken) {
     EXPECT_EQ(screen.shown()[0].message.title, "Nothing Selected");
     form.userRemoveRow();
     EXPECT_EQ(form.TDBGrid1.rowCount(), 2);
+    EXPECT_EQ(selectedFile(form), "(none)");
     EXPECT_EQ(screen.shown().size(), 1U);
   });
   EXPECT_TRUE(arguments.bCancel);

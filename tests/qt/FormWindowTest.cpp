@@ -168,6 +168,11 @@ TEST_F(FormWindowTest, AFormThatIsMaximisedComesUpSo) {
   EXPECT_EQ(form.windowState(), Form::WindowState::maximised);
 }
 
+TEST_F(FormWindowTest, AFormThatComesUpMaximisedIsToldNoPlaceOfItsNormalWindow) {
+  form.setWindowState(Form::WindowState::maximised);
+  run(form, [this](FormWindow&) { EXPECT_EQ(form.geometry(), Rectangle()); });
+}
+
 TEST_F(FormWindowTest, ActivatedIsRaisedOnceWithTheSizeSettledAndMayMoveTheWindow) {
   int raised = 0;
   form.activated.listen([&] {
@@ -231,6 +236,18 @@ TEST_F(FormWindowTest, EnterPressesTheButtonThatHasTheKeyboard) {
   EXPECT_EQ(form.left, "other");
 }
 
+TEST_F(FormWindowTest, OffTheButtonsEnterIsTheDefaultButtonsAgainEvenWhereNoModelHasTheKeyboard) {
+  run(form, [this](FormWindow& window) {
+    auto* plain = new QLineEdit(&window);
+    plain->show();
+    find<QPushButton>(window, "other").setFocus();
+    EXPECT_FALSE(find<QPushButton>(window, "ok").isDefault());
+    plain->setFocus();
+    EXPECT_TRUE(find<QPushButton>(window, "ok").isDefault());
+    EXPECT_EQ(form.activeWidget(), &form.other);
+  });
+}
+
 TEST_F(FormWindowTest, WithoutThoseButtonsEnterAndEscapeDoNothing) {
   form.setDefaultButton(nullptr);
   form.setCancelButton(nullptr);
@@ -263,6 +280,17 @@ TEST_F(FormWindowTest, TheKeyboardStandsWhereTheFormSaysAndTheFormKnowsWhereItIs
     EXPECT_EQ(form.activeWidget(), &form.text);
     form.setFocus(form.list);
     EXPECT_EQ(&focused(), &find<QWidget>(window, "list"));
+  });
+}
+
+TEST_F(FormWindowTest, ABoxInsideAViewCountsAsTheViewAndKeepsTheKeyboardWhileTheFormChanges) {
+  run(form, [this](FormWindow& window) {
+    auto* inner = new QLineEdit(&find<QWidget>(window, "list"));
+    inner->show();
+    inner->setFocus();
+    EXPECT_EQ(form.activeWidget(), &form.list);
+    form.setCaption("Another title");
+    EXPECT_EQ(&focused(), inner);
   });
 }
 

@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QWheelEvent>
 
 #include "dialogs/getParabolaGain.h"
 #include "foundation/getINI.h"
@@ -159,6 +160,21 @@ TEST_F(ParabGain, IsDrawnWhole) {
       EXPECT_GE(widget->width(), widget->minimumSizeHint().width()) << widget->objectName().toStdString();
       EXPECT_GE(widget->height(), widget->minimumSizeHint().height()) << widget->objectName().toStdString();
     }
+  });
+}
+
+TEST_F(ParabGain, TheWheelChangesTheUnitOnlyWhereItHasTheKeyboard) {
+  ask(1000, [](const QDialog& dialog) {
+    auto* unit = dialog.findChild<QComboBox*>("Combo1");
+    const auto turn = [unit] {
+      QWheelEvent down(QPointF(5, 5), unit->mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, 120), Qt::NoButton,
+                       Qt::NoModifier, Qt::NoScrollPhase, false);
+      QApplication::sendEvent(unit, &down);
+      return unit->currentText();
+    };
+    EXPECT_EQ(turn(), "m");
+    unit->setFocus();
+    EXPECT_EQ(turn(), "in");
   });
 }
 

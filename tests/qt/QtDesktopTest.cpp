@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QClipboard>
+#include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -45,6 +47,19 @@ TEST(QtDesktop, EscapeCancels) {
   EXPECT_EQ(answered(kQuestion, escape), MsgAnswer::cancel);
   EXPECT_EQ(answered({"t", "x", MsgButtons::yesNo, MsgIcon::none, 1}, escape), MsgAnswer::no);
   EXPECT_EQ(answered({"t", "x", MsgButtons::ok, MsgIcon::critical, 1}, escape), MsgAnswer::ok);
+}
+
+TEST(QtDesktop, TheTextOfAMessageIsMarkedAndCopiedByKeyboard) {
+  answered(kQuestion, [](QMessageBox& box) {
+    auto* text = box.findChild<QLabel*>("qt_msgbox_label");
+    ASSERT_NE(text, nullptr);
+    text->setFocus();
+    QTest::keyClick(text, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(text, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(text->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+    box.button(QMessageBox::Ok)->click();
+  });
+  EXPECT_EQ(QApplication::clipboard()->text().replace(QChar::LineSeparator, '\n'), "First line\nsecond <b>line</b>");
 }
 
 TEST(QtDesktop, APopupMenuRunsTheClickOfWhatIsChosen) {

@@ -190,6 +190,11 @@ TEST_F(QtTwoScreens, AHandleAsksForItsOwnScreen) {
     EXPECT_EQ(port.monitorFromWindow(form), left);
     form.moveTo(-2000, 3000);
     EXPECT_EQ(port.monitorFromWindow(form), first);
+    form.setSize(750, 6000);
+    form.moveTo(3000, -4500);
+    EXPECT_EQ(port.monitorFromWindow(form), first) << "its lower end shows";
+    form.moveTo(3000, -6000);
+    EXPECT_EQ(port.monitorFromWindow(form), 0);
   });
 }
 
@@ -209,6 +214,20 @@ TEST_F(QtTwoScreens, AScreenOfAnotherScaleCountsInItsOwnPixels) {
     EXPECT_EQ(port.info(port.monitorFromRect({2000, 0, 10, 10})).bounds, (Rectangle{1600, 0, 1000, 700}));
     const QPoint place = comesBackFrom({2000, 100});
     EXPECT_LT((place - QPoint(2000, 100)).manhattanLength(), 10);
+  });
+}
+
+TEST_F(QtTwoScreens, TwipsGoByTheDotsOfTheFirstScreen) {
+  constexpr const char* kDenser =
+      R"({"name": "A", "x": 0, "y": 0, "width": 1600, "height": 1200, "logicalDpi": 120, "logicalBaseDpi": 120, "dpr": 1})";
+  withScreens(kDenser, [this] {
+    EXPECT_EQ(desktop.monitors().twipsPerPixelX(), 12);
+    EXPECT_EQ(desktop.monitors().twipsPerPixelY(), 12);
+    TestForm form;
+    form.moveTo(1590 * 12, 0);
+    EXPECT_NE(desktop.monitors().monitorFromWindow(form), 0);
+    form.moveTo(1601 * 12, 0);
+    EXPECT_EQ(desktop.monitors().monitorFromWindow(form), 0);
   });
 }
 

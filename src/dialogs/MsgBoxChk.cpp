@@ -1,5 +1,6 @@
 #include "dialogs/MsgBoxChk.h"
 
+#include <array>
 #include <set>
 #include <utility>
 
@@ -82,12 +83,13 @@ class Silence {
 
 void setButtons(frmMsgBoxChk& form, const std::vector<MsgBoxChkButton>& buttons) {
   using Setter = void (frmMsgBoxChk::*)(bool, const std::string&, const std::string&);
-  constexpr Setter kSetters[] = {&frmMsgBoxChk::SetButtonTwo, &frmMsgBoxChk::SetButtonThree,
-                                 &frmMsgBoxChk::SetButtonFour};
+  const std::array<Setter, 3> setters = {&frmMsgBoxChk::SetButtonTwo, &frmMsgBoxChk::SetButtonThree,
+                                         &frmMsgBoxChk::SetButtonFour};
   const auto isGiven = [](const MsgBoxChkButton& button) { return getLenTrim(button.caption) > 0; };
   if (!buttons.empty() && isGiven(buttons[0])) form.SetButtonOne(buttons[0].caption, buttons[0].toolTip);
-  for (std::size_t i = 1; i < buttons.size() && i <= std::size(kSetters); ++i) {
-    if (isGiven(buttons[i])) (form.*kSetters[i - 1])(true, buttons[i].caption, buttons[i].toolTip);
+  for (std::size_t i = 1; i < buttons.size() && i <= setters.size(); ++i) {
+    const Setter put = setters[i - 1];
+    if (isGiven(buttons[i])) (form.*put)(true, buttons[i].caption, buttons[i].toolTip);
   }
 }
 

@@ -11,12 +11,13 @@ namespace vantrelix::qt {
 GridDelegate::GridDelegate(GridView& view) : QStyledItemDelegate(&view), view_(view) {}
 
 QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& index) const {
-  editor_ = new QLineEdit(parent);
+  auto* editor = new QLineEdit(parent);
+  editor_ = editor;
   cell_ = index;
-  editor_->setFrame(false);
-  editor_->setAlignment(index.data(Qt::TextAlignmentRole).value<Qt::Alignment>());
-  editor_->setAccessibleName(index.model()->headerData(index.column(), Qt::Horizontal, Qt::DisplayRole).toString());
-  return editor_;
+  editor->setFrame(false);
+  editor->setAlignment(index.data(Qt::TextAlignmentRole).value<Qt::Alignment>());
+  editor->setAccessibleName(index.model()->headerData(index.column(), Qt::Horizontal, Qt::DisplayRole).toString());
+  return editor;
 }
 
 // Only once: a cell shown anew in the middle of an edit must not undo what the user typed.

@@ -16,7 +16,7 @@ class GridDelegate : public QStyledItemDelegate {
   explicit GridDelegate(GridView& view);
 
   // The box in use, and its cell; null where no cell is being edited.
-  QLineEdit* editor() const { return editor_; }
+  QLineEdit* editor() const { return qobject_cast<QLineEdit*>(editor_.data()); }
   QModelIndex cell() const { return cell_; }
 
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
@@ -32,7 +32,7 @@ class GridDelegate : public QStyledItemDelegate {
   bool takeKey(const QKeyEvent& event);
 
   GridView& view_;
-  mutable QPointer<QLineEdit> editor_;
+  mutable QPointer<QWidget> editor_;  // compared while it ends, when it is no line edit any more
   mutable QPersistentModelIndex cell_;
 };
 

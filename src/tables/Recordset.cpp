@@ -25,6 +25,16 @@ void Recordset::setAbsolutePosition(long position) { state().moveTo(position); }
 Recordset::Bookmark Recordset::bookmark() const { return state().bookmark(); }
 void Recordset::setBookmark(Bookmark bookmark) { state().setBookmark(bookmark); }
 
+long Recordset::rowCount() const { return state().size(); }
+Value Recordset::valueAt(long position, std::string_view field) const {
+  return state().valueAt(position, state().columnNumber(field));
+}
+Recordset::Bookmark Recordset::bookmarkAt(long position) const { return state().bookmarkAt(position); }
+long Recordset::positionOf(Bookmark bookmark) const {
+  const long position = state().positionOfBookmark(bookmark);
+  return position < state().size() ? position : -1;
+}
+
 void Recordset::MoveFirst() { state().moveTo(0); }
 void Recordset::MoveLast() { state().moveLast(); }
 void Recordset::MoveNext() { state().moveNext(); }

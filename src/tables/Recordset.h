@@ -83,6 +83,14 @@ class Recordset {
   void MoveNext();
   void MovePrevious();
 
+  // Rows by their place, counted from 0, whichever is current: nothing moves and no edit ends. What a list shows of a
+  // cursor that is being worked with.
+  long rowCount() const;  // of all rows, reached or not
+  // Null where the row has been deleted meanwhile. 3021 outside the rows.
+  Value valueAt(long position, std::string_view field) const;
+  Bookmark bookmarkAt(long position) const;
+  long positionOf(Bookmark bookmark) const;  // -1 where it names no row of this cursor
+
   // Moves to the first row that meets the criterion (FIELD = 'value', val(FIELD) = 3, and what a filter may hold), or
   // sets NoMatch and leaves the row undefined. 3061 for a criterion that cannot be read.
   void FindFirst(std::string_view criterion);

@@ -126,12 +126,20 @@ void Recordset::Implementation::requireCurrent() const {
 
 Recordset::Bookmark Recordset::Implementation::bookmark() const {
   requireCurrent();
-  return serial << kBookmarkShift | rows[static_cast<std::size_t>(index)];
+  return bookmarkAt(index);
+}
+
+Recordset::Bookmark Recordset::Implementation::bookmarkAt(long position) const {
+  if (position < 0 || position >= size()) throw noCurrentRecord();
+  return serial << kBookmarkShift | rows[static_cast<std::size_t>(position)];
+}
+
+long Recordset::Implementation::positionOfBookmark(Bookmark bookmark) const {
+  return bookmark >> kBookmarkShift == serial ? positionOf(static_cast<std::uint32_t>(bookmark)) : size();
 }
 
 void Recordset::Implementation::setBookmark(Bookmark bookmark) {
-  const long position =
-      bookmark >> kBookmarkShift == serial ? positionOf(static_cast<std::uint32_t>(bookmark)) : size();
+  const long position = positionOfBookmark(bookmark);
   if (position == size() || (currentDeleted && position == index)) {
     throw RunTimeFailure(failure::notABookmark, "The bookmark names no row of this cursor over table '" +
                                                     displayPath(query->table().path()) + "'. Take it anew.");
@@ -222,11 +230,23 @@ Value Recordset::Implementation::value(std::size_t number) {
     requireCurrent();
     return aggregates[number];
   }
-  const unsigned char* bytes = currentRecord();
-  if (shown.field >= 0) return query->table().value(bytes, field);
+  return shownValue(shown, currentRecord());
+}
+
+Value Recordset::Implementation::shownValue(const SqlColumn& shown, const unsigned char* bytes) const {
+  if (shown.field >= 0) return query->table().value(bytes, static_cast<std::size_t>(shown.field));
   RecordRow row(query->table());
   row.show(bytes);
   return evaluate(shown.expression, row);
+}
+
+Value Recordset::Implementation::valueAt(long position, std::size_t number) const {
+  if (position < 0 || position >= size()) throw noCurrentRecord();
+  if (query->aggregated()) return aggregates[number];
+  DbfFile& table = query->table();
+  std::vector<unsigned char> bytes(static_cast<std::size_t>(table.recordLength()));
+  const bool there = table.readRecord(rows[static_cast<std::size_t>(position)], bytes.data()) && bytes[0] != '*';
+  return there ? shownValue(column(number), bytes.data()) : Value();
 }
 
 void Recordset::Implementation::requireUpdatable() const {

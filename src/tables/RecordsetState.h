@@ -36,12 +36,15 @@ struct Recordset::Implementation {
   void movePrevious();
   void setBookmark(Bookmark bookmark);
   Bookmark bookmark() const;
+  Bookmark bookmarkAt(long position) const;
+  long positionOfBookmark(Bookmark bookmark) const;  // the number of rows where it names none
   void findFirst(std::string_view criterion);
 
   // Columns and values.
   const SqlColumn& column(std::size_t number) const { return query->columns()[number]; }
   std::size_t columnNumber(std::string_view name) const;
   Value value(std::size_t number);
+  Value valueAt(long position, std::size_t number) const;
 
   // Changes.
   void put(std::size_t number, const Value& given);
@@ -87,6 +90,7 @@ struct Recordset::Implementation {
   void reach();
   void requireCurrent() const;
   const unsigned char* currentRecord();
+  Value shownValue(const SqlColumn& shown, const unsigned char* bytes) const;
   std::optional<long> search(SqlFilter& filter);
   std::optional<long> searchFile(SqlFilter& filter);
   long positionOf(std::uint32_t number) const;

@@ -3,12 +3,14 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "ui/UserControl.h"
 
 namespace vantrelix {
 
 class CommandButton;
+class MenuItem;
 
 class Form : public UserControl {
  public:
@@ -24,6 +26,9 @@ class Form : public UserControl {
   void moveTo(int left, int top);
   // Whether a place was ever given; until then the desktop chooses one over the window in use.
   bool placed() const { return placed_; }
+
+  // The bar under the title: each item opens its submenu. Empty for a form without one.
+  const std::vector<MenuItem*>& menuBar() const { return menuBar_; }
 
   // A form comes up hidden; desktop().showModal and showModeless show it. Hiding it ends a modal run.
   void hide() { setVisible(false); }
@@ -47,6 +52,8 @@ class Form : public UserControl {
  protected:
   // What closing by the frame does: the cancel button, where there is one that can be pressed, then hide.
   virtual void queryUnload();
+  // The item is the form's own.
+  void addToMenuBar(MenuItem& item) { menuBar_.push_back(&item); }
 
  private:
   std::string caption_;
@@ -55,6 +62,7 @@ class Form : public UserControl {
   CommandButton* defaultButton_ = nullptr;
   CommandButton* cancelButton_ = nullptr;
   Widget* activeWidget_ = nullptr;
+  std::vector<MenuItem*> menuBar_;
 };
 
 }  // namespace vantrelix

@@ -170,21 +170,30 @@ class PictureBox : public Widget {
   std::vector<Line> lines_;
 };
 
+class Menu;
+
 class MenuItem : public Widget {
  public:
   MenuItem(std::string name, std::string caption) : Widget(std::move(name)), caption_(std::move(caption)) {}
 
   const std::string& caption() const { return caption_; }
   void setCaption(std::string caption) { assign(caption_, std::move(caption)); }
+  bool checked() const { return checked_; }
+  void setChecked(bool checked) { assign(checked_, checked); }
+  // The menu that the item opens; null for an item that is clicked.
+  Menu* submenu() const { return submenu_; }
+  void setSubmenu(Menu* menu) { assign(submenu_, menu); }
 
   Signal<> click;
   void userClick();
 
  private:
   std::string caption_;
+  bool checked_ = false;
+  Menu* submenu_ = nullptr;
 };
 
-// A pop-up menu; refers to items that its owner holds.
+// A menu, popped up or hung on a form's menu bar; refers to items that its owner holds.
 class Menu : public Widget {
  public:
   using Widget::Widget;

@@ -1,10 +1,12 @@
 #include "antenna/hdWrtAntDBF.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "antenna/makeAntFiles.h"
 #include "foundation/errHand.h"
 #include "foundation/getINI.h"
+#include "foundation/millionths.h"
 #include "foundation/numbers.h"
 #include "foundation/procedures.h"
 #include "foundation/text.h"
@@ -62,35 +64,76 @@ std::string writeMaster(Recordset& rows, const MasterRow& row) {
   return id;
 }
 
-struct CutRows {
+struct Cut {
+  const char* prefix;  // of its table
+  RecordsetPtr (*open)(const std::string& code);
   const char* angleField;
   const char* valueField;
   std::int16_t count;
   const std::vector<double>& angles;
   const std::vector<double>& values;
+  const RecordsetPtr& passed;
 };
 
 // The number that the general text of a value stands for.
-double asGeneralText(double value) { return CDbl(generalText(value)); }
-
-void writeCut(Recordset& rows, const std::string& id, const CutRows& cut, double minValid) {
-  const auto count = static_cast<std::size_t>(cut.count);
-  if (cut.angles.size() < count || cut.values.size() < count) {
-    throw RunTimeFailure(failure::subscript, "Subscript out of range: a cut has fewer points than its count says");
-  }
-  const Field idField = rows.Fields("ATYPE_ID");
-  const Field angleField = rows.Fields(cut.angleField);
-  const Field valueField = rows.Fields(cut.valueField);
-  RowBatch batch(rows);
-  for (std::size_t i = 0; i < count; ++i) {
-    batch.AddNew();
-    batch.put(idField, id);
-    batch.put(angleField, asGeneralText(cut.angles[i]));
-    batch.put(valueField, asGeneralText(std::max(cut.values[i], minValid)));
-    batch.Update();
-  }
-  batch.flush();
+double asGeneralText(double value) {
+  if (const auto number = millionths(value)) return static_cast<double>(*number) / kMillion;
+  return CDbl(generalText(value));
 }
+
+// The rows of one cut, for an antenna whose ID is known later than its points.
+class CutRows {
+ public:
+  CutRows(const Cut& cut, double minValid, const std::string& code) : cut_(cut), minValid_(minValid) {
+    if (cut_.count > 0) table_.emplace(cut_.passed, cut_.open, code);
+  }
+
+  // Fails where a point cannot be written, before anything is.
+  void check() {
+    if (!hasTable()) return;
+    if (cut_.angles.size() < points() || cut_.values.size() < points()) {
+      throw RunTimeFailure(failure::subscript, "Subscript out of range: a cut has fewer points than its count says");
+    }
+    RowBatch batch(**table_);
+    batch.AddNew();
+    const PointFields fields = pointFields();
+    for (std::size_t i = 0; i < points(); ++i) putPoint(batch, fields, i);
+  }
+
+  // Blank, or the reason where there is no table.
+  std::string write(const std::string& id) {
+    if (cut_.count <= 0) return "";
+    if (!hasTable()) return noTable(cut_.prefix);
+    const Field idField = (*table_)->Fields("ATYPE_ID");
+    const PointFields fields = pointFields();
+    RowBatch batch(**table_);
+    for (std::size_t i = 0; i < points(); ++i) {
+      batch.AddNew();
+      batch.put(idField, id);
+      putPoint(batch, fields, i);
+      batch.Update();
+    }
+    batch.flush();
+    return "";
+  }
+
+ private:
+  bool hasTable() const { return table_ && *table_; }
+  std::size_t points() const { return static_cast<std::size_t>(cut_.count); }
+  struct PointFields {
+    Field angle;
+    Field value;
+  };
+  PointFields pointFields() const { return {(*table_)->Fields(cut_.angleField), (*table_)->Fields(cut_.valueField)}; }
+  void putPoint(RowBatch& batch, const PointFields& fields, std::size_t i) const {
+    batch.put(fields.angle, asGeneralText(cut_.angles[i]));
+    batch.put(fields.value, asGeneralText(std::max(cut_.values[i], minValid_)));
+  }
+
+  const Cut& cut_;
+  double minValid_;
+  std::optional<TableCursor> table_;
+};
 
 // Files that no cursor stands for are made first; the reason where that cannot be.
 std::string prepareFiles(const std::string& Code) {
@@ -123,25 +166,18 @@ std::string HDwrtAntDBF(const std::string& Code, const std::string& Description,
     SetFlag(300);
     if (nHor <= 0 && nVer <= 0) return "";
     SetFlag(400);
-    std::string id;
-    {
-      const TableCursor master(rsAMS, MakeAMSFile, Code);
-      if (!master) return noTable("AMS");
-      id = writeMaster(*master, {Code, Description, Gain, GainUnits, FLow, FHigh});
-    }
+    const TableCursor master(rsAMS, MakeAMSFile, Code);
+    if (!master) return noTable("AMS");
+    const Cut cuts[] = {{"AHD", MakeAHDFile, "HOR_AZ", "HOR_FIELD", nHor, HorAz, HorField, rsAHD},
+                        {"AVD", MakeAVDFile, "VERT_ANGLE", "VERT_FIELD", nVer, VerAngle, VerField, rsAVD}};
+    CutRows horizontal(cuts[0], minValid, Code), vertical(cuts[1], minValid, Code);
+    horizontal.check();
+    vertical.check();
+    const std::string id = writeMaster(*master, {Code, Description, Gain, GainUnits, FLow, FHigh});
     SetFlag(500);
-    if (nHor > 0) {
-      const TableCursor rows(rsAHD, MakeAHDFile, Code);
-      if (!rows) return noTable("AHD");
-      writeCut(*rows, id, {"HOR_AZ", "HOR_FIELD", nHor, HorAz, HorField}, minValid);
-    }
+    if (std::string reason = horizontal.write(id); !reason.empty()) return reason;
     SetFlag(600);
-    if (nVer > 0) {
-      const TableCursor rows(rsAVD, MakeAVDFile, Code);
-      if (!rows) return noTable("AVD");
-      writeCut(*rows, id, {"VERT_ANGLE", "VERT_FIELD", nVer, VerAngle, VerField}, minValid);
-    }
-    return "";
+    return vertical.write(id);
   } catch (const RunTimeFailure& failure) {
     return failedText(Code, Description, failure);
   } catch (const std::exception& failure) {

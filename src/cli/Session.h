@@ -48,6 +48,8 @@ class Session {
   // failure; blank where there is none.
   std::string failureShown(std::size_t from) const;
   std::size_t boxesShown() const { return desktop_.shown().size(); }
+  // The text of the last box; blank where none was shown.
+  std::string lastBox() const { return desktop_.shown().empty() ? "" : desktop_.shown().back().message.text; }
 
   // Fails where no installation folder can be found.
   void needSuite() const;

@@ -67,6 +67,9 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
   addImportCommand(app, session);
   addIdentifyCommand(app, session);
   addLineCommands(app, session);
+  addEditorCommands(app, session);
+  addAntennaCommands(app, session);
+  addExportCommands(app, session);
   addPlotCommand(app, session);
   addCalcCommands(app, session);
   addTableCommands(app, session);

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "controls/shownText.h"
-#include "foundation/numbers.h"
 #include "foundation/suitePaths.h"
 #include "foundation/text.h"
 
@@ -11,26 +10,18 @@ namespace vantrelix {
 
 LookupControl::LookupControl(std::string name, const char* className, FacilityRecord::Texts texts)
     : AlertingControl(std::move(name)), record_(HookINI, texts), className_(className) {
-  for (TextBox* box : {&txtFile, &txtID}) {
-    box->setLocked(true);
-    box->setEnabled(false);
-  }
-  for (TextBox* box : {&txtFile, &txtID, &txtDesc}) {
-    box->gotFocus.listen([box] { box->setAllText(); });
-  }
+  txtDesc.gotFocus.listen([this] { txtDesc.setAllText(); });
   txtDesc.keyPress.listen([this](int&) { bDirty_ = true; });
-  Command1.setVisible(false);
-  Command1.click.listen([this] { nextRow(); });
 }
 
 LookupControl::~LookupControl() = default;
 
-std::string LookupControl::sValueFile() const { return trim(txtFile.text()); }
+std::string LookupControl::sValueFile() const { return trim(heldFile()); }
 // A null file shows the word, unlike every other value: a host tells a row without a library by it.
-void LookupControl::sValueFile(const Value& value) { txtFile.setText(shownText(value, "NULL")); }
+void LookupControl::sValueFile(const Value& value) { holdFile(shownText(value, "NULL")); }
 
-std::string LookupControl::sValueID() const { return trim(txtID.text()); }
-void LookupControl::sValueID(const Value& value) { txtID.setText(shownText(value)); }
+std::string LookupControl::sValueID() const { return trim(heldID()); }
+void LookupControl::sValueID(const Value& value) { holdID(shownText(value)); }
 
 std::string LookupControl::sValueDesc() const { return trim(txtDesc.text()); }
 void LookupControl::sValueDesc(const Value& value) { txtDesc.setText(shownText(value)); }
@@ -61,10 +52,6 @@ void LookupControl::paint(const Widgets& boxes, Color colour) {
 bool LookupControl::Locked() const { return txtDesc.locked(); }
 
 void LookupControl::Locked(bool locked) {
-  for (TextBox* box : {&txtFile, &txtID}) {
-    box->setLocked(true);
-    box->setEnabled(false);
-  }
   lock(locked);
   cmdLook.setEnabled(!locked);
   if (locked) {
@@ -77,16 +64,6 @@ void LookupControl::Locked(bool locked) {
 void LookupControl::ZORUserLogin(const std::string& login) {
   setUserLogin(login);
   takeDefaults();
-}
-
-void LookupControl::takeNumbers(TextBox& box, std::function<void()> typed) {
-  box.gotFocus.listen([&box] { box.setAllText(); });
-  box.keyPress.listen([this, typed = std::move(typed)](int& key) {
-    chkNumeric(key, true, true, true, false, false, false, false);
-    if (key == 0) return;
-    bDirty_ = true;
-    if (typed) typed();
-  });
 }
 
 }  // namespace vantrelix

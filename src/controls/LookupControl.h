@@ -1,12 +1,11 @@
-// What the lookup controls of a facility share: library file, ID and description, a unit, the colours, locks and
-// alerts, and the host's record behind them.
+// What the lookup controls of a facility share: library file, ID and description, the colours, locks and alerts, and
+// the host's record behind them.
 //
 // Every value lives in its widget and nowhere else. A control never validates on behalf of the host; what is typed is
 // kept as typed. Text getters give the widget's text without outer blanks; a null value shows as "NULL" in the file and
 // as blank everywhere else.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -63,8 +62,7 @@ class LookupControl : public AlertingControl {
   void sHookDBFValue(const std::string& sKey, const std::string& text);
   // Disconnects and lets go of the DBF hooks; the control's end does it too. Gives null.
   Value DisconnectDBF();
-  // For developers: binds all values to the fields of "FACILITY.DBF" in the installation folder. Command1, which is
-  // hidden, then steps through it.
+  // For developers: binds all values to the fields of "FACILITY.DBF" in the installation folder.
   void TestInit();
 
   // Whether the host's record, the one under HookDBFFile, can be edited; true marks it as being edited by the host. A
@@ -78,10 +76,8 @@ class LookupControl : public AlertingControl {
   // Holds file and section for the INI hooks, which come to be when they are read.
   INIMaster HookINI;
 
-  TextBox txtFile{"txtFile"}, txtID{"txtID"}, txtDesc{"txtDesc"};
-  DropDownList cboUnit{"cboUnit"};
-  CommandButton cmdLook{"cmdLook"}, Command1{"Command1"};
-  Label lblDesc{"lblDesc"};
+  TextBox txtDesc{"txtDesc"};
+  CommandButton cmdLook{"cmdLook"};
 
  protected:
   using Widgets = std::vector<Widget*>;
@@ -89,6 +85,11 @@ class LookupControl : public AlertingControl {
   // `className` names the control in failure texts, `texts` what its saving is called there.
   LookupControl(std::string name, const char* className, FacilityRecord::Texts texts);
 
+  // Where the library file and the ID stand.
+  virtual const std::string& heldFile() const = 0;
+  virtual void holdFile(std::string text) = 0;
+  virtual const std::string& heldID() const = 0;
+  virtual void holdID(std::string text) = 0;
   // The boxes that take the control's colour, and those of them that a library owns for now.
   virtual Widgets paintedBoxes() = 0;
   virtual Widgets libraryBoxes() { return {}; }
@@ -103,18 +104,14 @@ class LookupControl : public AlertingControl {
   // The last step of a fill from a table.
   virtual void settleTableRecord() {}
   // What is told where the record cannot be edited because there is none.
-  virtual std::string noRecordAdvice() const = 0;
+  virtual std::string noRecordAdvice() const;
 
-  void paint(const Widgets& boxes, Color colour);
-  // Keys of a box that holds a number; those that pass set bDirty and run `typed`.
-  void takeNumbers(TextBox& box, std::function<void()> typed = {});
+  static void paint(const Widgets& boxes, Color colour);
 
   FacilityRecord record_;
   bool bDirty_ = false;
 
  private:
-  void nextRow();
-
   const char* className_;
 };
 

@@ -4,7 +4,6 @@
 #include "foundation/errHand.h"
 #include "foundation/hostProgram.h"
 #include "foundation/messages.h"
-#include "foundation/numbers.h"
 #include "foundation/procedures.h"
 #include "foundation/suitePaths.h"
 #include "foundation/text.h"
@@ -75,21 +74,10 @@ Value LookupControl::DisconnectDBF() {
 
 void LookupControl::TestInit() { record_.bindTo(getSuiteDir() + "\\" + kDeveloperTable); }
 
-void LookupControl::nextRow() {
-  try {
-    const IOHooksDBFPtr file = record_.fileHook();
-    if (!file) return;
-    const auto alive = watch();
-    file->DBFRS()->MoveNext();
-    Update();
-    if (alive()) Command1.setCaption(generalText(static_cast<double>(file->DBFRS()->AbsolutePosition())));
-  } catch (const std::exception& failure) {
-    report(failure);
-  }
-}
-
 Value LookupControl::bEdit(bool bSilent, Value* vReturn) {
   return Value(record_.bEdit(noRecordAdvice(), bSilent, vReturn));
 }
+
+std::string LookupControl::noRecordAdvice() const { return name() + kLineBreak + supportAdvice(); }
 
 }  // namespace vantrelix

@@ -1,28 +1,10 @@
 #include "controls/scLookAnt.h"
 
-#include "foundation/regional.h"
-#include "foundation/text.h"
-#include "platform/RunTimeFailure.h"
+#include "controls/antennaValues.h"
 
 namespace vantrelix {
 
-namespace {
-
-// A log that cannot be written must not keep a host's form from coming up.
-void guardRegionalSettings() {
-  try {
-    GetRegional(true);
-  } catch (const RunTimeFailure&) {
-    return;
-  }
-}
-
-}  // namespace
-
-scLookAnt::scLookAnt(std::string name)
-    : LookupControl(
-          std::move(name), "scLookAnt",
-          {"Error in Antenna Lookup SaveDBF", "Error in Antenna Lookup SaveINI ", "Error in Antenna Save function"}) {
+scLookAnt::scLookAnt(std::string name) : LibraryBoxControl(std::move(name), "scLookAnt", kAntennaTexts) {
   bindValues();
   addWidgets();
   setCaptions();
@@ -32,7 +14,6 @@ scLookAnt::scLookAnt(std::string name)
   nMinWidth_ = static_cast<std::int16_t>(width());
   cboUnit.setEntries({"dBd", "dBi", "REL"});
   cboPol.setEntries({"None", "Horizontal", "Vertical", "Circular", "Helical", "Other"});
-  cmdLook.setVisible(false);
   SetTabOrder();
   listenToKeys();
   listenToLeaving();
@@ -41,10 +22,5 @@ scLookAnt::scLookAnt(std::string name)
 }
 
 scLookAnt::~scLookAnt() { DisconnectDBF(); }
-
-void scLookAnt::setLibraryLook(LibraryLook look) {
-  libraryLook_ = std::move(look);
-  cmdLook.setVisible(libraryLook_ != nullptr);
-}
 
 }  // namespace vantrelix

@@ -2,11 +2,11 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <vector>
 
-#include "controls/LookupControl.h"
+#include "controls/LibraryBoxControl.h"
+#include "controls/antennaLook.h"
 #include "foundation/Value.h"
 #include "ui/widgets.h"
 
@@ -14,7 +14,7 @@ namespace vantrelix {
 
 struct ShownCut;
 
-class scLookAnt : public LookupControl {
+class scLookAnt : public LibraryBoxControl {
  public:
   explicit scLookAnt(std::string name = "scLookAnt");
   ~scLookAnt() override;
@@ -35,7 +35,7 @@ class scLookAnt : public LookupControl {
   void sValuePol(const Value& value);
   bool sValueInvert() const;
   void sValueInvert(const Value& value);
-  void sValueFreq(double megahertz) { dFreq_ = megahertz; }
+  void sValueFreq(double megahertz) { look_.dFreq = megahertz; }
 
   bool bPolVis() const;
   void bPolVis(bool visible);
@@ -68,16 +68,12 @@ class scLookAnt : public LookupControl {
   Signal<> ChangeMounting;
   Signal<> ChangeSize;
 
-  // What cmdLook runs: lets the user choose an antenna, given what is chosen now; gives false where nothing is to
-  // change. While there is none, cmdLook is not shown.
-  struct LibraryChoice {
-    double frequency = 0;  // MHz
-    std::string file;
-    std::string id;
-    std::string description;
-  };
-  using LibraryLook = std::function<bool(LibraryChoice&)>;
-  void setLibraryLook(LibraryLook look);
+  // Runs the antenna editor and gives what was chosen in it; the control's own values stay. False where nothing was.
+  static bool HDAntLook(double& dFreq, std::string& sLibFile, std::string& sAntID, std::string& sAntDesc) {
+    return lookIntoLibraries(dFreq, sLibFile, sAntID, sAntDesc);
+  }
+  // What cmdLook and the menu's look-up open; the editor until it is put.
+  void AntFormMode(eEditLookup mode) { look_.mode(mode); }
 
   // The widgets.
   TextBox txtGain{"txtGain"}, txtOrient{"txtOrient"}, txtETilt{"txtETilt"}, txtMTilt{"txtMTilt"}, txtMAzim{"txtMAzim"};
@@ -91,6 +87,7 @@ class scLookAnt : public LookupControl {
   Label lblGain{"lblGain"}, lblMounting{"lblMounting"}, lblOrient{"lblOrient"};
   Label lblETilt{"lblETilt"}, lblMTilt{"lblMTilt"}, lblMAzim{"lblMAzim"}, lblPol{"lblPol"};
   Label lblAzim{"lblAzim"}, lblElev{"lblElev"};
+  // Pops up over txtGain.
   MenuItem mnuPopupLibrary{"mnuPopupLibrary", "Antenna Library Lookup"};
   MenuItem mnuPopupParabolic{"mnuPopupParabolic", "Compute Parabolic Gain"};
   Menu mnuPopup{"mnuPopup"};
@@ -104,7 +101,8 @@ class scLookAnt : public LookupControl {
   void takeRecord() override;
   bool isBehindValues(long flag) const override;
   void settleTableRecord() override;
-  std::string noRecordAdvice() const override;
+  // A look-up in the editor, whatever AntFormMode is, that leaves the mounting as it is. Nothing here runs it.
+  void LibraryEdit();
 
  private:
   struct Slot;            // one value and its pair of hooks
@@ -127,6 +125,9 @@ class scLookAnt : public LookupControl {
   void cmdClear_Click();
   void cmdLook_Click();
   void openMounting();
+  void txtGain_MouseUp(int button);
+  void mnuPopupParabolic_Click();
+  void takeParabola(double gain, double diameter, const std::string& unit);
 
   void InitGainUnit();
   void selectUnit(const std::string& unit);
@@ -148,7 +149,7 @@ class scLookAnt : public LookupControl {
   void SeeAntPreview(double gain, const std::string& gainUnit, const ShownCut& azimuth, const ShownCut& elevation);
 
   std::string sLastUnit_;
-  double dFreq_ = 0;
+  AntennaLook look_;
   bool bLookupOnly_ = false;
   std::int16_t nMinWidth_ = 0;
   bool bSeePreview_ = true;
@@ -156,7 +157,6 @@ class scLookAnt : public LookupControl {
   bool bPatAz_ = false, bPatEl_ = false;
   bool bAzDrawn_ = false, bElDrawn_ = false;
   std::int64_t lastRead_ = 0;  // counts GetAntPat
-  LibraryLook libraryLook_;
 };
 
 }  // namespace vantrelix

@@ -31,6 +31,7 @@ scLookAnt::Widgets scLookAnt::paintedBoxes() {
 scLookAnt::Widgets scLookAnt::libraryBoxes() { return bLookupOnly_ ? antennaWidgets() : Widgets(); }
 
 void scLookAnt::lock(bool locked) {
+  LibraryBoxControl::lock(locked);
   const bool libraryLocked = locked || bLookupOnly_;
   txtDesc.setLocked(libraryLocked);
   txtGain.setLocked(libraryLocked);

@@ -1,13 +1,9 @@
 // What the antenna lookup control does when its user acts.
 #include <cmath>
 
-#include "controls/reporting.h"
 #include "controls/scLookAnt.h"
-#include "foundation/errHand.h"
 #include "foundation/messages.h"
 #include "foundation/numbers.h"
-#include "foundation/procedures.h"
-#include "foundation/text.h"
 #include "ui/Desktop.h"
 
 namespace vantrelix {
@@ -15,20 +11,6 @@ namespace vantrelix {
 namespace {
 
 constexpr double kLargestTilt = 179;
-
-Message removalQuestion() {
-  Message message;
-  message.title = "Remove Pattern";
-  message.text = std::string(
-                     "This will clear the link to the antenna library and remove the pattern information from this "
-                     "facility.") +
-                 kBlankLine + "Click OK to remove the antenna pattern information." + kLineBreak +
-                 "Click CANCEL to leave the antenna pattern information.";
-  message.buttons = MsgButtons::okCancel;
-  message.icon = MsgIcon::none;
-  message.defaultButton = 2;
-  return message;
-}
 
 }  // namespace
 
@@ -92,11 +74,13 @@ void scLookAnt::listenToClicks() {
   cmdClear.click.listen([this] { cmdClear_Click(); });
   cmdLook.click.listen([this] { cmdLook_Click(); });
   mnuPopupLibrary.click.listen([this] { cmdLook_Click(); });
+  mnuPopupParabolic.click.listen([this] { mnuPopupParabolic_Click(); });
+  txtGain.mouseUp.listen([this](int button, int, int) { txtGain_MouseUp(button); });
 }
 
 void scLookAnt::cmdClear_Click() {
   const auto alive = watch();
-  if (MsgBox(removalQuestion()) != MsgAnswer::ok || !alive()) return;
+  if (!confirmsRemoval() || !alive()) return;
   sValueFile("");
   sValueID("");
   sValueDesc("");
@@ -112,38 +96,6 @@ void scLookAnt::cmdClear_Click() {
   if (!alive()) return;
   LookupOnly(false);
   raise(ChangeAntenna);
-}
-
-void scLookAnt::cmdLook_Click() {
-  if (!libraryLook_) return;
-  const Procedure guard(procedure::scLookAnt_cmdLook);
-  const auto alive = watch();
-  LibraryChoice choice{dFreq_, sValueFile(), sValueID(), ""};
-  SetFlag(100);
-  try {
-    const LibraryLook look = libraryLook_;
-    if (!look(choice) || !alive()) return;
-  } catch (const std::exception& failure) {
-    report(failure);
-    return;
-  }
-  SetFlag(200);
-  sValueFile(choice.file);
-  sValueID(choice.id);
-  sValueDesc(choice.description);
-  GetAntPat();
-  if (!alive()) return;
-  bDirty_ = true;
-  openMounting();
-  SetFlag(300);
-  desktop().doEvents();
-  if (alive()) raise(ChangeAntenna);
-}
-
-void scLookAnt::openMounting() {
-  for (Widget* widget : mountingWidgets()) widget->setEnabled(true);
-  for (TextBox* box : {&txtOrient, &txtETilt, &txtMTilt, &txtMAzim}) box->setLocked(false);
-  cboPol.setLocked(false);
 }
 
 }  // namespace vantrelix

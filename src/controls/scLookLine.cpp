@@ -1,5 +1,6 @@
 #include "controls/scLookLine.h"
 
+#include "controls/antennaValues.h"
 #include "controls/shownText.h"
 #include "foundation/numbers.h"
 #include "foundation/text.h"
@@ -14,10 +15,7 @@ using Kind = Row::Kind;
 }  // namespace
 
 // What saving reports stands under the antenna's name: hosts know these texts by heart.
-scLookLine::scLookLine(std::string name)
-    : LookupControl(
-          std::move(name), "scLookLine",
-          {"Error in Antenna Lookup SaveDBF", "Error in Antenna Lookup SaveINI ", "Error in Antenna Save function"}) {
+scLookLine::scLookLine(std::string name) : LibraryBoxControl(std::move(name), "scLookLine", kAntennaTexts) {
   for (Widget* widget : std::initializer_list<Widget*>{&lblDesc, &txtDesc, &txtFile, &txtID, &lblLen, &txtLen, &cboUnit,
                                                        &cmdLook, &lblLoss, &txtLoss, &lblDb, &lblFreq, &Command1}) {
     add(*widget);

@@ -4,15 +4,15 @@
 
 #include <string>
 
+#include "controls/LibraryBoxControl.h"
 #include "controls/LineFigures.h"
-#include "controls/LookupControl.h"
 #include "lines/lineList.h"
 
 namespace vantrelix {
 
 class frmListSelect;
 
-class scLookLine : public LookupControl {
+class scLookLine : public LibraryBoxControl {
  public:
   explicit scLookLine(std::string name = "scLookLine");
   ~scLookLine() override;

@@ -69,6 +69,7 @@ void scLookLine::SetTabOrder() {
 scLookLine::Widgets scLookLine::paintedBoxes() { return {&txtDesc, &txtLen, &cboUnit, &txtLoss}; }
 
 void scLookLine::lock(bool locked) {
+  LibraryBoxControl::lock(locked);
   for (TextBox* box : {&txtDesc, &txtLen, &txtLoss}) box->setLocked(locked);
   cboUnit.setLocked(locked);
 }

@@ -12,15 +12,14 @@
 #include "demo/FacilityBar.h"
 #include "demo/FacilityHost.h"
 #include "demo/HostControls.h"
-#include "demo/LibraryDialog.h"
 #include "demo/LibraryPanel.h"
 #include "demo/LineControls.h"
 #include "demo/SitePanel.h"
 #include "demo/valueTexts.h"
-#include "foundation/extract.h"
 #include "foundation/numbers.h"
 #include "foundation/suitePaths.h"
 #include "qt/LookAnt.h"
+#include "qt/LookAntDesc.h"
 #include "qt/LookLine.h"
 #include "qt/LookLineALL.h"
 #include "qt/qtText.h"
@@ -41,12 +40,15 @@ constexpr int kHeightInLines = 50;
 DemoWindow::DemoWindow(QWidget* parent)
     : QMainWindow(parent),
       control_(new qt::LookAnt),
+      name_(new qt::LookAntDesc),
       panel_(new LibraryPanel),
       lines_(new LineControls(this)),
-      host_(new HostControls(*control_, lines_->line())),
+      host_(new HostControls(*control_, lines_->line(), *name_)),
       events_(new EventList) {
   control_->control().ZORUserLogin("");
-  facility_ = std::make_unique<FacilityHost>(control_->control(), lines_->line().control());
+  name_->ZORUserLogin("");
+  name_->setObjectName("antennaName");
+  facility_ = std::make_unique<FacilityHost>(control_->control(), lines_->line().control(), name_->control());
   auto* all = new QSplitter(Qt::Vertical);
   all->addWidget(facilityForm());
   all->addWidget(events_);
@@ -81,9 +83,15 @@ QSize DemoWindow::sizeHint() const {
 }
 
 void DemoWindow::listenToControl() {
-  control_->control().setLibraryLook([this](scLookAnt::LibraryChoice& choice) { return look(choice); });
-  connect(control_, &qt::LookAnt::ChangeAntenna, this,
-          [this] { heard("antenna", "ChangeAntenna", antennaText(*control_)); });
+  connect(control_, &qt::LookAnt::ChangeAntenna, this, [this] {
+    followAntenna();
+    heard("antenna", "ChangeAntenna", antennaText(*control_));
+  });
+  connect(name_, &qt::LookAntDesc::ChangeAntenna, this, [this] {
+    facility_->takeNamed();
+    followAntenna();
+    heard("name", "ChangeAntenna", name_->sValueDesc());
+  });
   connect(control_, &qt::LookAnt::ChangeMounting, this,
           [this] { heard("antenna", "ChangeMounting", mountingText(*control_)); });
   connect(control_, &qt::LookAnt::ChangeSize, this,
@@ -156,7 +164,7 @@ void DemoWindow::closeEvent(QCloseEvent* event) { event->setAccepted(facility_->
 void DemoWindow::takeChosen() {
   const auto antenna = panel_->antenna();
   if (!antenna) return;
-  control_->sValueFile(toQt(ExtractBaseName(panel_->library().file)));
+  control_->sValueFile(toQt(panel_->library().file));
   control_->sValueID(toQt(antenna->id));
   control_->GetAntPat();
   facility_->openMounting();
@@ -164,12 +172,14 @@ void DemoWindow::takeChosen() {
   events_->addCall("sValueFile, sValueID, GetAntPat", antennaText(*control_));
 }
 
-bool DemoWindow::look(scLookAnt::LibraryChoice& choice) {
-  LibraryDialog dialog(choice, this);
-  if (dialog.exec() != QDialog::Accepted) return false;
-  dialog.take(choice);
-  panel_->choose(toQt(choice.file), toQt(choice.id));
-  return true;
+// The panel goes where the user's look-up went, also where that made the library or the antenna.
+void DemoWindow::followAntenna() {
+  const QString file = control_->sValueFile(), id = control_->sValueID();
+  const auto antenna = panel_->antenna();
+  if (file.isEmpty() || id.isEmpty() || (antenna && toQt(antenna->id) == id)) return;
+  if (panel_->choose(file, id)) return;
+  panel_->reload();
+  panel_->choose(file, id);
 }
 
 void DemoWindow::heard(const QString& control, const QString& event, const QString& detail) {

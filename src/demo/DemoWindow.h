@@ -5,13 +5,12 @@
 
 #include <QMainWindow>
 
-#include "controls/scLookAnt.h"
-
 class QTabWidget;
 
 namespace vantrelix::qt {
 class LookAnt;
-}
+class LookAntDesc;
+}  // namespace vantrelix::qt
 
 namespace vantrelix::demo {
 
@@ -35,6 +34,7 @@ class DemoWindow : public QMainWindow {
 
   qt::LookAnt& control() { return *control_; }
   LineControls& lines() { return *lines_; }
+  qt::LookAntDesc& antennaName() { return *name_; }
   // The values that the controls of the record show, a line each.
   QString values() const;
 
@@ -53,7 +53,7 @@ class DemoWindow : public QMainWindow {
   void listenToHost();
   void listenToRecord();
   void takeChosen();
-  bool look(scLookAnt::LibraryChoice& choice);
+  void followAntenna();
   void showState();
   void showRecord();
   void showRecordState();
@@ -61,6 +61,7 @@ class DemoWindow : public QMainWindow {
   void heard(const QString& control, const QString& event, const QString& detail);
 
   qt::LookAnt* control_;
+  qt::LookAntDesc* name_;
   LibraryPanel* panel_;
   LineControls* lines_;
   HostControls* host_;

@@ -12,6 +12,7 @@
 #include "demo/LineControls.h"
 #include "demo/SitePanel.h"
 #include "qt/LookAnt.h"
+#include "qt/LookAntDesc.h"
 #include "qt/LookLine.h"
 #include "qt/LookLineALL.h"
 
@@ -51,6 +52,7 @@ QWidget* DemoWindow::siteColumn() {
   auto* layout = new QVBoxLayout(column);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(site_);
+  layout->addWidget(boxOf("Antenna in one line", *name_));
   layout->addWidget(boxOf("Transmission line", lines_->line()));
   layout->addWidget(tools(), 1);
   return column;

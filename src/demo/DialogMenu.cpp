@@ -6,10 +6,12 @@
 
 #include "aliases/modGetOpenFileAlias.h"
 #include "demo/EventList.h"
+#include "demo/LibraryPanel.h"
 #include "dialogs/MsgBoxChk.h"
 #include "dialogs/PrtOutUtils.h"
 #include "dialogs/frmListSelect.h"
 #include "dialogs/getParabolaGain.h"
+#include "editor/AntLibLook.h"
 #include "foundation/extract.h"
 #include "foundation/numbers.h"
 #include "foundation/suitePaths.h"
@@ -66,6 +68,7 @@ DialogMenu::DialogMenu(QMainWindow& window) : QMenu("&Dialogs", window.menuBar()
       {"antennasAction", "&Antenna library by name...", &DialogMenu::chooseAntennas},
       {"linesAction", "&Line library by name...", &DialogMenu::chooseLines},
       {"parabolaAction", "Parabolic &gain...", &DialogMenu::computeGain},
+      {"editorAction", "Antenna &Editor...", &DialogMenu::editAntennas},
   };
   setObjectName("dialogMenu");
   for (const Entry& entry : kEntries) addEntry(entry);
@@ -147,6 +150,14 @@ void DialogMenu::computeGain() {
   const std::string result =
       formatNumber(gain, "0.00") + " dBi, " + formatNumber(diameter, "0.00") + " " + unit + " parabola";
   report("getParabolaGain", ok != 0 ? toQt(result) : "no gain");
+}
+
+// The panel in the window may show the library that was edited.
+void DialogMenu::editAntennas() {
+  std::string description;
+  const bool chosen = AntLibLook(0, edited_, antenna_, description, " ");
+  if (auto* panel = window_.findChild<LibraryPanel*>()) panel->reload();
+  report("AntLibLook", chosen ? toQt(edited_ + ", " + antenna_ + ", " + description) : "cancelled");
 }
 
 void DialogMenu::report(const QString& call, const QString& result) {

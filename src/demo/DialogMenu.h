@@ -31,6 +31,7 @@ class DialogMenu : public QMenu {
   void chooseLines();
   void chooseLibrary(const char* prefix, const char* title, QString& file);
   void computeGain();
+  void editAntennas();
   void report(const QString& call, const QString& result);
 
   QMainWindow& window_;
@@ -39,6 +40,7 @@ class DialogMenu : public QMenu {
   QAction* noteAction_ = nullptr;
   // The libraries chosen last, preselected the next time.
   QString antennas_, lines_;
+  std::string edited_, antenna_;
 };
 
 }  // namespace vantrelix::demo

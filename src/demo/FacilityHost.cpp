@@ -27,8 +27,12 @@ std::string failedUpdates(SupportLog& log) {
 
 }  // namespace
 
-FacilityHost::FacilityHost(scLookAnt& antenna, scLookLine& line)
-    : antenna_(antenna), line_(line), controls_{&antenna, &line} {
+FacilityHost::FacilityHost(scLookAnt& antenna, scLookLine& line, scLookAnt_Desc& name)
+    : antenna_(antenna), line_(line), name_(name), controls_{&antenna, &line}, shown_{&antenna, &line, &name} {
+  for (Widget* widget : {&antenna.txtFile, &antenna.txtID, &antenna.txtDesc}) {
+    connections_.push_back(widget->changed.connect([this] { nameAntenna(); }));
+  }
+  connections_.push_back(name.txtDesc.changed.connect([this] { antenna_.txtDesc.setText(name_.txtDesc.text()); }));
   for (const LookupControl* control : controls_) {
     for (Widget* widget : control->widgets()) {
       connections_.push_back(widget->changed.connect([this] { noteChange(); }));
@@ -63,6 +67,7 @@ bool FacilityHost::use(Place place) {
 void FacilityHost::open() {
   unbind(antenna_);
   unbind(line_);
+  unbind(name_);
   table_.reset();
   if (attempt([this] { bind(); })) return show(place_ == Place::file ? "HookINI, UpdateINI" : "HookDBF..., UpdateDBF");
   editing_ = false;
@@ -75,12 +80,13 @@ void FacilityHost::bind() {
   makeFacilityTable();
   makeFacilityFile();
   if (place_ == Place::file) {
-    for (LookupControl* control : controls_) bindToFile(*control, facilityFilePath());
+    for (LookupControl* control : shown_) bindToFile(*control, facilityFilePath());
     return;
   }
   table_ = std::make_unique<FacilityTable>();
   bindToTable(antenna_, table_->record());
   bindToTable(line_, table_->record());
+  bindToTable(name_, table_->record());
 }
 
 bool FacilityHost::canMove(Move where) const {
@@ -125,7 +131,7 @@ void FacilityHost::show(const std::string& call) {
   // The line control reads its own with the record: before that it would compute a loss for the line of the last one.
   antenna_.sValueFreq(CValP(site_.text("TX_FREQMHZ")));
   openMounting();
-  for (LookupControl* control : controls_) {
+  for (LookupControl* control : shown_) {
     // Update would read both places, and miss the hooks of the one that is not in use.
     if (place_ == Place::file) {
       control->Alerts("");
@@ -156,14 +162,32 @@ void FacilityHost::openMounting() {
 }
 
 void FacilityHost::lock(bool locked) {
-  for (LookupControl* control : controls_) control->Locked(locked);
+  for (LookupControl* control : shown_) control->Locked(locked);
   wasDirty_ = false;
+}
+
+void FacilityHost::nameAntenna() {
+  name_.txtDesc.setText(antenna_.txtDesc.text());
+  name_.sValueFile(antenna_.sValueFile());
+  name_.sValueID(antenna_.sValueID());
+  const bool owned = antenna_.txtDesc.locked();
+  if (owned != name_.txtDesc.locked()) name_.LookupOnly(owned);
+}
+
+void FacilityHost::takeNamed() {
+  const std::string file = name_.sValueFile(), id = name_.sValueID(), description = name_.sValueDesc();
+  antenna_.sValueFile(file);
+  antenna_.sValueID(id);
+  antenna_.sValueDesc(description);
+  antenna_.GetAntPat();
+  if (!file.empty()) openMounting();
 }
 
 void FacilityHost::siteText(const std::string& name, const std::string& text) {
   site_.text(name, text);
   if (name == "TX_FREQMHZ") {
     antenna_.sValueFreq(CValP(text));
+    name_.sValueFreq(CValP(text));
     // Its alerts told of the loss at another frequency.
     line_.Alerts("");
     line_.sValueFreq(CValP(text));

@@ -1,7 +1,7 @@
 // The host's side of a facility record: which record is shown, and its edit, save and cancel.
 //
-// The record is a row of the facility table or the one of the INI file. It is shown locked. An edit opens the antenna
-// control, the line control and the host's own boxes; the row is then held, so that no other program writes it
+// The record is a row of the facility table or the one of the INI file. It is shown locked. An edit opens the controls
+// and the host's own boxes; the row is then held, so that no other program writes it
 // meanwhile. What fails is told to the user in a message; nothing typed is lost by it.
 #pragma once
 
@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "controls/scLookAnt.h"
+#include "controls/scLookAnt_Desc.h"
 #include "controls/scLookLine.h"
 #include "demo/FacilityTable.h"
 #include "demo/SiteValues.h"
@@ -25,7 +26,9 @@ class FacilityHost {
   enum class Move { first, previous, next, last };
 
   // The controls must live longer. Nothing is shown before open().
-  FacilityHost(scLookAnt& antenna, scLookLine& line);
+  // `name` shows the antenna in one line: what is typed in it reaches the antenna control, and the other
+  // way round.
+  FacilityHost(scLookAnt& antenna, scLookLine& line, scLookAnt_Desc& name);
 
   // Binds the controls to the place in use, made where it is not there, and shows its first record.
   void open();
@@ -53,6 +56,8 @@ class FacilityHost {
   // The antenna control closes its mounting boxes when its user clears the antenna and opens them on its own look-up.
   // Another record opens them too, and so does a look-up of this host.
   void openMounting();
+  // What the user did in the one-line control, of its ChangeAntenna.
+  void takeNamed();
 
   const SiteValues& site() const { return site_; }
   void siteText(const std::string& name, const std::string& text);
@@ -76,12 +81,15 @@ class FacilityHost {
   void finish();
   std::vector<std::string> values() const;
   void noteChange();
+  void nameAntenna();
   void tell(const std::string& text) const;
   bool attempt(const std::function<void()>& act) const;
 
   scLookAnt& antenna_;
   scLookLine& line_;
-  const std::array<LookupControl*, 2> controls_;  // both of them
+  scLookAnt_Desc& name_;
+  const std::array<LookupControl*, 2> controls_;  // those that write the record
+  const std::array<LookupControl*, 3> shown_;     // all
   SiteValues site_;
   Place place_ = Place::table;
   std::unique_ptr<FacilityTable> table_;  // null where it could not be opened, and while the INI file is used

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "qt/LookAnt.h"
+#include "qt/LookAntDesc.h"
 #include "qt/LookLine.h"
 
 namespace vantrelix::demo {
@@ -35,12 +36,13 @@ Button* named(Button* button, const QString& name, const QString& tip) {
 
 }  // namespace
 
-HostControls::HostControls(qt::LookAnt& control, qt::LookLine& line, QWidget* parent)
-    : QGroupBox("Host", parent), control_(control), line_(line) {
+HostControls::HostControls(qt::LookAnt& control, qt::LookLine& line, qt::LookAntDesc& name, QWidget* parent)
+    : QGroupBox("Host", parent), control_(control), line_(line), name_(name) {
   auto* layout = new QVBoxLayout(this);
   addBackgrounds(*layout);
   addRule(*layout);
   addViews(*layout);
+  addMode(*layout);
   addRule(*layout);
   addPointers(*layout);
   layout->addStretch(1);
@@ -65,11 +67,11 @@ void HostControls::addBackgrounds(QVBoxLayout& layout) {
   };
   layout.addWidget(new QLabel("Background"));
   for (const Row& row : rows) {
-    auto* button =
-        named(new QPushButton(row.caption, this), row.name, "Paints the boxes of the antenna and the line control");
+    auto* button = named(new QPushButton(row.caption, this), row.name, "Paints the boxes of the controls");
     layout.addWidget(button);
     connect(button, &QPushButton::clicked, this, [this, row] {
-      for (LookupControl* each : std::initializer_list<LookupControl*>{&control_.control(), &line_.control()}) {
+      for (LookupControl* each :
+           std::initializer_list<LookupControl*>{&control_.control(), &line_.control(), &name_.control()}) {
         (each->*row.put)(true);
       }
       did(row.call + onOff(true));
@@ -100,6 +102,21 @@ void HostControls::addViews(QVBoxLayout& layout) {
   connect(polarisation_, &QCheckBox::clicked, this, [this](bool on) {
     control_.bPolVis(on);
     did("bPolVis" + onOff(on));
+  });
+}
+
+void HostControls::addMode(QVBoxLayout& layout) {
+  QCheckBox* edits = addBox(layout, "editModeBox", "Loo&k-up edits",
+                            "The look-up of the antenna controls opens the editor, in which libraries can be changed");
+  const auto put = [this](bool on) {
+    const eEditLookup mode = on ? eEdit : eLookup;
+    control_.AntFormMode(mode);
+    name_.AntFormMode(mode);
+  };
+  put(false);
+  connect(edits, &QCheckBox::clicked, this, [this, put](bool on) {
+    put(on);
+    did(QString("AntFormMode = ") + (on ? "eEdit" : "eLookup"));
   });
 }
 

@@ -10,6 +10,7 @@ class QVBoxLayout;
 
 namespace vantrelix::qt {
 class LookAnt;
+class LookAntDesc;
 class LookLine;
 }  // namespace vantrelix::qt
 
@@ -19,7 +20,7 @@ class HostControls : public QGroupBox {
   Q_OBJECT
 
  public:
-  HostControls(qt::LookAnt& control, qt::LookLine& line, QWidget* parent = nullptr);
+  HostControls(qt::LookAnt& control, qt::LookLine& line, qt::LookAntDesc& name, QWidget* parent = nullptr);
 
   // Whether the record is open for its user, and values may be changed.
   void setEditing(bool editing);
@@ -33,12 +34,14 @@ class HostControls : public QGroupBox {
  private:
   void addBackgrounds(QVBoxLayout& layout);
   void addViews(QVBoxLayout& layout);
+  void addMode(QVBoxLayout& layout);
   void addPointers(QVBoxLayout& layout);
   QCheckBox* addBox(QVBoxLayout& layout, const QString& name, const QString& caption, const QString& tip);
   void did(const QString& call);
 
   qt::LookAnt& control_;
   qt::LookLine& line_;
+  qt::LookAntDesc& name_;
   QPushButton* clear_;
   QCheckBox *previews_, *gainOnly_, *polarisation_;
   QDoubleSpinBox* bearing_;

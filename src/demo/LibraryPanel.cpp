@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QScopedValueRollback>
+#include <QSignalBlocker>
 #include <QSortFilterProxyModel>
 #include <QStyledItemDelegate>
 #include <QTableView>
@@ -188,6 +189,24 @@ bool LibraryPanel::choose(const QString& library, const QString& antenna) {
   find_->clear();
   stand(shown_->mapFromSource(antennas_->index(row, 0)).row());
   return true;
+}
+
+void LibraryPanel::reload() {
+  const QScopedValueRollback<bool> rollback(quiet_, true);
+  const std::string file = library().file;
+  const std::optional<AntennaListEntry> chosen = antenna();
+  {
+    const QSignalBlocker oneByOne(library_);
+    library_->clear();
+    loadLibraries();
+    const auto same = std::find_if(libraries_.begin(), libraries_.end(),
+                                   [&](const LibraryEntry& entry) { return entry.file == file; });
+    if (same != libraries_.end()) library_->setCurrentIndex(static_cast<int>(same - libraries_.begin()));
+  }
+  loadAntennas();
+  if (!chosen || library().file != file) return;
+  const int row = antennas_->rowOf(chosen->id);
+  if (row >= 0) stand(shown_->mapFromSource(antennas_->index(row, 0)).row());
 }
 
 void LibraryPanel::forget() {

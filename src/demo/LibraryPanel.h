@@ -31,6 +31,9 @@ class LibraryPanel : public QWidget {
   // the first. False where there is no such library or antenna.
   bool choose(const QString& library, const QString& antenna);
 
+  // Lists what there is by now, on the same library and antenna where they still exist, without saying so.
+  void reload();
+
   // Chooses no antenna, without saying so.
   void forget();
 

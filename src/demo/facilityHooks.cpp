@@ -22,18 +22,20 @@ void bind(Control& control, const Binding<Control> (&bindings)[count], const Rec
   }
 }
 
+void unbindAll(LookupControl& control) {
+  control.DisconnectDBF();
+  control.HookINI(nullptr);
+}
+
 }  // namespace
 
 void unbind(scLookAnt& antenna) {
-  antenna.DisconnectDBF();
+  unbindAll(antenna);
   antenna.HookDBFPol(nullptr);  // the one that DisconnectDBF passes over
-  antenna.HookINI(nullptr);
 }
 
-void unbind(scLookLine& line) {
-  line.DisconnectDBF();
-  line.HookINI(nullptr);
-}
+void unbind(scLookLine& line) { unbindAll(line); }
+void unbind(scLookAnt_Desc& name) { unbindAll(name); }
 
 void bindToTable(scLookAnt& antenna, const RecordsetPtr& record) {
   constexpr Binding<scLookAnt> bindings[] = {
@@ -57,6 +59,17 @@ void bindToTable(scLookLine& line, const RecordsetPtr& record) {
   };
   unbind(line);
   bind(line, bindings, record);
+}
+
+void bindToTable(scLookAnt_Desc& name, const RecordsetPtr& record) {
+  constexpr Binding<scLookAnt_Desc> bindings[] = {
+      {&scLookAnt_Desc::HookDBFFile, "TX_A1FNM"},
+      {&scLookAnt_Desc::HookDBFID, "TX_A1TID"},
+      {&scLookAnt_Desc::HookDBFDesc, "TX_A1TYP"},
+      {&scLookAnt_Desc::HookDBFFreq, "TX_FREQMHZ"},
+  };
+  unbind(name);
+  bind(name, bindings, record);
 }
 
 void bindToFile(LookupControl& control, const std::string& file) {

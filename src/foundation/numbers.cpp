@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstdlib>
 
 #include "foundation/characters.h"
 #include "foundation/errHand.h"
 #include "foundation/hostProgram.h"
 #include "foundation/messages.h"
+#include "foundation/millionths.h"
 #include "foundation/regional.h"
 #include "foundation/text.h"
 #include "foundation/utf8.h"
@@ -35,7 +37,19 @@ struct Decimal {
   }
 };
 
+// Of so many millionths, fewer than 1e15.
+Decimal decimalOfMillionths(std::int64_t number) {
+  Decimal result;
+  result.negative = number < 0;
+  char* const begin = result.digits.data();
+  result.count = static_cast<int>(std::to_chars(begin, begin + kSignificantDigits, std::abs(number)).ptr - begin);
+  result.point = result.count - kMillionthsDecimals;
+  result.dropZeros();
+  return result;
+}
+
 Decimal decimalOf(double value) {
+  if (const auto number = millionths(value)) return decimalOfMillionths(*number);
   std::array<char, 32> buffer;
   const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::abs(value),
                                           std::chars_format::scientific, kSignificantDigits - 1);

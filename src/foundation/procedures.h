@@ -34,6 +34,29 @@ inline constexpr int importFiles = 6100;
 inline constexpr int modGetOpenFileAliasNoDBClass = 8201;
 inline constexpr int frmFileAlias_cmdNew = 8202;
 
+// Editor.
+inline constexpr int AntLibLook = 5101;
+inline constexpr int frmHDAntEditor_InitForm = 5102;
+inline constexpr int frmHDAntEditor_Continue = 5103;
+inline constexpr int frmHDAntEditor_Command1 = 5104;
+inline constexpr int frmHDAntEditor_finishNewRow = 5201;
+inline constexpr int frmHDAntEditor_selectionChanged = 5301;
+inline constexpr int frmHDAntEditor_sortElevations = 5302;
+inline constexpr int OKAntPattern = 5401;
+inline constexpr int OKNewAnt = 5402;
+inline constexpr int CorrectAntPattern = 5501;
+inline constexpr int FixNonMajLobeElPat = 5502;
+inline constexpr int AntCopy = 5601;
+inline constexpr int beforeAntDelete = 5602;
+inline constexpr int AddSeq = 5603;
+inline constexpr int AntExport = 5701;
+inline constexpr int SavAntPLAHdr = 5702;
+inline constexpr int SavAntPLAHor = 5703;
+inline constexpr int SavAntPLAVer = 5704;
+inline constexpr int SavAntPLAVerRS = 5705;
+inline constexpr int AntPrint = 5706;
+inline constexpr int AntImport = 5707;
+
 // Lookup controls.
 inline constexpr int scLookAnt_cmdLook = 2101;
 inline constexpr int scLookAnt_GetAntPat = 2201;
@@ -42,5 +65,7 @@ inline constexpr int lookup_UpdateINI = 2302;
 inline constexpr int lineFigures_refresh = 2401;
 inline constexpr int scLookLine_cmdLook = 2402;
 inline constexpr int scLookLineALL_InitLines = 2501;
+inline constexpr int scLookAnt_Desc_cmdLook = 2601;
+inline constexpr int scLookAnt_mnuPopupParabolic = 2701;
 
 }  // namespace vantrelix::procedure

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vantrelix {
@@ -28,6 +29,13 @@ struct ImportedAntenna {
   double MinHor = 0;
   double MinVer = 0;
   std::int16_t ErrFlag = 0;  // 0 fine; -1 bad content; 1 bad content already reported
+  std::string reason;        // where ErrFlag is set: a plain sentence on what is wrong, and the remedy if there is one
+
+  // Marks bad content.
+  void fail(std::string why) {
+    ErrFlag = -1;
+    reason = std::move(why);
+  }
 };
 
 // What a reader works on: the file that was chosen, its partner, and where antennas go.
@@ -79,7 +87,7 @@ struct ImportFormat {
   std::string previewCaption;       // "Generic Format ANTENNA"
   int traits = plain;
   // Reads one chosen file, and its partner where there is one. Throws RunTimeFailure on content that cannot be read (62
-  // input past end, 13 no number), or sets ErrFlag.
+  // input past end, 13 no number), or sets ErrFlag and reason.
   std::function<void(ImportSource& source, ImportedAntenna& antenna)> read;
   ImportNotice notice = {};  // shown before the dialog of files
 };

@@ -19,6 +19,9 @@ class TextLines {
   long lineNumber() const { return lineNumber_; }
   // A text of the file as it is kept: as it is where it is valid UTF-8, from Windows-1252 otherwise.
   static std::string keptText(std::string_view bytes);
+  static constexpr std::size_t kLongestShown = 200;  // characters
+  // As much of such a text as a message can show, its control characters as blanks.
+  static std::string shownText(std::string_view bytes);
 
  private:
   std::string text_;

@@ -39,9 +39,11 @@ std::int16_t pointCount(const std::string& line, std::string_view keyword) {
 
 void readCut(TextLines& lines, std::string_view keyword, const PatternLineRules& rules, ImportedAntenna& antenna,
              const PatternCut& cut) {
-  const std::int16_t count = pointCount(lines.next(), keyword);
+  const std::string line = lines.next();
+  const std::int16_t count = pointCount(line, keyword);
   if (count <= 0) {
-    antenna.ErrFlag = -1;
+    antenna.fail("\"" + std::string(keyword) + "\" and a number of points above 0 were expected, but \"" +
+                 TextLines::shownText(line) + "\" stands there");
     return;
   }
   readCountedLines(lines, rules, antenna.Gain, count, cut);
@@ -51,14 +53,11 @@ void readCut(TextLines& lines, std::string_view keyword, const PatternLineRules&
 
 void readAntel(TextLines& lines, ImportedAntenna& antenna) {
   readHeader(lines, antenna);
-  antenna.MinHor = 888888;
+  antenna.MinHor = kAboveAnyAzimuth;
   readCut(lines, "HORIZONTAL", {}, antenna, horizontalCut(antenna));
   if (antenna.ErrFlag != 0) return;
-  antenna.MinVer = 88888;
-  PatternLineRules rules;
-  rules.angle = keptElevation;
-  rules.minimumAboveMinus50 = true;
-  readCut(lines, "VERTICAL", rules, antenna, verticalCut(antenna));
+  antenna.MinVer = kAboveAnyElevation;
+  readCut(lines, "VERTICAL", {.angle = keptElevation, .minimumAboveMinus50 = true}, antenna, verticalCut(antenna));
 }
 
 }  // namespace vantrelix

@@ -45,19 +45,12 @@ void readTitle(TextLines& lines, ImportedAntenna& antenna) {
 }
 
 void readAzimuth(TextLines& lines, ImportedAntenna& antenna) {
-  antenna.MinHor = 888888;
-  PatternLineRules rules;
-  rules.absoluteLevels = true;
-  readPatternLines(lines, rules, antenna.Gain, horizontalCut(antenna));
-  for (const double value : antenna.HorValue) antenna.Gain = std::max(antenna.Gain, value);
+  readAzimuthLines(lines, antenna, {.absoluteLevels = true});
+  raiseGainToPeak(antenna);
 }
 
 void readElevation(TextLines& lines, ImportedAntenna& antenna) {
-  antenna.MinVer = 88888;
-  PatternLineRules rules;
-  rules.angle = negatedElevation;
-  rules.absoluteLevels = true;
-  readPatternLines(lines, rules, antenna.Gain, verticalCut(antenna));
+  readElevationLines(lines, antenna, {.angle = negatedElevation, .absoluteLevels = true});
 }
 
 std::string partnerOf(const std::string& path, const ImportedAntenna& antenna) {

@@ -76,6 +76,11 @@ void deriveBand(ImportedAntenna& antenna) {
   antenna.FreqHigh = known ? antenna.Freq : 99999;
 }
 
+std::string otherPlane(std::string_view line, std::string_view planes) {
+  return "The plane of the cut must be \"" + std::string(planes.substr(0, 1)) + "\" or \"" +
+         std::string(planes.substr(1)) + "\", but the line holds \"" + TextLines::shownText(line) + "\"";
+}
+
 template <const HeaderRules& rules>
 void readHeader(TextLines& lines, ImportedAntenna& antenna) {
   const HeaderLines header(lines, rules.planeLine);
@@ -91,7 +96,7 @@ void readHeader(TextLines& lines, ImportedAntenna& antenna) {
   const std::string plane = upperCase(trim(header[rules.planeLine]));
   antenna.PolLetter = rules.planeText == PlaneText::firstLetter ? plane.substr(0, 1) : plane;
   const bool passes = antenna.PolLetter.size() == 1 && rules.planes.find(antenna.PolLetter) != std::string_view::npos;
-  if (!rules.planes.empty() && !passes) antenna.ErrFlag = -1;
+  if (!rules.planes.empty() && !passes) antenna.fail(otherPlane(header[rules.planeLine], rules.planes));
 }
 
 // ---- Cuts ----
@@ -106,19 +111,12 @@ double sinclairElevation(double field) {
 
 template <double (*angle)(double)>
 void readHorizontal(TextLines& lines, ImportedAntenna& antenna) {
-  antenna.MinHor = 888888;
-  PatternLineRules rules;
-  rules.angle = angle;
-  readPatternLines(lines, rules, antenna.Gain, horizontalCut(antenna));
+  readAzimuthLines(lines, antenna, {.angle = angle});
 }
 
 template <double (*angle)(double), bool minimumAboveMinus50>
 void readVertical(TextLines& lines, ImportedAntenna& antenna) {
-  antenna.MinVer = 88888;
-  PatternLineRules rules;
-  rules.angle = angle;
-  rules.minimumAboveMinus50 = minimumAboveMinus50;
-  readPatternLines(lines, rules, antenna.Gain, verticalCut(antenna));
+  readElevationLines(lines, antenna, {.angle = angle, .minimumAboveMinus50 = minimumAboveMinus50});
 }
 
 // ---- The other file ----

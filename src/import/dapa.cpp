@@ -30,19 +30,8 @@ void readHeader(TextLines& lines, ImportedAntenna& antenna) {
   antenna.Freq = antenna.FreqLow = antenna.FreqHigh = CValP(nextValue(lines));
 }
 
-void readAzimuth(TextLines& lines, ImportedAntenna& antenna) {
-  antenna.MinHor = 888888;
-  readPatternLines(lines, {}, antenna.Gain, horizontalCut(antenna));
-}
-
-double unchanged(double angle) { return angle; }
-
 void readElevation(TextLines& lines, ImportedAntenna& antenna) {
-  antenna.MinVer = 88888;
-  PatternLineRules rules;
-  rules.angle = unchanged;
-  rules.minimumAboveMinus50 = true;
-  readPatternLines(lines, rules, antenna.Gain, verticalCut(antenna));
+  readElevationLines(lines, antenna, {.angle = unchangedAngle, .minimumAboveMinus50 = true});
 }
 
 std::string partnerOf(const std::string& path, const ImportedAntenna& antenna) {
@@ -51,7 +40,7 @@ std::string partnerOf(const std::string& path, const ImportedAntenna& antenna) {
   return withBaseName(path, (antenna.PolLetter == "H" ? "e" : "h") + midCharacters(base, 2));
 }
 
-constexpr PairRules kRules = {readHeader, readAzimuth, readElevation, "H", "VE", partnerOf};
+constexpr PairRules kRules = {readHeader, readAzimuthLines, readElevation, "H", "VE", partnerOf};
 
 }  // namespace
 

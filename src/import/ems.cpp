@@ -25,22 +25,10 @@ void readHeader(TextLines& lines, ImportedAntenna& antenna) {
   antenna.GainUnits = "dBd";
 }
 
-void readAzimuth(TextLines& lines, ImportedAntenna& antenna) {
-  antenna.MinHor = 888888;
-  PatternLineRules rules;
-  rules.delimiter = ",";
-  readPatternLines(lines, rules, antenna.Gain, horizontalCut(antenna));
-}
-
-double negated(double angle) { return 0 - angle; }
+void readAzimuth(TextLines& lines, ImportedAntenna& antenna) { readAzimuthLines(lines, antenna, {.delimiter = ","}); }
 
 void readElevation(TextLines& lines, ImportedAntenna& antenna) {
-  antenna.MinVer = 88888;
-  PatternLineRules rules;
-  rules.angle = negated;
-  rules.minimumAboveMinus50 = true;
-  rules.delimiter = ",";
-  readPatternLines(lines, rules, antenna.Gain, verticalCut(antenna));
+  readElevationLines(lines, antenna, {.angle = negatedAngle, .minimumAboveMinus50 = true, .delimiter = ","});
 }
 
 // The base name without its last character, and that character.

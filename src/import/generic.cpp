@@ -24,7 +24,7 @@ std::string restOf(const std::string& line, std::size_t keywordLength) {
 
 double gainOf(const std::string& text) {
   if (!isNumeric(text)) {
-    throw RunTimeFailure(failure::typeMismatch, "Type mismatch: the GAIN line holds \"" + TextLines::keptText(text) +
+    throw RunTimeFailure(failure::typeMismatch, "Type mismatch: the GAIN line holds \"" + TextLines::shownText(text) +
                                                     "\" where a number is to stand; correct the line");
   }
   return CDbl(text);
@@ -59,17 +59,12 @@ void readHeader(TextLines& lines, ImportedAntenna& antenna) {
 void readAzimuth(TextLines& lines, ImportedAntenna& antenna) {
   antenna.HorCount = 0;
   antenna.MinHor = 0;
-  PatternLineRules rules;
-  rules.endsCut = opensVerticalBlock;
-  readPatternLines(lines, rules, antenna.Gain, horizontalCut(antenna));
+  readPatternLines(lines, {.endsCut = opensVerticalBlock}, antenna.Gain, horizontalCut(antenna));
 }
 
 void readElevation(TextLines& lines, ImportedAntenna& antenna) {
   antenna.VerCount = 0;
-  antenna.MinVer = 88888;
-  PatternLineRules rules;
-  rules.angle = negatedElevation;
-  readPatternLines(lines, rules, antenna.Gain, verticalCut(antenna));
+  readElevationLines(lines, antenna, {.angle = negatedElevation});
 }
 
 double relativeFactor(double Gain, double peak) {

@@ -6,7 +6,7 @@
 #include "foundation/extract.h"
 #include "foundation/text.h"
 #include "import/TextLines.h"
-#include "import/importRun.h"
+#include "import/importedFile.h"
 #include "platform/Platform.h"
 #include "ui/ScriptedDesktop.h"
 
@@ -17,13 +17,13 @@ namespace {
 // A file that one format tries: its antennas are kept here and not stored.
 class Trial : public ImportSource {
  public:
-  Trial(const std::string& path, const std::string& bytes) : path_(path), lines_(bytes), done_{upperCase(path)} {}
+  Trial(const std::string& path, const std::string& bytes) : path_(path), lines_(bytes) { done_.add(path); }
 
   const std::string& path() const override { return path_; }
   TextLines& lines() override { return lines_; }
   TextLines* openPartner(const std::string& path) override {
-    if (!getFileExistLEN(path, true) || StrInArray(upperCase(path), done_)) return nullptr;
-    done_.push_back(upperCase(path));
+    if (!getFileExistLEN(path, true) || done_.hold(path)) return nullptr;
+    done_.add(path);
     partner_ = std::make_unique<TextLines>(platform::readWholeFile(path, kLongestImportFile));
     return partner_.get();
   }
@@ -39,7 +39,7 @@ class Trial : public ImportSource {
   const std::string& path_;
   TextLines lines_;
   std::unique_ptr<TextLines> partner_;
-  std::vector<std::string> done_;
+  DoneFiles done_;
 };
 
 std::vector<ImportedAntenna> tryFormat(const ImportFormat& format, const std::string& path, const std::string& bytes) {

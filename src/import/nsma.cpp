@@ -16,8 +16,6 @@ namespace vantrelix {
 
 namespace {
 
-constexpr double kAboveAnyValue = 88888;
-
 // A pattern value in the units of the gain, by the units it is in; in other units it stays.
 constexpr struct {
   std::string_view units;
@@ -42,7 +40,7 @@ void fillCut(PatternCut cut, const NsmaCut& points, const NsmaContent& content, 
   cut.angles = points.angles;
   cut.values = points.values;
   convert(cut.values, content);
-  cut.minimum = kAboveAnyValue;
+  cut.minimum = kAboveAnyElevation;  // both cuts start there
   for (double& value : cut.values) {
     value = std::max(value, MinValidGain);
     cut.minimum = std::min(cut.minimum, value);
@@ -78,31 +76,33 @@ void storeAntennas(ImportSource& source, const NsmaContent& content, double MinV
   }
 }
 
-std::int16_t readAndStore(ImportSource& source) {
+void readAndStore(ImportSource& source, ImportedAntenna& antenna) {
   const double MinValidGain = getINIDbl("HDAntenna", "MinValidGain", -50);
   NsmaContent content;
   if (const std::optional<NsmaRefusal> refusal = readNsmaContent(source, content)) {
     showInformation(refusal->title, refusal->text);
-    return 1;
+    antenna.ErrFlag = 1;
+    antenna.reason = refusal->reason;
+    return;
   }
   storeAntennas(source, content, MinValidGain);
-  return 0;
 }
 
-std::int16_t tellFailure(const RunTimeFailure& failure) {
-  showInformation("Error on Antenna Import", modErrStr(failure));
-  return -1;
+void tellFailure(const RunTimeFailure& failure, ImportedAntenna& antenna) {
+  const std::string text = modErrStr(failure);
+  showInformation("Error on Antenna Import", text);
+  antenna.fail(text);
 }
 
 }  // namespace
 
 void readNsma(ImportSource& source, ImportedAntenna& antenna) {
   try {
-    antenna.ErrFlag = readAndStore(source);
+    readAndStore(source, antenna);
   } catch (const RunTimeFailure& failure) {
-    antenna.ErrFlag = tellFailure(failure);
+    tellFailure(failure, antenna);
   } catch (const std::exception& failure) {
-    antenna.ErrFlag = tellFailure(RunTimeFailure(failure::internalError, failure.what()));
+    tellFailure(RunTimeFailure(failure::internalError, failure.what()), antenna);
   }
 }
 

@@ -17,10 +17,8 @@ namespace {
 
 constexpr std::string_view kDelimiter = ":,";
 constexpr const char* kEnd = "ENDFIL";
-constexpr std::size_t kLongestShown = 200;
-
 // As much of a text of the file as a message box can show.
-std::string shown(const std::string& text) { return leftCharacters(text, kLongestShown); }
+std::string shown(const std::string& text) { return leftCharacters(text, TextLines::kLongestShown); }
 
 struct KeywordLine {
   explicit KeywordLine(const std::string& line)
@@ -80,7 +78,7 @@ class ContentReader {
   bool expect(const std::string& keyword, std::string& value);
   Next readPoints(std::int16_t count, NsmaCut& cut);
   void place(const std::string& name, const std::string& polarisation, NsmaCut cut);
-  Next refuse(const std::string& title, const std::string& text);
+  Next refuse(const NsmaRefusal& refusal);
 
   TextLines& lines_;
   const std::string path_;
@@ -89,15 +87,15 @@ class ContentReader {
 };
 
 std::string ContentReader::nextLine() {
-  if (lines_.atEnd()) {
+  if (lines_.atEnd() && lines_.lineNumber() > 0) {
     throw RunTimeFailure(failure::inputPastEnd, std::string("Input past end of file: the file has no ") + kEnd +
                                                     " line, or ends within a cut");
   }
   return TextLines::keptText(lines_.next());
 }
 
-ContentReader::Next ContentReader::refuse(const std::string& title, const std::string& text) {
-  refusal_ = {title, text};
+ContentReader::Next ContentReader::refuse(const NsmaRefusal& refusal) {
+  refusal_ = refusal;
   return Next::refused;
 }
 
@@ -109,7 +107,9 @@ ContentReader::Next ContentReader::takeRevision(const std::string& value) {
           "compatible file:") +
       kLineBreak + shown(value) + kBlankLine + "Do you want to try to import the antenna anyway?";
   const Message question{"File Compatibility Warning", text, MsgButtons::yesNo, MsgIcon::none, 2};
-  return MsgBox(question) == MsgAnswer::yes ? Next::line : refuse("", text);
+  if (MsgBox(question) == MsgAnswer::yes) return Next::line;
+  return refuse(
+      {"", text, "The revision \"" + TextLines::shownText(value) + "\" of the REVNUM line does not name NSMA"});
 }
 
 bool ContentReader::useGainUnits(const std::string& gainUnits) const {
@@ -137,7 +137,11 @@ ContentReader::Next ContentReader::takeUnits(const std::string& value) {
     patternUnits = gainUnits;
   }
   if (getLenTrim(patternUnits) == 0) problem = AddALine(problem, "Blank pattern gain units for antenna");
-  if (!problem.empty()) return refuse("Invalid Gain Units", problem);
+  if (!problem.empty()) {
+    return refuse({"Invalid Gain Units", problem,
+                   "The GUNITS line holds \"" + TextLines::shownText(value) +
+                       "\" where the units of the gain and of the pattern are to stand; write both, such as DBI/DBR"});
+  }
   content_.gainUnits = gainUnits;
   content_.patternUnits = patternUnits;
   return Next::line;
@@ -145,19 +149,23 @@ ContentReader::Next ContentReader::takeUnits(const std::string& value) {
 
 ContentReader::Next ContentReader::takeFrequencyCount(const std::string& value) {
   if (CValP(value) == 1 || value == "NA") return Next::line;
-  return refuse("Multi-Frequency File",
-                std::string("This file contains pattern information for mulitple frequencies.") + kBlankLine +
-                    "This feature is not currently supported in this import function." + kBlankLine +
-                    "Please contact " + supportAddress() + kBlankLine +
-                    "You can attach this import file to your email for help importing the data:" + kLineBreak + path_);
+  return refuse({"Multi-Frequency File",
+                 std::string("This file contains pattern information for mulitple frequencies.") + kBlankLine +
+                     "This feature is not currently supported in this import function." + kBlankLine +
+                     "Please contact " + supportAddress() + kBlankLine +
+                     "You can attach this import file to your email for help importing the data:" + kLineBreak + path_,
+                 "The NOFREQ line holds \"" + TextLines::shownText(value) +
+                     "\": only a file of one frequency (1 or NA) can be imported; save one frequency in a file"});
 }
 
 bool ContentReader::expect(const std::string& keyword, std::string& value) {
   const KeywordLine line(nextLine());
   value = line.value;
   if (line.keyword == keyword) return true;
-  refuse("", std::string("Unexpected keyword") + kLineBreak + "Expected '" + keyword + "'" + kLineBreak + "Found '" +
-                 shown(line.keyword) + "'");
+  refuse({"",
+          std::string("Unexpected keyword") + kLineBreak + "Expected '" + keyword + "'" + kLineBreak + "Found '" +
+              shown(line.keyword) + "'",
+          "The keyword " + keyword + " was expected, but \"" + TextLines::shownText(line.keyword) + "\" stands there"});
   return false;
 }
 

@@ -33,10 +33,11 @@ struct NsmaContent {
   NsmaAntenna vertical;    // polarisation "V/V"
 };
 
-// Why a file is not imported, as the user is to be told.
+// Why a file is not imported.
 struct NsmaRefusal {
-  std::string title;
+  std::string title;  // of the box
   std::string text;
+  std::string reason;  // one sentence, for the log and the report
 };
 
 // Reads the chosen file up to "ENDFIL". Asks the user where the revision is another one or the pattern units are

@@ -29,14 +29,12 @@ std::string markerOf(const char* key, const char* fallback) {
 }
 
 Block azimuthBlock(ImportedAntenna& antenna) {
-  return {markerOf("NSMA (FCC) AZ", "HH"), 2, {}, 888888, true, horizontalCut(antenna)};
+  return {markerOf("NSMA (FCC) AZ", "HH"), 2, {}, kAboveAnyAzimuth, true, horizontalCut(antenna)};
 }
 
 Block elevationBlock(ImportedAntenna& antenna) {
-  PatternLineRules rules;
-  rules.angle = [](double field) { return field; };
-  rules.minimumAboveMinus50 = true;
-  return {markerOf("NSMA (FCC) EL", "ELVV"), 4, rules, 88888, false, verticalCut(antenna)};
+  const PatternLineRules rules = {.angle = unchangedAngle, .minimumAboveMinus50 = true};
+  return {markerOf("NSMA (FCC) EL", "ELVV"), 4, rules, kAboveAnyElevation, false, verticalCut(antenna)};
 }
 
 // The maker up to its first blank, and the model.

@@ -55,7 +55,12 @@ double wrapAzimuth(double angle) {
 
 double keptElevation(double angle) { return angle < -180 ? angle + kTurn : angle; }
 
-double negatedElevation(double angle) { return keptElevation(0 - angle); }
+double negatedElevation(double angle) { return keptElevation(negatedAngle(angle)); }
+
+double unchangedAngle(double angle) { return angle; }
+
+// Taken from 0, so that 0 has no sign.
+double negatedAngle(double angle) { return 0 - angle; }
 
 PatternCut horizontalCut(ImportedAntenna& antenna) {
   return {antenna.HorCount, antenna.HorAngle, antenna.HorValue, antenna.MinHor};
@@ -95,6 +100,22 @@ void readPatternLines(TextLines& lines, const PatternLineRules& rules, double Ga
     if (getLenTrim(line) == 0) continue;
     if (const std::optional<Point> point = readPoint(line, rules, Gain, cut)) addPoint(cut, point->angle, point->value);
   }
+}
+
+void readAzimuthLines(TextLines& lines, ImportedAntenna& antenna) { readAzimuthLines(lines, antenna, {}); }
+
+void readAzimuthLines(TextLines& lines, ImportedAntenna& antenna, const PatternLineRules& rules) {
+  antenna.MinHor = kAboveAnyAzimuth;
+  readPatternLines(lines, rules, antenna.Gain, horizontalCut(antenna));
+}
+
+void readElevationLines(TextLines& lines, ImportedAntenna& antenna, const PatternLineRules& rules) {
+  antenna.MinVer = kAboveAnyElevation;
+  readPatternLines(lines, rules, antenna.Gain, verticalCut(antenna));
+}
+
+void raiseGainToPeak(ImportedAntenna& antenna) {
+  for (const double value : antenna.HorValue) antenna.Gain = std::max(antenna.Gain, value);
 }
 
 void readCountedLines(TextLines& lines, const PatternLineRules& rules, double Gain, std::int16_t count,

@@ -18,6 +18,9 @@ double wrapAzimuth(double angle);
 double keptElevation(double angle);
 // Upward-positive to downward-positive degrees; below -180, one turn is added.
 double negatedElevation(double angle);
+// For the formats that neither wrap nor add a turn.
+double unchangedAngle(double angle);
+double negatedAngle(double angle);
 
 // The number itself; fails with 6 where an operation has left the range of numbers.
 double finite(double number);
@@ -32,7 +35,7 @@ struct PatternLineRules {
   bool minimumAboveMinus50 = false;
   // Between the two fields; blank means a tab where the line holds one and else one blank, runs of blanks counting as
   // one.
-  std::string_view delimiter;
+  std::string_view delimiter = {};
   // Tells the line behind which the cut ends; null where it goes on to the end of the file.
   bool (*endsCut)(std::string_view line) = nullptr;
 };
@@ -47,12 +50,24 @@ struct PatternCut {
 PatternCut horizontalCut(ImportedAntenna& antenna);
 PatternCut verticalCut(ImportedAntenna& antenna);
 
+// Where the minima start: above any value of a cut.
+inline constexpr double kAboveAnyAzimuth = 888888;
+inline constexpr double kAboveAnyElevation = 88888;
+
 // The value of a point by its field as a number, in the units of Gain; lowers the cut's minimum. 6 where it is out of
 // range.
 double patternValue(double field, const PatternLineRules& rules, double Gain, PatternCut& cut);
 
 // Appends the points of a cut. Lines without two numbers are passed over. A cut of more than 32767 points fails with 6.
 void readPatternLines(TextLines& lines, const PatternLineRules& rules, double Gain, PatternCut cut);
+
+// A whole cut to the end of the file, behind the points that the antenna has; MinHor and MinVer start above any value.
+void readAzimuthLines(TextLines& lines, ImportedAntenna& antenna);
+void readAzimuthLines(TextLines& lines, ImportedAntenna& antenna, const PatternLineRules& rules);
+void readElevationLines(TextLines& lines, ImportedAntenna& antenna, const PatternLineRules& rules);
+
+// Gain becomes the highest value of the azimuth cut, where that is above it.
+void raiseGainToPeak(ImportedAntenna& antenna);
 
 // Makes a cut of `count` points, 0 or more, and reads as many lines, each for the point of its place. A line without
 // two numbers leaves its point at angle 0 and value 0, and so does the end of the file for all that are not reached: it

@@ -34,7 +34,7 @@ std::string planeOf(const std::string& path) {
 
 void readNameLine(const std::string& line, ImportedAntenna& antenna) {
   if (line.find('(') == std::string::npos) {
-    antenna.ErrFlag = -1;
+    antenna.fail("The name line has no \"(\" before its frequency, but holds \"" + TextLines::shownText(line) + "\"");
     return;
   }
   antenna.AntName = trim(CleanChars(sAWK6(line, "(", 1)));
@@ -50,17 +50,8 @@ void readHeader(TextLines& lines, ImportedAntenna& antenna) {
   }
 }
 
-void readAzimuth(TextLines& lines, ImportedAntenna& antenna) {
-  antenna.MinHor = 888888;
-  readPatternLines(lines, {}, antenna.Gain, horizontalCut(antenna));
-}
-
 void readElevation(TextLines& lines, ImportedAntenna& antenna) {
-  antenna.MinVer = 88888;
-  PatternLineRules rules;
-  rules.angle = keptElevation;
-  rules.minimumAboveMinus50 = true;
-  readPatternLines(lines, rules, antenna.Gain, verticalCut(antenna));
+  readElevationLines(lines, antenna, {.angle = keptElevation, .minimumAboveMinus50 = true});
 }
 
 // An elevation file under the letter "E" is not sought from an azimuth file.
@@ -71,7 +62,7 @@ std::string partnerOf(const std::string& path, const ImportedAntenna& antenna) {
   return withBaseName(path, leftCharacters(base, place - 1) + other + midCharacters(base, place + 1));
 }
 
-constexpr PairRules kRules = {readHeader, readAzimuth, readElevation, "H", "VE", partnerOf};
+constexpr PairRules kRules = {readHeader, readAzimuthLines, readElevation, "H", "VE", partnerOf};
 
 }  // namespace
 

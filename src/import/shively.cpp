@@ -1,7 +1,5 @@
 #include "import/shively.h"
 
-#include <algorithm>
-
 #include "foundation/extract.h"
 #include "foundation/text.h"
 #include "import/TextLines.h"
@@ -19,15 +17,11 @@ void nameByFile(const std::string& path, ImportedAntenna& antenna) {
 }
 
 void readAzimuth(TextLines& lines, ImportedAntenna& antenna) {
-  antenna.MinHor = 888888;
-  PatternLineRules rules;
-  rules.absoluteLevels = true;
-  rules.delimiter = ",";
-  readPatternLines(lines, rules, antenna.Gain, horizontalCut(antenna));
+  readAzimuthLines(lines, antenna, {.absoluteLevels = true, .delimiter = ","});
 }
 
 void divideByPeak(ImportedAntenna& antenna) {
-  for (const double value : antenna.HorValue) antenna.Gain = std::max(antenna.Gain, value);
+  raiseGainToPeak(antenna);
   if (antenna.Gain == 0) {
     throw RunTimeFailure(failure::divisionByZero,
                          "Division by zero: no line of the file holds an angle and a value above 0");

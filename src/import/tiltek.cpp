@@ -1,7 +1,5 @@
 #include "import/tiltek.h"
 
-#include <algorithm>
-
 #include "foundation/text.h"
 #include "import/TextLines.h"
 #include "import/pairedFiles.h"
@@ -25,20 +23,12 @@ void readHeader(TextLines& lines, ImportedAntenna& antenna) {
 double oppositeAzimuth(double angle) { return wrapAzimuth(360 - angle); }
 
 void readAzimuth(TextLines& lines, ImportedAntenna& antenna) {
-  antenna.MinHor = 888888;
-  PatternLineRules rules;
-  rules.angle = oppositeAzimuth;
-  rules.absoluteLevels = true;
-  readPatternLines(lines, rules, antenna.Gain, horizontalCut(antenna));
-  for (const double value : antenna.HorValue) antenna.Gain = std::max(antenna.Gain, value);
+  readAzimuthLines(lines, antenna, {.angle = oppositeAzimuth, .absoluteLevels = true});
+  raiseGainToPeak(antenna);
 }
 
 void readElevation(TextLines& lines, ImportedAntenna& antenna) {
-  antenna.MinVer = 88888;
-  PatternLineRules rules;
-  rules.angle = keptElevation;
-  rules.absoluteLevels = true;
-  readPatternLines(lines, rules, antenna.Gain, verticalCut(antenna));
+  readElevationLines(lines, antenna, {.angle = keptElevation, .absoluteLevels = true});
 }
 
 std::string partnerOf(const std::string& path, const ImportedAntenna& antenna) {

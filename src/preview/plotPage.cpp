@@ -41,14 +41,10 @@ std::string bandText(const AntRecord& antenna) {
   return generalText(low) + (low == high ? "" : " - " + generalText(high)) + " " + trim(antenna.freqUnits);
 }
 
-std::string gainText(const AntRecord& antenna) {
-  return "Gain: " + formatNumber(antenna.gain, "###0.00") + " " + trim(antenna.gainUnits);
-}
-
 std::vector<PlotPage::Text> textsOf(const AntRecord& antenna) {
   std::vector<PlotPage::Text> texts = {
       {kMargin, kHeadingBaseline, headingSize(antenna.description), true, antenna.description},
-      {kMargin, kDetailBaseline, kDetailSize, false, gainText(antenna)}};
+      {kMargin, kDetailBaseline, kDetailSize, false, gainText(antenna.gain, trim(antenna.gainUnits))}};
   const std::string band = bandText(antenna);
   if (!band.empty()) texts.push_back({kRight, kDetailBaseline, kDetailSize, false, band});
   texts.push_back({kMargin, kCaptionBaseline, kCaptionSize, true, "Azimuth"});
@@ -67,6 +63,10 @@ void draw(PictureBox& box, Plane plane, const ShownCut& cut, const AntRecord& an
 }
 
 }  // namespace
+
+std::string gainText(double gain, const std::string& gainUnits) {
+  return "Gain: " + formatNumber(gain, "###0.00") + " " + gainUnits;
+}
 
 PlotPage plotPage(const AntRecord& antenna) {
   PlotPage page;

@@ -23,6 +23,9 @@ struct PlotPage {
   std::vector<std::unique_ptr<PictureBox>> pictures;  // each with its geometry on the page
 };
 
+// "Gain: 12.50 dBd".
+std::string gainText(double gain, const std::string& gainUnits);
+
 // A band of 0 to 0 is not known and left out.
 PlotPage plotPage(const AntRecord& antenna);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "foundation/getINI.h"
 #include "foundation/text.h"
@@ -62,12 +63,12 @@ void drawAxes(PictureBox& picture) {
   picture.drawLine(0, -half, 0, half, kAxisColour);
 }
 
-std::vector<Point> pointsOf(Plane plane, double floor, const std::vector<double>& angles,
+std::vector<Point> pointsOf(Plane plane, double floor, double smallestRadius, const std::vector<double>& angles,
                             const std::vector<double>& values) {
   std::vector<Point> points;
   points.reserve(values.size());
   for (std::size_t i = 0; i < std::min(angles.size(), values.size()); ++i) {
-    points.push_back(pointAt(plane, std::max(values[i] - floor, 0.0), angles[i]));
+    points.push_back(pointAt(plane, std::max(values[i] - floor, smallestRadius), angles[i]));
     requireFinite(points.back().x + points.back().y);
   }
   return points;
@@ -100,15 +101,27 @@ PolarScale polarScale(double gain, const std::string& gainUnits, double minimum)
   return {gain, std::max(minimum, getINIDbl("HDAntenna", "GainMinPlot", -30))};
 }
 
+PolarOptions lookupOptions() { return {}; }
+
+PolarOptions thumbnailOptions() { return {.flatFloorStays = true}; }
+
+PolarOptions previewOptions() { return {.foldedDirections = true}; }
+
+PolarOptions importPreviewOptions(const std::string& gainUnits) {
+  return {.foldedDirections = true, .withoutFloor = upperCase(gainUnits.substr(0, 2)) != "DB"};
+}
+
 void drawCut(PictureBox& picture, Plane plane, PolarScale scale, const std::vector<double>& angles,
              const std::vector<double>& values, const PolarOptions& options) {
   picture.Cls();
   if (angles.empty() || values.empty()) return;
-  if (scale.floor >= scale.top && !options.flatFloorStays) scale.floor = 0;
+  if (options.withoutFloor || (scale.floor >= scale.top && !options.flatFloorStays)) scale.floor = 0;
   const double range = scale.top - scale.floor;
+  requireFinite(range);
+  const double smallestRadius = options.withoutFloor ? std::numeric_limits<double>::lowest() : 0;
+  const std::vector<Point> points = pointsOf(plane, scale.floor, smallestRadius, angles, values);
   setPolarScale(picture, range > 0 ? range : 1);
   drawAxes(picture);
-  const std::vector<Point> points = pointsOf(plane, scale.floor, angles, values);
   for (std::size_t i = 1; i < points.size(); ++i) join(picture, points[i - 1], points[i]);
   if (points.size() > 1 && closes(points.front(), points.back(), options.foldedDirections)) {
     join(picture, points.back(), points.front());

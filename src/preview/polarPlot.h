@@ -37,20 +37,27 @@ struct PolarScale {
 // section HDAntenna (default -30).
 PolarScale polarScale(double gain, const std::string& gainUnits, double minimum);
 
-// The decisions in which the places differ; as they stand, those of the lookup control.
+// The decisions in which the places differ.
 struct PolarOptions {
   // What a floor at or above the top does: become 0, or stay, which makes the range 1.
   bool flatFloorStays = false;
   // Directions for the closing line by the bare arc tangent (-90 to 90), close when less than 5 degrees apart;
   // otherwise by quadrant (0 to 360), close when at most 30 or at least 330 apart.
   bool foldedDirections = false;
+  // Without a floor the radius is the value itself, a negative one to the opposite side.
+  bool withoutFloor = false;
 };
+PolarOptions lookupOptions();
+PolarOptions thumbnailOptions();
+PolarOptions previewOptions();
+// In the import loop: only units that begin with "DB", in any case, have a floor.
+PolarOptions importPreviewOptions(const std::string& gainUnits);
 
 // Draws one cut: erase; set the scale; axes in blue; the points in order joined in red; the closing line where first
-// and last direction are close. A cut without points leaves the picture blank. Throws 6 where the numbers leave the
-// range of a double.
+// and last direction are close. A cut without points leaves the picture blank. Throws 6, with the picture blank, where
+// the numbers leave the range of a double.
 void drawCut(PictureBox& picture, Plane plane, PolarScale scale, const std::vector<double>& angles,
-             const std::vector<double>& values, const PolarOptions& options = {});
+             const std::vector<double>& values, const PolarOptions& options = lookupOptions());
 
 // A line from the centre to the edge of the picture in the direction of the angle.
 void drawPointer(PictureBox& picture, Plane plane, double angle, Color colour);

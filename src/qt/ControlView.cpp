@@ -64,6 +64,7 @@ void ControlView::makeViews(UserControl& control) {
 void ControlView::followControl() {
   const UserControl* control = link_.get();
   if (!control || sizing_) return;
+  setEnabled(control->enabled());
   setFixedHeight(pixelsOf(control->height(), logicalDpiY()));
   updateGeometry();
 }

@@ -1,7 +1,7 @@
 // Shows any control model: a view for each of its widgets, at the control's own geometry.
 //
 // The control is the host's; either may end first. The width of the view is the control's, as far as the control takes
-// it; the height follows the control.
+// it; height and enabled state follow the control.
 #pragma once
 
 #include <vector>

@@ -1,17 +1,23 @@
 #include "qt/FormWindow.h"
 
+#include <algorithm>
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QLayout>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QThread>
 #include <QWindow>
 
 #include "qt/FormTimer.h"
 #include "qt/formLayouts.h"
 #include "qt/makeView.h"
+#include "qt/menus.h"
 #include "ui/widgets.h"
 
 namespace vantrelix::qt {
@@ -19,6 +25,7 @@ namespace vantrelix::qt {
 namespace {
 
 constexpr qint64 kLongestWaitForScreen = 200;  // milliseconds
+constexpr int kEnterKey = 13;
 
 using State = Form::WindowState;
 
@@ -53,6 +60,8 @@ FormWindow::FormWindow(Form& form, QWidget* parent)
           form, [this] { follow(); }, [this] { end(); }) {
   setObjectName(toQt(form.name()));
   layOut(*this, form);
+  if (!form.menuBar().empty()) layout()->setMenuBar(makeMenuBar(form.menuBar(), this));
+  watchFrames();
   focus_.setTabOrder();
   for (Widget* widget : form.widgets()) {
     if (auto* timer = dynamic_cast<Timer*>(widget)) timers_.push_back(new FormTimer(*timer, this));
@@ -108,7 +117,7 @@ void FormWindow::showModeless(Form& form, QWidget* parent, bool takesFocus) {
   }
   form.setVisible(true);
   window->present();
-  if (!takesFocus) waitUntilPainted(window);
+  if (!takesFocus || window->isModal()) waitUntilPainted(window);
 }
 
 void FormWindow::present() {
@@ -127,9 +136,20 @@ void FormWindow::place() {
   const QScopedValueRollback<bool> quiet(placing_, true);
   const QRect box = pixelsOf(form->geometry(), *this);
   const QSize wanted = box.isEmpty() ? sizeHint() : box.size();
-  resize(wanted.expandedTo(minimumSizeHint()));
-  if (form->placed()) move(box.topLeft());
+  const QRect room = roomFor(box);
+  const QSize fitting = wanted.boundedTo(room.size());
+  resize(fitting.expandedTo(minimumSizeHint()));
+  const bool fits = fitting == wanted;
+  if (form->placed()) {
+    move(fits ? box.topLeft() : QPoint(std::max(box.left(), room.left()), std::max(box.top(), room.top())));
+  }
   if (form->windowState() != State::normal) setWindowState(qtStateOf(form->windowState()));
+}
+
+// Of the screen that has its middle, less the title bar.
+QRect FormWindow::roomFor(const QRect& box) const {
+  const QScreen* there = link_.get()->placed() ? QGuiApplication::screenAt(box.center()) : nullptr;
+  return (there ? there : screen())->availableGeometry().adjusted(0, 0, 0, -2 * fontMetrics().lineSpacing());
 }
 
 void FormWindow::follow() {
@@ -200,6 +220,23 @@ void FormWindow::changeEvent(QEvent* event) {
   }
 }
 
+// A default button takes Enter before any box does.
+TextBox* FormWindow::boxForEnter() const {
+  const Form* form = link_.get();
+  if (!form || ended_ || form->defaultButton()) return nullptr;
+  auto* box = dynamic_cast<TextBox*>(form->activeWidget());
+  const auto found = box ? views_.find(box) : views_.end();
+  return found != views_.end() && found->second->widget().hasFocus() ? box : nullptr;
+}
+
+void FormWindow::keyPressEvent(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  TextBox* box = enter ? boxForEnter() : nullptr;
+  if (!box) return QDialog::keyPressEvent(event);
+  runGuarded([box] { box->userKey(kEnterKey); });
+  event->accept();
+}
+
 void FormWindow::tellFocus(const QWidget* now) {
   Form* form = link_.get();
   if (!now || !form || ended_ || !isAncestorOf(now)) return;
@@ -218,6 +255,33 @@ void FormWindow::tellGeometry() {
   });
 }
 
+// A frame moves with whatever it stands in.
+void FormWindow::watchFrames() {
+  for (const auto& [model, view] : views_) {
+    if (!dynamic_cast<Frame*>(model)) continue;
+    for (QWidget* widget = &view->widget(); widget && widget != this; widget = widget->parentWidget()) {
+      widget->installEventFilter(this);
+    }
+  }
+}
+
+bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
+  const auto type = event->type();
+  if (type == QEvent::Move || type == QEvent::Resize || type == QEvent::Show) tellFrames();
+  return QDialog::eventFilter(watched, event);
+}
+
+void FormWindow::tellFrames() {
+  if (!link_.get() || ended_) return;
+  for (const auto& [model, view] : views_) {
+    if (!dynamic_cast<Frame*>(model)) continue;
+    const QWidget& shown = view->widget();
+    const QPoint corner = shown.mapTo(this, QPoint());
+    model->setGeometry({twipsOf(corner.x(), logicalDpiX()), twipsOf(corner.y(), logicalDpiY()),
+                        twipsOf(shown.width(), logicalDpiX()), twipsOf(shown.height(), logicalDpiY())});
+  }
+}
+
 void FormWindow::end() {
   if (ended_) return;
   ended_ = true;
@@ -227,7 +291,10 @@ void FormWindow::end() {
 }
 
 void FormWindow::leave() {
+  const bool inUse = modeless_ && isActiveWindow() && parentWidget();
   hide();
+  // Not every desktop gives the keyboard back to the window behind.
+  if (inUse) parentWidget()->activateWindow();
   if (loop_) loop_->quit();
   if (modeless_) deleteLater();
 }

@@ -66,6 +66,7 @@ class LookAnt : public LookupWidget {
   void SeeElevation(double degrees, const QColor& colour = {});
   void LookupOnly(bool only) { control_.LookupOnly(only); }
   void bSeeGainOnly(bool only) { control_.bSeeGainOnly(only); }
+  void AntFormMode(vantrelix::eEditLookup mode) { control_.AntFormMode(mode); }
 
  Q_SIGNALS:
   void ChangeAntenna();

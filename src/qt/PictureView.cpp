@@ -71,7 +71,8 @@ void PictureView::paintEvent(QPaintEvent*) {
   if (const PictureBox* picture = model())
     drawPicture(painter, QRectF(rect()).adjusted(1, 1, -1, -1), *picture, kPenWidth * devicePixelRatioF());
   painter.setPen(QColor(kFrameShade, kFrameShade, kFrameShade));
-  painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  // The middle of the line, so that it lies on the edge at any pixel density.
+  painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
 }
 
 }  // namespace vantrelix::qt

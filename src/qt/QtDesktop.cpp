@@ -5,18 +5,21 @@
 #include <vector>
 
 #include <QApplication>
+#include <QClipboard>
 #include <QCursor>
-#include <QDir>
-#include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
+#include <QScopeGuard>
+#include <QTimer>
 
-#include "foundation/text.h"
-#include "platform/Platform.h"
 #include "qt/FormWindow.h"
+#include "qt/WidgetView.h"
+#include "qt/fileDialogs.h"
+#include "qt/menus.h"
 #include "qt/qtText.h"
 
 namespace vantrelix::qt {
@@ -66,33 +69,26 @@ Box::Icon iconOf(MsgIcon icon) {
   return Box::NoIcon;
 }
 
-constexpr std::string_view kNul("\0", 1);
-
-// The toolkit reads the pattern behind the description in brackets; its "*.*" would hide names without a point.
-QStringList nameFilters(const std::string& filter) {
-  QStringList filters;
-  for (int field = 1; field < nAWK6(filter, kNul); field += 2) {
-    const std::string pattern = sAWK6(filter, kNul, field + 1);
-    filters << toQt(sAWK6(filter, kNul, field) + " (" + (pattern == "*.*" ? "*" : pattern) + ")");
-  }
-  return filters;
-}
-
-// One path, or the folder of the first and all names in it.
-std::string openAnswer(const QStringList& files) {
-  platform::Platform& system = platform::current();
-  if (files.size() < 2) return files.empty() ? std::string() : system.fromMachine(fromQt(files.first()));
-  const QDir folder = QFileInfo(files.first()).dir();
-  std::string answer = system.fromMachine(fromQt(folder.path()));
-  for (const QString& file : files)
-    answer.append(kNul).append(system.fromMachine(fromQt(folder.relativeFilePath(file))));
-  return answer;
-}
-
 // The window over which another is to come up.
 QWidget* windowInUse() {
   QWidget* active = QApplication::activeWindow();
   return active ? active : QApplication::activeModalWidget();
+}
+
+// Null where no window shows the widget.
+const QWidget* viewOf(const Widget& model) {
+  for (const QWidget* widget : QApplication::allWidgets()) {
+    const auto* view = dynamic_cast<const WidgetView*>(widget);
+    if (view && view->widgetModel() == &model && widget->isVisible()) return widget;
+  }
+  return nullptr;
+}
+
+void highlightFirst(QMenu& menu) {
+  for (QAction* action : menu.actions()) {
+    if (action->isSeparator() || !action->isEnabled() || !action->isVisible()) continue;
+    return menu.setActiveAction(action);
+  }
 }
 
 }  // namespace
@@ -117,19 +113,16 @@ MsgAnswer QtDesktop::messageBox(const Message& message) {
 
 void QtDesktop::doEvents() { QCoreApplication::processEvents(); }
 
-void QtDesktop::popupMenu(Menu& menu) {
-  QMenu popup(QApplication::activeWindow());
-  std::vector<std::pair<QAction*, MenuItem*>> actions;
-  for (MenuItem* item : menu.items()) {
-    if (!item->visible()) continue;
-    QAction* action = item->caption() == "-" ? popup.addSeparator() : popup.addAction(toQt(item->caption()));
-    action->setEnabled(item->enabled());
-    actions.emplace_back(action, item);
-  }
-  const QAction* chosen = popup.exec(QCursor::pos());
-  for (const auto& [action, item] : actions) {
-    if (action == chosen) return item->userClick();
-  }
+void QtDesktop::doEventsWithoutInput() { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); }
+
+void QtDesktop::popupMenu(Menu& menu, const Widget* below) {
+  const QWidget* view = below ? viewOf(*below) : nullptr;
+  const QPointer<QMenu> popup = new QMenu(QApplication::activeWindow());
+  const auto cleanUp = qScopeGuard([&popup] { delete popup; });
+  fillMenu(*popup, menu);
+  if (view) QTimer::singleShot(0, popup, [&popup] { highlightFirst(*popup); });
+  QAction* chosen = popup->exec(view ? view->mapToGlobal(view->rect().bottomLeft()) : QCursor::pos());
+  if (auto* action = dynamic_cast<ItemAction*>(chosen)) action->click();
 }
 
 void QtDesktop::showModal(Form& form) { FormWindow::runModal(form, windowInUse()); }
@@ -152,20 +145,15 @@ std::string QtDesktop::inputBox(const std::string& prompt, const std::string& ti
   return dialog.exec() == QDialog::Accepted ? fromQt(dialog.textValue()) : std::string();
 }
 
-std::string QtDesktop::openFiles(const OpenFiles& request) {
-  QFileDialog dialog(windowInUse(), toQt(request.title));
-  dialog.setFileMode(QFileDialog::ExistingFiles);
-  dialog.setOption(QFileDialog::HideNameFilterDetails);
-  if (const std::string folder = trim(request.folder); !folder.empty()) {
-    dialog.setDirectory(toQt(platform::current().toMachine(folder)));
-  }
-  const QStringList filters = nameFilters(request.filter);
-  dialog.setNameFilters(filters);
-  if (request.filterIndex >= 1 && request.filterIndex <= filters.size()) {
-    dialog.selectNameFilter(filters[request.filterIndex - 1]);
-  }
-  return dialog.exec() == QDialog::Accepted ? openAnswer(dialog.selectedFiles()) : std::string();
+std::string QtDesktop::openFiles(const OpenFiles& request) { return askFilesToOpen(request, windowInUse()); }
+
+std::string QtDesktop::saveFile(const SaveFile& request) { return askFileToSave(request, windowInUse()); }
+
+std::string QtDesktop::clipboardText() {
+  return fromQt(linesToQt(fromQt(QApplication::clipboard()->text())).replace('\n', "\r\n"));
 }
+
+void QtDesktop::setClipboardText(const std::string& text) { QApplication::clipboard()->setText(linesToQt(text)); }
 
 MonitorPort& QtDesktop::monitors() { return monitors_; }
 

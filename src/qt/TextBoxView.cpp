@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
 
@@ -124,10 +126,35 @@ void TextBoxView::filterEdit(TextBox& box, const QString& edited) {
 void TextBoxView::mouseReleaseEvent(QMouseEvent* event) {
   QLineEdit::mouseReleaseEvent(event);
   if (std::exchange(allOnRelease_, false) && !hasSelectedText()) selectAll();
-  const int button = event->button() == Qt::LeftButton ? 1 : event->button() == Qt::RightButton ? 2 : 4;
-  const QPoint at = event->position().toPoint();
-  handOver(
+  letGo(*event);
+}
+
+// The model hears of the button before the box's own menu comes up. It drops that menu by disabling the box.
+void TextBoxView::letGo(const QMouseEvent& event) {
+  const int button = event.button() == Qt::LeftButton ? 1 : event.button() == Qt::RightButton ? 2 : 4;
+  const QPoint at = event.position().toPoint(), onScreen = event.globalPosition().toPoint();
+  ownMenu_ = event.button() == Qt::RightButton;
+  const bool stands = handOver(
       [&](TextBox& box) { box.userMouseUp(button, twipsOf(at.x(), logicalDpiX()), twipsOf(at.y(), logicalDpiY())); });
+  if (stands && std::exchange(ownMenu_, false)) popUpOwnMenu(onScreen);
+}
+
+void TextBoxView::popUpOwnMenu(const QPoint& at) {
+  QMenu* menu = createStandardContextMenu();
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->popup(at);
+}
+
+// By the mouse the menu comes with the release of the button, whenever the platform asks for it: on the press it would
+// take the release away.
+void TextBoxView::contextMenuEvent(QContextMenuEvent* event) {
+  if (event->reason() != QContextMenuEvent::Mouse) return QLineEdit::contextMenuEvent(event);
+  event->accept();
+}
+
+void TextBoxView::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::EnabledChange && !isEnabled()) ownMenu_ = false;
+  View::changeEvent(event);
 }
 
 void TextBoxView::focusInEvent(QFocusEvent* event) {

@@ -19,9 +19,13 @@ class TextBoxView : public View<QLineEdit, TextBox> {
   void showState(const TextBox& model) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void changeEvent(QEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
 
  private:
+  void letGo(const QMouseEvent& event);
+  void popUpOwnMenu(const QPoint& at);
   void takeEdit(const QString& edited);
   void filterEdit(TextBox& box, const QString& edited);
   void showText(const QString& wanted, int cursor);
@@ -32,6 +36,7 @@ class TextBoxView : public View<QLineEdit, TextBox> {
   bool editing_ = false;  // what is shown is ahead of the model
   bool clicked_ = false;  // the focus is coming by a click
   bool allOnRelease_ = false;
+  bool ownMenu_ = false;  // the box's own menu is due
 };
 
 }  // namespace vantrelix::qt

@@ -4,9 +4,13 @@
 #include <QVBoxLayout>
 
 #include "qt/FormWindow.h"
+#include "qt/forms/antPreview.h"
+#include "qt/forms/antennaEditor.h"
 #include "qt/forms/fileAlias.h"
 #include "qt/forms/messageForms.h"
 #include "qt/forms/parabGain.h"
+#include "qt/forms/progress.h"
+#include "qt/forms/sequentialValues.h"
 #include "ui/Timer.h"
 #include "ui/widgets.h"
 
@@ -45,9 +49,16 @@ bool anyForm(FormWindow& window, Form& form) {
 }
 
 constexpr Layout kLayouts[] = {
-    layoutFor<frmMsgBoxChk, layOutMsgBoxChk>,   layoutFor<frmMsgFloat, layOutMsgFloat>,
-    layoutFor<frmListSelect, layOutListSelect>, layoutFor<frmParabGain, layOutParabGain>,
-    layoutFor<frmFileAlias, layOutFileAlias>,   anyForm,
+    layoutFor<frmMsgBoxChk, layOutMsgBoxChk>,
+    layoutFor<frmMsgFloat, layOutMsgFloat>,
+    layoutFor<frmListSelect, layOutListSelect>,
+    layoutFor<frmParabGain, layOutParabGain>,
+    layoutFor<frmFileAlias, layOutFileAlias>,
+    layoutFor<frmProgress, layOutProgress>,
+    layoutFor<frmGetSequentialValues, layOutSequentialValues>,
+    layoutFor<frmAntPreview, layOutAntPreview>,
+    layoutFor<frmHDAntEditor, layOutAntennaEditor>,
+    anyForm,
 };
 
 }  // namespace

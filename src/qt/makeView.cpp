@@ -24,6 +24,7 @@ constexpr Maker kMakers[] = {
     makeFor<LabelView, Label>,
     makeFor<CommandButtonView, CommandButton>,
     makeFor<PictureView, PictureBox>,
+    makeFor<ProgressBarView, ProgressBar>,
     makeFor<LineShapeView, LineShape>,
     makeFor<ListBoxView, ListBox>,
     makeFor<FrameView, Frame>,

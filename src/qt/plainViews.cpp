@@ -111,7 +111,17 @@ CommandButtonView::CommandButtonView(CommandButton& model, QWidget* parent) : Vi
   connect(this, &QPushButton::clicked, this, [this] { handOver([](CommandButton& button) { button.userClick(); }); });
 }
 
-void CommandButtonView::showState(const CommandButton& model) { setText(qt::toQt(model.caption())); }
+void CommandButtonView::showState(const CommandButton& model) {
+  QString caption = qt::toQt(model.caption());
+  const qsizetype place = mnemonic_.isNull() ? -1 : caption.indexOf(mnemonic_);
+  if (place >= 0) caption.insert(place, u'&');
+  setText(caption);
+}
+
+void CommandButtonView::setMnemonic(QChar letter) {
+  mnemonic_ = letter;
+  refresh();
+}
 
 void LabelView::showState(const Label& model) {
   setText(linesToQt(model.caption()));
@@ -144,6 +154,7 @@ void LabelView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void LabelView::paintEvent(QPaintEvent* event) {
+  if (elided_) return paintElided();
   QLabel::paintEvent(event);
   if (!hasFocus()) return;
   QStyleOptionFocusRect option;
@@ -151,6 +162,27 @@ void LabelView::paintEvent(QPaintEvent* event) {
   option.backgroundColor = palette().color(QPalette::Window);
   QPainter painter(this);
   style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+}
+
+void LabelView::makeElided() {
+  elided_ = true;
+  setMinimumWidth(1);
+}
+
+void LabelView::paintElided() {
+  QStringList lines = text().split('\n');
+  for (QString& line : lines) line = fontMetrics().elidedText(line, Qt::ElideMiddle, width());
+  QPainter painter(this);
+  style()->drawItemText(&painter, rect(), static_cast<int>(alignment()), palette(), isEnabled(), lines.join('\n'),
+                        foregroundRole());
+}
+
+// The bar counts in int.
+void ProgressBarView::showState(const ProgressBar& model) {
+  constexpr int kWhole = 1000;
+  setRange(0, model.busy() ? 0 : kWhole);
+  if (!model.busy())
+    setValue(static_cast<int>(static_cast<double>(model.done()) / static_cast<double>(model.total()) * kWhole));
 }
 
 void LineShapeView::showState(const LineShape& model) {

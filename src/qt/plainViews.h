@@ -7,10 +7,12 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QProgressBar>
 #include <QPushButton>
 
 #include "qt/WidgetView.h"
 #include "ui/ListBox.h"
+#include "ui/ProgressBar.h"
 #include "ui/widgets.h"
 
 namespace vantrelix::qt {
@@ -50,9 +52,14 @@ class CommandButtonView : public View<QPushButton, CommandButton> {
 
  public:
   CommandButtonView(CommandButton& model, QWidget* parent);
+  // Alt and this letter, underlined at its first place in the caption, press it.
+  void setMnemonic(QChar letter);
 
  protected:
   void showState(const CommandButton& model) override;
+
+ private:
+  QChar mnemonic_;
 };
 
 // A clickable label looks and acts as a link, for the keyboard too.
@@ -63,6 +70,8 @@ class LabelView : public View<QLabel, Label> {
   LabelView(Label& model, QWidget* parent) : View(model, parent) { setTextFormat(Qt::PlainText); }
   // Makes it a text that wraps, and that the user can mark and copy, by keyboard too.
   void makeSelectable();
+  // Lets it be narrower than its text, each line of which is then shortened in the middle.
+  void makeElided();
 
  protected:
   void showState(const Label& model) override;
@@ -72,6 +81,9 @@ class LabelView : public View<QLabel, Label> {
 
  private:
   void click();
+  void paintElided();
+
+  bool elided_ = false;
 };
 
 class ListBoxView : public View<QListWidget, ListBox> {
@@ -103,6 +115,16 @@ class FrameView : public View<QGroupBox, Frame> {
 
  protected:
   void showState(const Frame& model) override;
+};
+
+class ProgressBarView : public View<QProgressBar, ProgressBar> {
+  Q_OBJECT
+
+ public:
+  ProgressBarView(ProgressBar& model, QWidget* parent) : View(model, parent) {}
+
+ protected:
+  void showState(const ProgressBar& model) override;
 };
 
 class LineShapeView : public View<QFrame, LineShape> {

@@ -18,12 +18,13 @@ ColumnScan::ColumnScan(Recordset& cursor, const std::string& field)
     : state_(cursor.state()), table_(state_.query->table()), field_(tableField(state_, field)) {}
 
 void ColumnScan::run(const std::function<void(const unsigned char* record)>& visit) const {
-  std::vector<std::uint32_t> sorted;
+  RowNumbers sorted;
   if (state_.query->ordered()) {
-    sorted = state_.rows;
-    std::sort(sorted.begin(), sorted.end());
+    std::vector<std::uint32_t> numbers(state_.rows.begin(), state_.rows.end());
+    std::sort(numbers.begin(), numbers.end());
+    sorted = RowNumbers(std::move(numbers));
   }
-  const std::vector<std::uint32_t>& rows = state_.query->ordered() ? sorted : state_.rows;
+  const RowNumbers& rows = state_.query->ordered() ? sorted : state_.rows;
   auto next = rows.begin();
   table_.scan([&](std::uint32_t number, const unsigned char* record) {
     while (next != rows.end() && *next < number) ++next;

@@ -254,23 +254,26 @@ bool DbfFile::readRecord(std::uint32_t number, unsigned char* bytes) {
   return inside.file->readAt(inside.offsetOf(number), bytes, length) == length;
 }
 
-void DbfFile::scan(const std::function<bool(std::uint32_t, const unsigned char*)>& visit) {
-  const std::uint32_t count = recordCount();
+bool DbfFile::scan(const RecordVisitor& visit, std::uint32_t first, std::uint32_t limit) {
+  const std::uint32_t end =
+      static_cast<std::uint32_t>(std::min<std::uint64_t>(std::uint64_t{first} + limit, recordCount()));
+  if (first >= end) return true;
   const auto length = static_cast<std::size_t>(recordLength_);
-  const auto perBlock = static_cast<std::uint32_t>(
-      std::min<std::size_t>(std::max<std::size_t>(1, kScanBytes / length), std::max<std::uint32_t>(count, 1)));
+  const auto perBlock =
+      static_cast<std::uint32_t>(std::min<std::size_t>(std::max<std::size_t>(1, kScanBytes / length), end - first));
   std::vector<unsigned char> block(perBlock * length);
-  for (std::uint32_t number = 0; number < count;) {
-    const std::uint32_t wanted = std::min(perBlock, count - number);
+  for (std::uint32_t number = first; number < end;) {
+    const std::uint32_t wanted = std::min(perBlock, end - number);
     const std::size_t got =
         implementation_->file->readAt(implementation_->offsetOf(number), block.data(), wanted * length);
     const auto rows = static_cast<std::uint32_t>(got / length);
     for (std::uint32_t row = 0; row < rows; ++row) {
-      if (!visit(number + row, block.data() + row * length)) return;
+      if (!visit(number + row, block.data() + row * length)) return false;
     }
-    if (rows < wanted) return;
+    if (rows < wanted) return true;
     number += rows;
   }
+  return true;
 }
 
 Value DbfFile::value(const unsigned char* record, std::size_t field) {

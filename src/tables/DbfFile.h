@@ -45,6 +45,9 @@ enum class Sharing {
   exclusive,  // nobody else while this is open
 };
 
+// Gets records in file order, deleted ones included; the bytes are valid during the call. Gives false to stop.
+using RecordVisitor = std::function<bool(std::uint32_t number, const unsigned char* bytes)>;
+
 class DbfFile {
  public:
   // Opens the table that stands at the path. 3011 no such file, 3051 cannot be opened or held exclusively by another,
@@ -80,9 +83,8 @@ class DbfFile {
   // Copies a record's bytes; false where it is not in the file (any more). A record that is being written by another
   // program comes as it was before or after, never torn.
   bool readRecord(std::uint32_t number, unsigned char* bytes);
-  // Runs over all records in file order, deleted ones included, in large reads; stops where `visit` gives false. The
-  // bytes are valid during the call.
-  void scan(const std::function<bool(std::uint32_t number, const unsigned char* bytes)>& visit);
+  // Runs over all records in large reads, or over `count` of them from `first` on. True where none stopped it.
+  bool scan(const RecordVisitor& visit, std::uint32_t first = 0, std::uint32_t count = UINT32_MAX);
 
   // A field's value in a record. A character field keeps its trailing blanks; blank is null, but where the table has
   // null flags, which then decide. A number field that is blank or holds no number is null. Memo texts come from the

@@ -46,6 +46,7 @@ Recordset::Implementation::Implementation(SqlSelect select, Opener opener_, Reco
 void Recordset::Implementation::open(SqlSelect select) {
   std::shared_ptr<DbfFile> table = opener();
   opened = table->state();
+  noteFileState(*table);
   writes = writesTo(table->path());
   query = std::make_unique<SqlQuery>(std::move(select), std::move(table));
 }
@@ -56,7 +57,7 @@ void Recordset::Implementation::run() {
   recordRead = false;
   if (query->aggregated()) {
     aggregates = query->aggregates();
-    rows.assign(1, 0);
+    rows = RowNumbers(std::vector<std::uint32_t>(1, 0));
   } else {
     rows = query->rows();
   }
@@ -89,7 +90,7 @@ bool Recordset::Implementation::settle() {
   recordRead = false;
   if (!currentDeleted) return false;
   currentDeleted = false;
-  rows.erase(rows.begin() + index);
+  rows.erase(static_cast<std::size_t>(index));
   --reached;
   return true;
 }
@@ -323,7 +324,8 @@ void Recordset::Implementation::update() {
 void Recordset::Implementation::appendRows(const unsigned char* records, std::uint32_t count) {
   const bool atEnd = index == size();
   const std::uint32_t first = query->table().append(records, count);
-  for (std::uint32_t row = 0; row < count; ++row) rows.push_back(first + row);
+  noteFileState(query->table());
+  rows.append(first, count);
   if (atEnd) index = size();
   reached += static_cast<long>(count);
 }
@@ -334,7 +336,12 @@ void Recordset::Implementation::writeChange() {
     for (const auto& [field, given] : puts) checkUnchanged(field, now);
     for (const auto& [field, given] : puts) query->table().put(now, field, given);
   });
+  countWrite();
+}
+
+void Recordset::Implementation::countWrite() {
   ++*writes;
+  noteFileState(query->table());
 }
 
 void Recordset::Implementation::checkUnchanged(std::size_t field, const unsigned char* now) {
@@ -351,7 +358,7 @@ void Recordset::Implementation::deleteCurrent() {
   recordRead = false;
   currentRecord();
   query->table().markDeleted(rows[static_cast<std::size_t>(index)]);
-  ++*writes;
+  countWrite();
   currentDeleted = true;
 }
 

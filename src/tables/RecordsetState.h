@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tables/Recordset.h"
+#include "tables/RowNumbers.h"
 #include "tables/SqlFilter.h"
 #include "tables/SqlQuery.h"
 
@@ -66,7 +67,7 @@ struct Recordset::Implementation {
   platform::FileState opened;
   std::shared_ptr<std::uint64_t> writes;
 
-  std::vector<std::uint32_t> rows;  // record numbers; of a query of aggregates one that means nothing
+  RowNumbers rows;  // of a query of aggregates one that means nothing
   std::vector<Value> aggregates;
   long index = 0;  // -1 before the first row, the number of rows behind the last
   long reached = 0;
@@ -95,6 +96,7 @@ struct Recordset::Implementation {
   std::optional<long> searchFile(SqlFilter& filter);
   long positionOf(std::uint32_t number) const;
   void writeChange();
+  void countWrite();
   void checkUnchanged(std::size_t field, const unsigned char* now);
 };
 

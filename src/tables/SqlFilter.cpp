@@ -15,10 +15,6 @@ bool isPlain(std::string_view text) {
                      [](char c) { return c != '\0' && static_cast<unsigned char>(c) < 0x80; });
 }
 
-unsigned char upperByte(unsigned char c) {
-  return c >= 'a' && c <= 'z' ? static_cast<unsigned char>(c - 'a' + 'A') : c;
-}
-
 bool isUpperCaseOfField(const SqlExpression& e) {
   return e.kind == SqlKind::function && e.function == SqlFunction::ucase && e.arguments[0].kind == SqlKind::field;
 }
@@ -76,6 +72,14 @@ bool SqlFilter::addEquality(const SqlExpression& field, const SqlExpression& lit
   equality.width = static_cast<std::size_t>(column.width);
   equalities_.push_back(std::move(equality));
   return true;
+}
+
+std::optional<SoughtText> SqlFilter::soughtText() const {
+  if (equalities_.empty()) return std::nullopt;
+  const ByteEquality& first = equalities_.front();
+  SoughtText sought{first.offset, first.width, first.wanted};
+  for (char& c : sought.text) c = static_cast<char>(upperByte(static_cast<unsigned char>(c)));
+  return sought;
 }
 
 bool SqlFilter::matches(const unsigned char* record) {

@@ -4,11 +4,13 @@
 // every row of a search without a value being made. The rest of the condition is evaluated for what is left.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "tables/DbfFile.h"
 #include "tables/SqlEvaluator.h"
+#include "tables/TextRuns.h"
 
 namespace vantrelix {
 
@@ -29,6 +31,8 @@ class SqlFilter {
   // `condition` is bound to the table and outlives the filter; none lets every live record through.
   SqlFilter(DbfFile& table, const SqlExpression* condition);
   bool matches(const unsigned char* record);
+  // A text without which no record is let through; nothing where there is no such text.
+  std::optional<SoughtText> soughtText() const;
 
  private:
   struct ByteEquality {

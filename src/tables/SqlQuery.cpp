@@ -208,11 +208,16 @@ bool SqlQuery::updatable() const {
 void SqlQuery::visitRows(const std::function<void(std::uint32_t, const unsigned char*)>& visit) const {
   SqlFilter filter(*table_, select_.where ? &*select_.where : nullptr);
   const std::uint32_t count = table_->recordCount();
-  table_->scan([&](std::uint32_t number, const unsigned char* record) {
+  const RecordVisitor look = [&](std::uint32_t number, const unsigned char* record) {
     if (number >= count) return false;
     if (filter.matches(record)) visit(number, record);
     return true;
-  });
+  };
+  if (const auto sought = filter.soughtText()) {
+    scanForText(*table_, *sought, look);
+  } else {
+    table_->scan(look);
+  }
 }
 
 std::vector<std::uint32_t> SqlQuery::rows() const {

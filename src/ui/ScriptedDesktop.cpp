@@ -53,7 +53,10 @@ void ScriptedDesktop::doEvents() {
   if (onTurn) onTurn();
 }
 
-void ScriptedDesktop::popupMenu(Menu& menu) { menusShown_.push_back(&menu); }
+void ScriptedDesktop::popupMenu(Menu& menu, const Widget* below) {
+  menusShown_.push_back(&menu);
+  menuPlaces_.push_back(below);
+}
 
 void ScriptedDesktop::showModal(Form& form) {
   formsShown_.push_back(form.name());
@@ -79,6 +82,11 @@ std::string ScriptedDesktop::inputBox(const std::string& prompt, const std::stri
 std::string ScriptedDesktop::openFiles(const OpenFiles& request) {
   openDialogs_.push_back(request);
   return takeFirst(filesToOpen);
+}
+
+std::string ScriptedDesktop::saveFile(const SaveFile& request) {
+  saveDialogs_.push_back(request);
+  return withExtension(takeFirst(filesToSave), request.extension);
 }
 
 ScriptedDesktop::Policy ScriptedDesktop::assume(Assume what) {

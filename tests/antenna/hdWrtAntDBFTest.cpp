@@ -1,7 +1,10 @@
+#include <limits>
+
 #include "AntennaSuite.h"
 #include "antenna/hdWrtAntDBF.h"
 #include "foundation/errHand.h"
 #include "foundation/getINI.h"
+#include "platform/FaultPlatform.h"
 
 namespace vantrelix::test {
 
@@ -110,10 +113,62 @@ TEST_F(HDwrtAntDBFTest, ARunTimeFailureIsTheResultAndShowsNothing) {
   EXPECT_EQ(currentProcedure(), 0);
 }
 
-TEST_F(HDwrtAntDBFTest, AFailureInACutLeavesTheRowsAlreadyWritten) {
-  EXPECT_THAT(HDwrtAntDBF(kCode, "A", 1, "dBd", 2, {0, 1e11}, {1, 1}, 0, {}, {}, 0, 0), HasSubstr("Error 3163: "));
-  EXPECT_EQ(rowCount(MakeAMSFile(kCode)), 1);
-  EXPECT_EQ(rowCount(MakeAHDFile(kCode)), 1);
+TEST_F(HDwrtAntDBFTest, APointThatItsFieldCannotHoldIsFoundBeforeTheFirstRow) {
+  const std::vector<double> few = {0, 10}, wide = {0, 1e300};
+  const double tooLarge = std::numeric_limits<double>::infinity();
+  const auto write = [&](const std::vector<double>& az, const std::vector<double>& hor, const std::vector<double>& el,
+                         const std::vector<double>& ver) {
+    return HDwrtAntDBF(kCode, "A", 1, "dBd", 2, az, hor, 2, el, ver, 0, 0);
+  };
+  EXPECT_THAT(write(wide, few, few, few), HasSubstr("Error writing Antenna Library T0001\r\nA\r\nError 3163: "));
+  EXPECT_THAT(write(few, wide, few, few), HasSubstr("Error 3163: "));
+  EXPECT_THAT(write(few, few, wide, few), HasSubstr("Error 3163: "));
+  EXPECT_THAT(write(few, few, few, wide), HasSubstr("Error 3163: "));
+  EXPECT_THAT(write(few, few, few, {0, tooLarge}), HasSubstr("Error "));
+  EXPECT_THAT(write(few, few, {0}, few), HasSubstr("Error 9: "));
+  EXPECT_EQ(rowCount(MakeAMSFile(kCode)), 0);
+  EXPECT_EQ(rowCount(MakeAHDFile(kCode)), 0);
+  EXPECT_EQ(write(few, few, few, few), "");
+  EXPECT_EQ(lastValue(MakeAMSFile(kCode), "ATYPE_ID").text(), kFirstId);
+}
+
+TEST_F(HDwrtAntDBFTest, ATableThatCannotBeWrittenIsFoundBeforeTheFirstRow) {
+  const RecordsetPtr ams = MakeAMSFile(kCode);
+  const RecordsetPtr ahd = MakeAHDFile(kCode);
+  const RecordsetPtr avd = MakeAVDFile(kCode);
+  avd->Close();
+  EXPECT_THAT(HDwrtAntDBF(kCode, "A", 1, "dBd", 1, {0}, {1}, 1, {0}, {1}, 0, 0, ams, ahd, avd),
+              HasSubstr("Error 91: "));
+  EXPECT_EQ(rowCount(ams), 0);
+  EXPECT_EQ(rowCount(ahd), 0);
+}
+
+TEST_F(HDwrtAntDBFTest, AFailureInTheMiddleLeavesTheRowsAlreadyWrittenTheMasterRowFirst) {
+  platform::FaultPlatform faults(platform::current());
+  const platform::Substitute substitute(faults);
+  const RecordsetPtr ams = MakeAMSFile(kCode);
+  const RecordsetPtr ahd = MakeAHDFile(kCode);
+  const RecordsetPtr avd = MakeAVDFile(kCode);
+  const auto write = [&] {
+    return HDwrtAntDBF(kCode, "A", 1, "dBd", 2, {0, 10}, {1, 1}, 1, {0}, {1}, 0, 0, ams, ahd, avd);
+  };
+  faults.reset();
+  ASSERT_EQ(write(), "");
+  const int calls = faults.calls();
+  ASSERT_GT(calls, 3);
+  bool masterAlone = false;
+  for (int call = 1; call <= calls; ++call) {
+    const long masters = rowCount(ams), azimuths = rowCount(ahd), elevations = rowCount(avd);
+    faults.failAt(call, failure::diskFull);
+    EXPECT_THAT(write(), HasSubstr("Error 61: ")) << call;
+    faults.reset();
+    const long master = rowCount(ams) - masters, azimuth = rowCount(ahd) - azimuths;
+    EXPECT_LE(master, 1) << call;
+    EXPECT_TRUE(azimuth == 0 || (master == 1 && azimuth == 2)) << call;
+    EXPECT_EQ(rowCount(avd) - elevations, 0) << call;
+    masterAlone = masterAlone || (master == 1 && azimuth == 0);
+  }
+  EXPECT_TRUE(masterAlone);
 }
 
 TEST_F(HDwrtAntDBFTest, ACountAboveTheArraysIsASubscriptFailure) {

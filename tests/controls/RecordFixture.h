@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "controls/LookAntFixture.h"
+#include "dialogs/frmParabGain.h"
 #include "foundation/numbers.h"
 #include "foundation/text.h"
 #include "tables/Database.h"
@@ -56,15 +57,15 @@ inline const std::vector<BoundValue> kBoundValues = {
 };
 inline constexpr std::size_t kSaved = 11;  // all but the frequency
 
-// What the host gave as the frequency, as the library look-up is told it.
+// What the host gave as the frequency, as the dialog of the gain box is told it; two decimals.
 inline double frequencyOf(scLookAnt& control) {
+  auto& screen = dynamic_cast<ScriptedDesktop&>(desktop());
   double told = -1;
-  control.setLibraryLook([&told](scLookAnt::LibraryChoice& choice) {
-    told = choice.frequency;
-    return false;
-  });
-  control.cmdLook.userClick();
-  control.setLibraryLook(nullptr);
+  screen.onModal["frmParabGain"] = [&told](Form& shown) {
+    told = CValP(dynamic_cast<frmParabGain&>(shown).Text1[frmParabGain::frequency].text());
+  };
+  control.mnuPopupParabolic.userClick();
+  screen.onModal.erase("frmParabGain");
   return told;
 }
 

@@ -1,18 +1,12 @@
-#include <gmock/gmock.h>
-
 #include "controls/LookAntFixture.h"
-#include "platform/RunTimeFailure.h"
 
 namespace vantrelix {
 namespace {
-
-using ::testing::HasSubstr;
 
 using Keys = test::LookAntTest;
 using Leaving = test::LookAntTest;
 using Clicks = test::LookAntTest;
 using CmdClear = test::LookAntLibraryTest;
-using CmdLook = test::LookAntLibraryTest;
 using Host = test::LookAntLibraryTest;
 
 TEST_F(Keys, EachTextBoxSelectsAllItsTextOnFocus) {
@@ -215,80 +209,6 @@ TEST_F(CmdClear, AHostMayDropTheControlWhileItAsks) {
   EXPECT_EQ(screen.turns(), 0);
 }
 
-TEST_F(CmdLook, IsShownWhileThereIsALookUp) {
-  EXPECT_FALSE(control.cmdLook.visible());
-  control.setLibraryLook([](scLookAnt::LibraryChoice&) { return false; });
-  EXPECT_TRUE(control.cmdLook.visible());
-  control.setLibraryLook({});
-  EXPECT_FALSE(control.cmdLook.visible());
-}
-
-TEST_F(CmdLook, OffersWhatIsChosenNowAndChangesNothingOnFalse) {
-  scLookAnt::LibraryChoice offered;
-  control.setLibraryLook([&](scLookAnt::LibraryChoice& choice) {
-    offered = choice;
-    choice.file = "AMSX";
-    return false;
-  });
-  control.sValueFreq(851.5);
-  control.sValueFile("AMST0001");
-  control.sValueID("7");
-  control.sValueDesc("d");
-  control.cmdLook.userClick();
-  EXPECT_EQ(offered.frequency, 851.5);
-  EXPECT_EQ(offered.file + "|" + offered.id + "|" + offered.description, "AMST0001|7|");
-  EXPECT_EQ(control.sValueFile(), "AMST0001");
-  EXPECT_FALSE(control.bDirty());
-  EXPECT_EQ(heard(), "");
-}
-
-TEST_F(CmdLook, TakesTheAntennaChosenAndTellsTheHost) {
-  addPanel();
-  control.setLibraryLook([](scLookAnt::LibraryChoice& choice) {
-    choice = {0, "AMST0001", "T00010000001", "chosen"};
-    return true;
-  });
-  control.cmdLook.userClick();
-  EXPECT_EQ(control.sValueID(), "T00010000001");
-  EXPECT_EQ(control.sValueDesc(), "Panel");
-  EXPECT_EQ(control.sValueGain(), "12.50");
-  EXPECT_TRUE(control.bDirty());
-  EXPECT_EQ(screen.turns(), 1);
-  EXPECT_EQ(heard(), "antenna ");
-}
-
-TEST_F(CmdLook, OpensTheMountingThatClearingHadDisabled) {
-  screen.answers = {MsgAnswer::ok};
-  control.cmdClear.userClick();
-  control.setLibraryLook([](scLookAnt::LibraryChoice&) { return true; });
-  for (TextBox* box : {&control.txtOrient, &control.txtMTilt}) box->setLocked(true);
-  EXPECT_FALSE(control.bDirty());
-  control.mnuPopupLibrary.userClick();
-  EXPECT_TRUE(control.bDirty());
-  for (TextBox* box : {&control.txtOrient, &control.txtETilt, &control.txtMTilt, &control.txtMAzim}) {
-    EXPECT_TRUE(box->enabled() && !box->locked()) << box->name();
-  }
-  EXPECT_TRUE(control.chkInvert.enabled());
-  EXPECT_TRUE(control.cboPol.enabled());
-  EXPECT_FALSE(control.cboPol.locked());
-}
-
-TEST_F(CmdLook, AFailureThatIsNotOfTheLibraryIsReportedToo) {
-  control.setLibraryLook([](scLookAnt::LibraryChoice&) -> bool { throw std::runtime_error("odd"); });
-  EXPECT_NO_THROW(control.cmdLook.userClick());
-  ASSERT_EQ(screen.shown().size(), 1u);
-  EXPECT_THAT(screen.shown()[0].message.text, HasSubstr("Error 51:  odd"));
-}
-
-TEST_F(CmdLook, AFailureOfTheLookUpIsReportedAndChangesNothing) {
-  control.setLibraryLook([](scLookAnt::LibraryChoice&) -> bool { throw RunTimeFailure(3051, "in use"); });
-  control.cmdLook.userClick();
-  ASSERT_EQ(screen.shown().size(), 1u);
-  EXPECT_THAT(screen.shown()[0].message.text, HasSubstr("Error 3051:  in use"));
-  EXPECT_THAT(suite.log(), HasSubstr("Error 3051:  in use"));
-  EXPECT_EQ(heard(), "");
-}
-
 using Event = Signal<> scLookAnt::*;
 
 // A control that its host drops in the event, on a file whose antenna is missing, so that reading it raises an alert.
@@ -335,14 +255,6 @@ TEST_F(Host, MayDropTheControlInTheEventOfAClick) {
   DoomedControl sized(&scLookAnt::ChangeSize);
   (*sized).lblPreview.userClick();
   EXPECT_TRUE(polarised.gone() && inverted.gone() && alerted.gone() && sized.gone());
-}
-
-TEST_F(Host, MayDropTheControlInTheAlertOfTheAntennaChosen) {
-  DoomedControl doomed(&scLookAnt::NewAlert);
-  (*doomed).setLibraryLook([](scLookAnt::LibraryChoice&) { return true; });
-  (*doomed).cmdLook.userClick();
-  EXPECT_TRUE(doomed.gone());
-  EXPECT_EQ(screen.turns(), 0);
 }
 
 TEST_F(Host, MayDropTheControlWhileAFailureOfTheReadIsShown) {

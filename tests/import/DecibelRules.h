@@ -1,13 +1,13 @@
 // What holds for Decibel files, of which TX RX files are a kind.
 #pragma once
 
-#include "SampledImport.h"
+#include "FormatImport.h"
 
 namespace vantrelix::test {
 
-class DecibelRules : public SampledImport {
+class DecibelRules : public FormatImport {
  protected:
-  explicit DecibelRules(const std::string& format) : SampledImport(format) {}
+  explicit DecibelRules(const std::string& format) : FormatImport(format) {}
 
   // A header of the seven lines around the plane, with a number in the line that is not looked at, and the points.
   static std::string text(const std::string& plane, const std::string& points = "0 0\n90 3\n",

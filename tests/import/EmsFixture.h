@@ -3,13 +3,13 @@
 
 #include <string>
 
-#include "PairedImport.h"
+#include "FormatImport.h"
 
 namespace vantrelix::test {
 
-class Ems : public PairedImport {
+class Ems : public FormatImport {
  protected:
-  Ems() : PairedImport("ems") {}
+  Ems() : FormatImport("ems") {}
 
   static std::string text(const std::string& points = "0,0\n90,3\n", const std::string& Freq = "1850") {
     return "1,2,3\n" + Freq + "\n" + points;

@@ -1,4 +1,4 @@
-#include "SampledImport.h"
+#include "FormatImport.h"
 #include "foundation/text.h"
 #include "import/TextLines.h"
 #include "import/antel.h"
@@ -13,9 +13,9 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-class Antel : public SampledImport {
+class Antel : public FormatImport {
  protected:
-  Antel() : SampledImport("antel") {}
+  Antel() : FormatImport("antel") {}
 };
 
 ImportedAntenna readText(const std::string& text) {

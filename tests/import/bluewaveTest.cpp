@@ -1,4 +1,4 @@
-#include "PreviewedImport.h"
+#include "FormatImport.h"
 #include "foundation/regional.h"
 
 namespace vantrelix::test {
@@ -11,9 +11,9 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
 
-class Bluewave : public PreviewedImport {
+class Bluewave : public FormatImport {
  protected:
-  Bluewave() : PreviewedImport("bluewave") {}
+  Bluewave() : FormatImport("bluewave") {}
 
   std::string azimuth(const std::string& name, const std::string& title = "AB F=450MHz H") const {
     return write(name, title + "\n0 -30\n90 5.5\n-10 2\n");
@@ -235,23 +235,11 @@ TEST_F(Bluewave, SeparatorsAndLineEndsMayBeOfAnyKind) {
 
 TEST_F(Bluewave, TheLibraryHoldsWhatWasRead) {
   import({azimuth("A12H.TXT"), elevation("A12V.TXT")});
-  const std::vector<AntennaListEntry> list = listAntennas(getAntennasPath(), "AMST0001");
-  ASSERT_EQ(list.size(), 1u);
-  EXPECT_EQ(list[0].description, "AB F=470MHz V");
-  EXPECT_DOUBLE_EQ(list[0].gain, 5.5);
-  EXPECT_EQ(list[0].gainUnits, "dBd");
-  EXPECT_DOUBLE_EQ(list[0].fLow, 470);
-  EXPECT_EQ(list[0].horizontalPoints, 3);
-  EXPECT_EQ(list[0].verticalPoints, 3);
+  expectOnePairStored("AB F=470MHz V", 5.5, 470);
 }
 
 TEST_F(Bluewave, ThePreviewIsAskedAgainBehindNoPreview) {
-  answer = PreviewAnswer::noPreview;
-  const std::string first = azimuth("A12H.TXT");
-  import({first, azimuth("B12H.TXT")});
-  ASSERT_EQ(captions.size(), 2u);
-  EXPECT_EQ(captions[0], "BLUEWAVE ANTENNA\r\nFile: " + files.machine(first) + "\r\nAB F=450MHz H");
-  EXPECT_EQ(descriptions().size(), 2u);
+  expectPreviewsBehindNoPreview({azimuth("A12H.TXT"), azimuth("B12H.TXT")}, "BLUEWAVE ANTENNA", "AB F=450MHz H");
 }
 
 TEST_F(Bluewave, TheWorkingSetStartsAfreshForEachFile) {
@@ -309,17 +297,6 @@ TEST_F(Bluewave, TooManyPointsFail) {
   EXPECT_THAT(failure(write("A.TXT", "A H\n" + points)), HasSubstr("Error 6: "));
   EXPECT_THAT(failure(write("B.TXT", "A V\n" + points)), HasSubstr("Error 6: "));
   EXPECT_THAT(descriptions(), IsEmpty());
-}
-
-TEST(ImportFormats, HoldTheBluewaveFormatWithItsTexts) {
-  const ImportFormat* format = findImportFormat("bluewave");
-  ASSERT_NE(format, nullptr);
-  EXPECT_EQ(format->menuItem, "mnuImportBluewave");
-  EXPECT_EQ(format->menuCaption, "Legacy Bluewave File Format");
-  EXPECT_EQ(format->legacyName, "Bluewave");
-  EXPECT_EQ(format->dialogTitle, "Bluewave Files to Read");
-  EXPECT_EQ(format->pathKey, "Import Bluewave");
-  EXPECT_THAT(format->filters, IsEmpty());
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "SampledImport.h"
+#include "FormatImport.h"
 
 namespace vantrelix::test {
 
@@ -8,9 +8,9 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-class Celwave : public SampledImport {
+class Celwave : public FormatImport {
  protected:
-  Celwave() : SampledImport("celwave") {}
+  Celwave() : FormatImport("celwave") {}
 
   struct Lines {
     std::string model = "AB-12";

@@ -1,4 +1,4 @@
-#include "PairedImport.h"
+#include "FormatImport.h"
 #include "import/dapa.h"
 
 namespace vantrelix::test {
@@ -9,9 +9,9 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-class Dapa : public PairedImport {
+class Dapa : public FormatImport {
  protected:
-  Dapa() : PairedImport("dapa") {}
+  Dapa() : FormatImport("dapa") {}
 
   static std::string text(const std::string& plane, const std::string& points = "0 0\n90 3\n",
                           const std::string& gain = "9.5 dBd", const std::string& name = "AB-12") {

@@ -1,41 +1,19 @@
 // What every format of the table has to bring along, and the told texts of the table.
-#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <set>
 #include <sstream>
 
+#include "FormatImport.h"
 #include "import/ImportFormat.h"
 
-namespace vantrelix {
+namespace vantrelix::test {
 namespace {
 
 namespace fs = std::filesystem;
 
 const fs::path kTests = fs::path(VANTRELIX_SOURCE_DIR) / "tests";
-
-// "nsma-fcc" is "nsmaFcc" in the names of files.
-std::string fileName(const std::string& format) {
-  std::string name;
-  bool raise = false;
-  for (const char c : format) {
-    if (c != '-') name += raise ? static_cast<char>(std::toupper(static_cast<unsigned char>(c))) : c;
-    raise = c == '-';
-  }
-  return name;
-}
-
-// Files in the folder whose names begin with "damaged", or the others.
-long filesIn(const fs::path& folder, bool damaged) {
-  if (!fs::is_directory(folder)) return 0;
-  long count = 0;
-  for (const auto& entry : fs::directory_iterator(folder)) {
-    const bool isDamaged = entry.path().filename().string().starts_with("damaged");
-    if (entry.is_regular_file() && isDamaged == damaged) ++count;
-  }
-  return count;
-}
 
 // A missing file holds nothing.
 bool fileHolds(const fs::path& file, const std::string& what) {
@@ -47,17 +25,17 @@ bool fileHolds(const fs::path& file, const std::string& what) {
 class EveryFormat : public testing::TestWithParam<std::string> {
  protected:
   const ImportFormat& format = *findImportFormat(GetParam());
-  const std::string name = fileName(GetParam());
+  const std::string name = fileNameOf(GetParam());
 };
 
-TEST_P(EveryFormat, HasSamples) { EXPECT_GT(filesIn(kTests / "data" / name, false), 0); }
+TEST_P(EveryFormat, HasSamples) { EXPECT_FALSE(samplesOf(GetParam(), false).empty()); }
 
-TEST_P(EveryFormat, HasDamagedSamples) { EXPECT_GT(filesIn(kTests / "data" / name, true), 0); }
+TEST_P(EveryFormat, HasDamagedSamples) { EXPECT_FALSE(samplesOf(GetParam(), true).empty()); }
 
 TEST_P(EveryFormat, HasAFuzzTargetWithACorpus) {
   EXPECT_TRUE(fs::exists(kTests / "fuzz" / (name + "Fuzz.cpp")));
   EXPECT_TRUE(fileHolds(kTests / "fuzz" / "CMakeLists.txt", "vantrelix_fuzz(" + name + " import)"));
-  EXPECT_GT(filesIn(kTests / "fuzz" / "corpus" / name, false), 0);
+  EXPECT_FALSE(fs::is_empty(kTests / "fuzz" / "corpus" / name));
 }
 
 TEST_P(EveryFormat, HasATest) { EXPECT_TRUE(fileHolds(kTests / "import" / (name + "Test.cpp"), "TEST")); }
@@ -70,14 +48,7 @@ TEST_P(EveryFormat, HasAReaderAndTextsForItsDialogs) {
   EXPECT_EQ(format.notice.title.empty(), format.notice.text.empty());
 }
 
-std::vector<std::string> formatNames() {
-  std::vector<std::string> names;
-  for (const ImportFormat& format : importFormats()) names.push_back(format.name);
-  return names;
-}
-
-INSTANTIATE_TEST_SUITE_P(Import, EveryFormat, testing::ValuesIn(formatNames()),
-                         [](const auto& test) { return fileName(test.param); });
+INSTANTIATE_TEST_SUITE_P(Import, EveryFormat, testing::ValuesIn(formatNames()), kFormatTestName);
 
 // The texts by which the formats differ.
 struct Told {
@@ -127,4 +98,4 @@ TEST(ImportFormats, TheNameOfAFormatIsWholeOrUnknown) {
 }
 
 }  // namespace
-}  // namespace vantrelix
+}  // namespace vantrelix::test

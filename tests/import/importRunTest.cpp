@@ -295,7 +295,7 @@ TEST_F(ImportRun, LeavesTheProcedureStackAsItWas) {
   EXPECT_EQ(currentProcedure(), 0);
 }
 
-class ImportPreview : public ImportSuite {
+class ImportRunPreview : public ImportSuite {
  protected:
   // Runs over three files and gives the captions that were shown.
   std::vector<std::string> previews(std::vector<PreviewAnswer> answers, const ImportFormat& format) {
@@ -313,7 +313,7 @@ class ImportPreview : public ImportSuite {
   const ImportFormat generic = *findImportFormat("generic");
 };
 
-TEST_F(ImportPreview, AddsWhatIsConfirmed) {
+TEST_F(ImportRunPreview, AddsWhatIsConfirmed) {
   EXPECT_THAT(previews({PreviewAnswer::add}, generic),
               ElementsAre("Generic Format ANTENNA\r\nFile: " + files.machine("a.msi") + "\r\nA",
                           "Generic Format ANTENNA\r\nFile: " + files.machine("b.msi") + "\r\nB",
@@ -321,29 +321,29 @@ TEST_F(ImportPreview, AddsWhatIsConfirmed) {
   EXPECT_THAT(descriptions(), ElementsAre("A", "B", "C"));
 }
 
-TEST_F(ImportPreview, SkipsOneAntenna) {
+TEST_F(ImportRunPreview, SkipsOneAntenna) {
   EXPECT_EQ(previews({PreviewAnswer::skip, PreviewAnswer::add}, generic).size(), 3u);
   EXPECT_THAT(descriptions(), ElementsAre("B", "C"));
 }
 
-TEST_F(ImportPreview, CancelEndsTheRunAtOnce) {
+TEST_F(ImportRunPreview, CancelEndsTheRunAtOnce) {
   EXPECT_EQ(previews({PreviewAnswer::add, PreviewAnswer::cancel}, generic).size(), 2u);
   EXPECT_THAT(descriptions(), ElementsAre("A"));
 }
 
-TEST_F(ImportPreview, NoPreviewEndsThePreviewsOfThisFormat) {
+TEST_F(ImportRunPreview, NoPreviewEndsThePreviewsOfThisFormat) {
   EXPECT_EQ(previews({PreviewAnswer::noPreview}, generic).size(), 1u);
   EXPECT_THAT(descriptions(), ElementsAre("A", "B", "C"));
 }
 
-TEST_F(ImportPreview, NoPreviewActsAsAddInOtherFormats) {
+TEST_F(ImportRunPreview, NoPreviewActsAsAddInOtherFormats) {
   ImportFormat other = generic;
   other.traits = ImportFormat::plain;
   EXPECT_EQ(previews({PreviewAnswer::noPreview}, other).size(), 3u);
   EXPECT_THAT(descriptions(), ElementsAre("A", "B", "C"));
 }
 
-TEST_F(ImportPreview, IsNotShownWhereItIsOff) {
+TEST_F(ImportRunPreview, IsNotShownWhereItIsOff) {
   ImportOwner owner;
   owner.preview = [](const std::string&, const ImportedAntenna&) -> PreviewAnswer {
     throw RunTimeFailure(failure::internalError, "shown");

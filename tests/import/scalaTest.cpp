@@ -1,4 +1,4 @@
-#include "PreviewedImport.h"
+#include "FormatImport.h"
 
 namespace vantrelix::test {
 
@@ -12,9 +12,9 @@ using ::testing::IsEmpty;
 // Six lines of header.
 std::string header(const std::string& nameLine) { return "maker\n" + nameLine + "\nline 3\nline 4\n\nline 6\n"; }
 
-class Scala : public PreviewedImport {
+class Scala : public FormatImport {
  protected:
-  Scala() : PreviewedImport("scala") {}
+  Scala() : FormatImport("scala") {}
 
   std::string azimuth(const std::string& name, const std::string& nameLine = "Azimuth (450 MHz)") const {
     return write(name, header(nameLine) + "0 0\n90 3.5\n-10 -2\n");
@@ -213,23 +213,11 @@ TEST_F(Scala, TheHeaderIsExactlySixLines) {
 
 TEST_F(Scala, TheLibraryHoldsWhatWasRead) {
   import({azimuth("ABHA.PAT"), elevation("ABVA.PAT")});
-  const std::vector<AntennaListEntry> list = listAntennas(getAntennasPath(), "AMST0001");
-  ASSERT_EQ(list.size(), 1u);
-  EXPECT_EQ(list[0].description, "Elevation");
-  EXPECT_DOUBLE_EQ(list[0].gain, 0);
-  EXPECT_EQ(list[0].gainUnits, "dBd");
-  EXPECT_DOUBLE_EQ(list[0].fLow, 470);
-  EXPECT_EQ(list[0].horizontalPoints, 3);
-  EXPECT_EQ(list[0].verticalPoints, 3);
+  expectOnePairStored("Elevation", 0, 470);
 }
 
 TEST_F(Scala, ThePreviewIsAskedAgainBehindNoPreview) {
-  answer = PreviewAnswer::noPreview;
-  const std::string first = azimuth("ABHA.PAT");
-  import({first, azimuth("CDHA.PAT")});
-  ASSERT_EQ(captions.size(), 2u);
-  EXPECT_EQ(captions[0], "SCALA ANTENNA\r\nFile: " + files.machine(first) + "\r\nAzimuth");
-  EXPECT_EQ(descriptions().size(), 2u);
+  expectPreviewsBehindNoPreview({azimuth("ABHA.PAT"), azimuth("CDHA.PAT")}, "SCALA ANTENNA", "Azimuth");
 }
 
 TEST_F(Scala, AFileThatEndsAnywhereIsOneCountOrAWholeAntenna) {
@@ -287,17 +275,6 @@ TEST_F(Scala, TooManyPointsFail) {
   EXPECT_THAT(failure(write("ABHA.PAT", header("A (1)") + points)), HasSubstr("Error 6: "));
   EXPECT_THAT(failure(write("ABVA.PAT", header("A (1)") + points)), HasSubstr("Error 6: "));
   EXPECT_THAT(descriptions(), IsEmpty());
-}
-
-TEST(ImportFormats, HoldTheScalaFormatWithItsTexts) {
-  const ImportFormat* format = findImportFormat("scala");
-  ASSERT_NE(format, nullptr);
-  EXPECT_EQ(format->menuItem, "mnuImportScala");
-  EXPECT_EQ(format->menuCaption, "Legacy Scala File Format");
-  EXPECT_EQ(format->legacyName, "Scala");
-  EXPECT_EQ(format->dialogTitle, "SCALA Files to Read");
-  EXPECT_EQ(format->pathKey, "Import Scala");
-  EXPECT_THAT(format->filters, IsEmpty());
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "PreviewedImport.h"
+#include "FormatImport.h"
 
 namespace vantrelix::test {
 
@@ -11,9 +11,9 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Pointwise;
 
-class Shively : public PreviewedImport {
+class Shively : public FormatImport {
  protected:
-  Shively() : PreviewedImport("shively") {}
+  Shively() : FormatImport("shively") {}
 
   ImportedAntenna read(const std::string& text) { return only({write("A1H.TXT", text)}); }
 };

@@ -1,4 +1,4 @@
-#include "SampledImport.h"
+#include "FormatImport.h"
 
 namespace vantrelix::test {
 
@@ -8,9 +8,9 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-class Sinclair : public SampledImport {
+class Sinclair : public FormatImport {
  protected:
-  Sinclair() : SampledImport("sinclair") {}
+  Sinclair() : FormatImport("sinclair") {}
 
   // A header of the seven lines around the plane, with a number in the line that is not looked at, and the points.
   static std::string text(const std::string& plane, const std::string& points = "0 0\n90 3\n",

@@ -1,4 +1,4 @@
-#include "PairedImport.h"
+#include "FormatImport.h"
 #include "foundation/regional.h"
 #include "import/tiltek.h"
 
@@ -10,9 +10,9 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-class TilTek : public PairedImport {
+class TilTek : public FormatImport {
  protected:
-  TilTek() : PairedImport("tiltek") {}
+  TilTek() : FormatImport("tiltek") {}
 
   static std::string azimuth(const std::string& points = "0 10\n90 7\n") { return "Title H\nH\n\n\n" + points; }
   static std::string elevation(const std::string& points = "0 11\n-30 -5\n") { return "Title E\nE\n\n\n" + points; }

@@ -23,7 +23,7 @@ const std::map<std::string, std::set<std::string>> kBelow = {
     {"lines", {"platform", "foundation", "tables"}},
     {"ui", {"platform", "foundation"}},
     {"dialogs", {"platform", "foundation", "ui"}},
-    {"preview", {"platform", "foundation", "tables", "antenna", "ui"}},
+    {"preview", {"platform", "foundation", "tables", "antenna", "ui", "dialogs"}},
     {"aliases", {"platform", "foundation", "ui", "dialogs"}},
     {"import", {"platform", "foundation", "tables", "antenna", "ui", "dialogs", "preview", "aliases"}},
     {"editor", {"platform", "foundation", "tables", "antenna", "ui", "dialogs", "preview", "aliases", "import"}},

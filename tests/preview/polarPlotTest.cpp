@@ -130,9 +130,7 @@ TEST(DrawCut, AFlatCutOfNoGainHasTheRangeOne) {
 
 TEST(DrawCut, WithTheFloorToStayAFlatCutHasTheRangeOneAndLiesOnTheCentre) {
   PictureBox picture("pic");
-  PolarOptions options;
-  options.flatFloorStays = true;
-  drawCut(picture, Plane::elevation, {8, 8}, {0, 90}, {8, 8}, options);
+  drawCut(picture, Plane::elevation, {8, 8}, {0, 90}, {8, 8}, thumbnailOptions());
   EXPECT_DOUBLE_EQ(picture.scale().width, 2.1);
   expectLine(picture.lines()[2], 0, 0, 0, 0);
 }
@@ -162,12 +160,40 @@ TEST(DrawCut, APointOnTheHorizontalCountsAsDirectionZero) {
 }
 
 TEST(DrawCut, FoldedDirectionsCloseOppositePointsAndOnlyWhatIsLessThanFiveApart) {
-  PolarOptions options;
-  options.foldedDirections = true;
+  const PolarOptions options = previewOptions();
   EXPECT_EQ(cutLines(Plane::azimuth, {1, 90, 180}, options), 3u);
   EXPECT_EQ(cutLines(Plane::azimuth, range(0, 359, 1), options), 360u);
   EXPECT_EQ(cutLines(Plane::azimuth, range(0, 350, 10), options), 35u);
   EXPECT_EQ(cutLines(Plane::elevation, {0, 45, 3}, options), 3u);
+}
+
+TEST(DrawCut, FoldedDirectionsOfFiveDegreesApartAreNotClosed) {
+  EXPECT_EQ(cutLines(Plane::azimuth, {10, 40, 14.9}, previewOptions()), 3u);
+  EXPECT_EQ(cutLines(Plane::azimuth, {10, 40, 15.1}, previewOptions()), 2u);
+}
+
+TEST(DrawCut, TheThumbnailsCloseAsTheLookupControlDoes) {
+  for (const Numbers& angles : {range(0, 359, 1), range(0, 180, 10), Numbers{10, 25, 39}, Numbers{1, 90, 180}}) {
+    EXPECT_EQ(cutLines(Plane::azimuth, angles, thumbnailOptions()), cutLines(Plane::azimuth, angles, lookupOptions()));
+  }
+}
+
+TEST(DrawCut, AFloorAboveTheTopCountsAsOneAtIt) {
+  PictureBox picture("pic");
+  drawCut(picture, Plane::elevation, {8, 12}, {0, 90}, {8, 13}, lookupOptions());
+  EXPECT_DOUBLE_EQ(picture.scale().width, 16.8);
+  drawCut(picture, Plane::elevation, {8, 12}, {0, 90}, {8, 13}, thumbnailOptions());
+  EXPECT_DOUBLE_EQ(picture.scale().width, 2.1);
+  expectLine(picture.lines()[2], 0, 0, 0, 1);
+}
+
+TEST(DrawCut, WithoutAFloorANegativeValueLiesOnTheOppositeSide) {
+  PictureBox picture("pic");
+  drawCut(picture, Plane::azimuth, {10, -30}, {0, 90}, {10, -4}, importPreviewOptions("W"));
+  EXPECT_DOUBLE_EQ(picture.scale().width, 21);
+  expectLine(picture.lines()[2], 0, 10, -4, 0);
+  drawCut(picture, Plane::azimuth, {10, -30}, {0, 90}, {10, -4}, importPreviewOptions("dBd"));
+  expectLine(picture.lines()[2], 0, 40, 26, 0);
 }
 
 TEST(DrawCut, ErasesWhatWasThereAndLeavesACutWithoutPointsBlank) {
@@ -187,6 +213,7 @@ TEST(DrawCut, NumbersBeyondTheRangeOfADoubleAreAnOverflow) {
   } catch (const RunTimeFailure& failure) {
     EXPECT_EQ(failure.number(), failure::overflow);
   }
+  EXPECT_TRUE(picture.lines().empty());
   EXPECT_THROW(drawCut(picture, Plane::azimuth, {1, 0}, {0, 1}, {1, std::numeric_limits<double>::infinity()}),
                RunTimeFailure);
 }

@@ -35,8 +35,8 @@
 namespace vantrelix::demo {
 namespace {
 
-constexpr const char* kEntries[] = {"messageAction",  "noteAction",  "listAction",    "printAction",
-                                    "antennasAction", "linesAction", "parabolaAction"};
+constexpr const char* kEntries[] = {"messageAction",  "noteAction",  "listAction",     "printAction",
+                                    "antennasAction", "linesAction", "parabolaAction", "editorAction"};
 
 // The demo host on an installation folder of its own that has one antenna library.
 class DialogMenuHost : public testing::Test {
@@ -100,9 +100,9 @@ TEST_F(DialogMenuScripted, StandsInTheMenuBarWithItsEntriesInOrder) {
     captions << action->text().remove('&');
   }
   EXPECT_EQ(names, QStringList(std::begin(kEntries), std::end(kEntries)));
-  EXPECT_EQ(captions,
-            QStringList({"Message with check box...", "Floating note", "Select from a list...", "Print a text file...",
-                         "Antenna library by name...", "Line library by name...", "Parabolic gain..."}));
+  EXPECT_EQ(captions, QStringList({"Message with check box...", "Floating note", "Select from a list...",
+                                   "Print a text file...", "Antenna library by name...", "Line library by name...",
+                                   "Parabolic gain...", "Antenna Editor..."}));
 }
 
 TEST_F(DialogMenuScripted, NoTwoEntriesShareAMnemonic) {

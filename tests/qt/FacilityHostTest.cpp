@@ -28,7 +28,8 @@ class Facility : public test::FacilityTest {
 
   scLookAnt control;
   scLookLine line;
-  FacilityHost host{control, line};
+  scLookAnt_Desc name;
+  FacilityHost host{control, line, name};
 };
 
 TEST_F(Facility, MakesTheTableAndTheFileWhereTheyAreNotThere) {

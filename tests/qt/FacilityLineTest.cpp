@@ -35,7 +35,8 @@ class FacilityLine : public test::FacilityTest {
 
   scLookAnt antenna;
   scLookLine line;
-  FacilityHost host{antenna, line};
+  scLookAnt_Desc name;
+  FacilityHost host{antenna, line, name};
 };
 
 TEST_F(FacilityLine, EachRecordShowsItsOwnLineLocked) {

@@ -67,11 +67,13 @@ TEST(ScriptedDesktop, CountsTurnsAndKeepsMenus) {
   scripted.onTurn = [&] { ++acted; };
   scripted.doEvents();
   Menu menu("mnu");
+  CommandButton button("cmd");
   scripted.popupMenu(menu);
+  scripted.popupMenu(menu, &button);
   EXPECT_EQ(scripted.turns(), 2);
   EXPECT_EQ(acted, 1);
-  ASSERT_EQ(scripted.menusShown().size(), 1u);
-  EXPECT_EQ(scripted.menusShown()[0], &menu);
+  EXPECT_EQ(scripted.menusShown(), (std::vector<Menu*>{&menu, &menu}));
+  EXPECT_EQ(scripted.menuPlaces(), (std::vector<const Widget*>{nullptr, &button}));
 }
 
 }  // namespace

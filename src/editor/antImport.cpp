@@ -1,0 +1,45 @@
+#include "editor/antImport.h"
+
+#include <exception>
+
+#include "antenna/makeAntFiles.h"
+#include "dialogs/frmProgress.h"
+#include "editor/frmHDAntEditor.h"
+#include "foundation/errHand.h"
+#include "foundation/procedures.h"
+#include "import/importPreview.h"
+#include "import/runImport.h"
+#include "ui/Desktop.h"
+
+namespace vantrelix {
+
+void AntImport(frmHDAntEditor& form) { desktop().popupMenu(form.mnuImport, &form.Command1[frmHDAntEditor::importing]); }
+
+void importInto(frmHDAntEditor& form, const ImportFormat& format) {
+  const Procedure guard(procedure::AntImport);
+  try {
+    SetFlag(100);
+    const LibraryTables tables = openLibraryTables(form.folder(), form.Mfg);
+    {
+      ProgressWindow progress(format.dialogTitle);
+      ImportOwner owner;
+      owner.progress = [&](const std::string& text) {
+        form.lblProgress.setCaption(text);
+        progress.report(text, 0, 0);
+      };
+      owner.cancelled = [&] { return progress.cancelled(); };
+      SetFlag(200);
+      runImport(format, form.Mfg, tables.rsAMS, tables.rsAHD, tables.rsAVD, withPreviews(owner));
+    }
+    form.lblProgress.setCaption("");
+    SetFlag(300);
+    form.DataAMS.Requery();
+    form.MakeMyCaption();
+  } catch (const RunTimeFailure& failure) {
+    ErrHand(failure, format.dialogTitle);
+  } catch (const std::exception& failure) {
+    ErrHand(failure, format.dialogTitle);
+  }
+}
+
+}  // namespace vantrelix

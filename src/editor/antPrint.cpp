@@ -1,0 +1,81 @@
+#include "editor/antPrint.h"
+
+#include <cstdint>
+#include <exception>
+#include <string_view>
+#include <vector>
+
+#include "dialogs/PrtOutUtils.h"
+#include "editor/exportedAntenna.h"
+#include "editor/frmHDAntEditor.h"
+#include "editor/selectedAntenna.h"
+#include "foundation/errHand.h"
+#include "foundation/extract.h"
+#include "foundation/numbers.h"
+#include "foundation/procedures.h"
+#include "foundation/suitePaths.h"
+#include "foundation/text.h"
+#include "platform/Platform.h"
+
+namespace vantrelix {
+
+namespace {
+
+constexpr const char* kPrintFile = "QVPrnFil.TXT";
+constexpr const char* kGainFormat = "###0.00";
+constexpr const char* kPointFormat = "#0.000";
+
+struct Headings {
+  Plane plane;
+  std::string_view angle;
+  std::string_view value;
+};
+
+// By number of the cut.
+constexpr Headings kCuts[] = {
+    {Plane::azimuth, "  AZIM", "   HOR FIELD"},
+    {Plane::elevation, " ANGLE", "   VER FIELD"},
+};
+
+bool isCut(int which) { return which == 0 || which == 1; }
+
+}  // namespace
+
+std::string tabulation(frmHDAntEditor& form, int which) {
+  if (!isCut(which)) return "";
+  const Headings& cut = kCuts[which];
+  std::int16_t n = 0;
+  std::vector<double> angles, gains;
+  form.pane(cut.plane).GetPat(n, angles, gains);
+  const ExportedAntenna antenna = exportedAntenna(form);
+  std::string text = antenna.description + kLineBreak + formatNumber(antenna.gain, kGainFormat) + " " + antenna.gainUn +
+                     kLineBreak + std::string(cut.angle) + std::string(cut.value) + kLineBreak;
+  for (std::size_t i = 0; i < static_cast<std::size_t>(n); ++i) {
+    text += PadLeft(angles[i], kPointFormat, cut.angle.size(), false) +
+            PadLeft(gains[i], kPointFormat, cut.value.size(), false) + kLineBreak;
+  }
+  return text;
+}
+
+void AntPrint(frmHDAntEditor& form, int which) {
+  if (!requireSelection(form, "Then click the copy button to make a copy of that antenna.")) return;
+  if (!isCut(which)) return;
+  const Procedure guard(procedure::AntPrint);
+  const std::string path = setPathName(getWorkPath(), kPrintFile);
+  try {
+    SetFlag(100);
+    const std::string text = tabulation(form, which);
+    SetFlag(200);
+    platform::replaceWholeFile(path, text);
+    SetFlag(300);
+    PrtOutUtils(path, "FILE");
+  } catch (const RunTimeFailure& failure) {
+    ErrHand(failure, displayPath(path));
+  } catch (const std::exception& failure) {
+    ErrHand(failure, displayPath(path));
+  }
+}
+
+void AntPlot(frmHDAntEditor&, int) {}
+
+}  // namespace vantrelix

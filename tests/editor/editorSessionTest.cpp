@@ -1,0 +1,423 @@
+// How a session starts, what it shows in either job, and how it ends.
+#include "EditorFixture.h"
+#include "editor/AntLibLook.h"
+#include "tables/DbfFile.h"
+#include "tables/EditingMark.h"
+
+namespace vantrelix::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using Button = frmHDAntEditor::Button;
+
+class SessionTest : public EditorTest {
+ protected:
+  static std::string stored(const std::string& key, const std::string& section = "Antenna Data Path") {
+    std::string file = getSuiteINI();
+    return getINIStr(section, key, "(none)", file);
+  }
+  static void store(const std::string& key, const std::string& value,
+                    const std::string& section = "Antenna Data Path") {
+    ASSERT_TRUE(setINI(section, key, getSuiteINI(), value));
+  }
+  std::vector<int> enabledButtons() {
+    std::vector<int> enabled;
+    for (std::size_t i = 0; i < frmHDAntEditor::buttonCount; ++i) {
+      if (form().Command1[i].reachable()) enabled.push_back(static_cast<int>(i));
+    }
+    return enabled;
+  }
+  bool frequencyShown() {
+    return form().txtFreq.visible() && form().txtFreqDelta.visible() && form().cboFreqDelta.visible();
+  }
+  void skipValid() { setINI("HDAntenna", "SkipValid", getDefaultsINI(), "-1"); }
+};
+
+// --- Opening.
+
+TEST_F(SessionTest, TheTitleNamesTheJobTheLibraryAndTheNumberOfItsAntennas) {
+  addPanel();
+  addPanel("Other");
+  EXPECT_EQ(open().caption(), "Antenna Database Editor: Test Library (AMST0001)  2 records");
+  EXPECT_EQ(open("LOOKUP").caption(), "Antenna Database Lookup: Test Library (AMST0001)  2 records");
+}
+
+TEST_F(SessionTest, NamesItsTablesByTheLibrary) {
+  open();
+  EXPECT_EQ(form().AMSName, "AMST0001");
+  EXPECT_EQ(form().AHDName, "AHDT0001");
+  EXPECT_EQ(form().AVDName, "AVDT0001");
+  EXPECT_EQ(form().Mfg, "T0001");
+}
+
+TEST_F(SessionTest, TheEditorBeginsEndedAndTheLookUpOpen) {
+  EXPECT_EQ(open().SessionResult, 0);
+  EXPECT_EQ(open("LOOKUP").SessionResult, 88);
+  EXPECT_FALSE(form().Loading);
+}
+
+TEST_F(SessionTest, ALibraryThatIsNotThereIsMadeBeforeTheFormIsShown) {
+  std::vector<std::string> notes;
+  screen.onTurn = [&] { notes = screen.formsShown(); };
+  form_ = std::make_unique<frmHDAntEditor>();
+  form_->InitForm("AMSNEW01.DBF", "", " ", 0, "New One", "");
+  EXPECT_THAT(notes, ElementsAre("frmMsgFloat (modeless)"));
+  EXPECT_EQ(form().SessionResult, 0);
+  EXPECT_EQ(rows("AMSNEW01", {"ATYPE_ID"}).size(), 0U);
+  EXPECT_EQ(rows("AHDNEW01", {"ATYPE_ID"}).size(), 0U);
+  EXPECT_EQ(rows("AVDNEW01", {"ATYPE_ID"}).size(), 0U);
+}
+
+TEST_F(SessionTest, ABlankNameOfTheLibraryIsLookedUp) {
+  ASSERT_TRUE(
+      setINI("ANTENNAS\\AMS?????.DBF", "AMST0001.DBF", setPathName(getAntennasPath(), "QVAliasANT.INI"), "Looked Up"));
+  frmHDAntEditor form;
+  form.InitForm("AMST0001.DBF", " ", " ", 0, "", "");
+  EXPECT_EQ(form.LibDesc, "Looked Up");
+  frmHDAntEditor unnamed;
+  unnamed.InitForm("AMSNEW03.DBF", "", " ", 0, "", "");
+  EXPECT_EQ(unnamed.LibDesc, "ANTENNAS\\AMS?????.DBF");
+}
+
+TEST_F(SessionTest, TheOrderOfElevationsComesFromTheUsersDefaults) {
+  EXPECT_EQ(open().VertSort, "ASC");
+  EXPECT_TRUE(form().mnuConfigVertSortASC.checked());
+  EXPECT_FALSE(form().mnuConfigVertSortDESC.checked());
+  setINI("Antenna Editor", "VertPatSort", getDefaultsINI(), "DESC");
+  EXPECT_EQ(open().VertSort, "DESC");
+  EXPECT_FALSE(form().mnuConfigVertSortASC.checked());
+  EXPECT_TRUE(form().mnuConfigVertSortDESC.checked());
+}
+
+TEST_F(SessionTest, NothingIsSelectedUntilTheUserOrTheCallerSaysSo) {
+  addPanel();
+  open();
+  EXPECT_EQ(form().selectedRow(), -1);
+  EXPECT_EQ(form().TDBGridAHD.rows(), nullptr);
+  open(" ", 0, kFirst);
+  EXPECT_EQ(form().selectedRow(), 0);
+  EXPECT_EQ(form().txtID.text(), std::string("Ant ID: ") + kFirst);
+}
+
+TEST_F(SessionTest, AnAntennaThatIsNotThereSelectsNothing) {
+  addPanel();
+  open(" ", 0, "T0001'000001");
+  EXPECT_EQ(form().selectedRow(), -1);
+  EXPECT_EQ(form().SessionResult, 0);
+  EXPECT_THAT(heard(), IsEmpty());
+}
+
+TEST_F(SessionTest, TheEditorOffersItsButtonsAndTheLookUpOnlyItsEnds) {
+  open();
+  EXPECT_THAT(enabledButtons(), ElementsAre(0, 1, 4, 5, 6, 7, 8, 9, 10, 11, 12));
+  EXPECT_FALSE(form().chkReadOnly.visible());
+  EXPECT_EQ(form().chkReadOnly.value(), 0);
+  open("LOOKUP");
+  EXPECT_THAT(enabledButtons(), ElementsAre(11, 12));
+  EXPECT_FALSE(form().chkReadOnly.visible());
+  EXPECT_EQ(form().chkReadOnly.value(), 1);
+}
+
+TEST_F(SessionTest, TheLookUpLetsNothingBeChanged) {
+  open("LOOKUP");
+  for (DataGrid* grid : {&form().TDBGridAMS, &form().TDBGridAHD, &form().TDBGridAVD}) {
+    EXPECT_FALSE(grid->allowAddNew() || grid->allowUpdate() || grid->allowDelete()) << grid->name();
+  }
+  open();
+  for (DataGrid* grid : {&form().TDBGridAMS, &form().TDBGridAHD, &form().TDBGridAVD}) {
+    EXPECT_TRUE(grid->allowAddNew() && grid->allowUpdate() && grid->allowDelete()) << grid->name();
+  }
+}
+
+// --- The frequency of interest.
+
+TEST_F(SessionTest, AFrequencyOf0HidesItsControlsInTheLookUpAndShowsThemInTheEditor) {
+  open("LOOKUP", 0);
+  EXPECT_FALSE(frequencyShown());
+  open(" ", 0);
+  EXPECT_TRUE(frequencyShown());
+  open("LOOKUP", 850);
+  EXPECT_TRUE(frequencyShown());
+}
+
+TEST_F(SessionTest, ANegativeFrequencyHidesItsControlsInTheEditorAndColoursNoRow) {
+  open(" ", -1);
+  EXPECT_FALSE(frequencyShown());
+  EXPECT_FALSE(form().TDBGridAMS.fetchesRowStyle());
+  open(" ", 0);
+  EXPECT_TRUE(form().TDBGridAMS.fetchesRowStyle());
+  open("LOOKUP", -1);
+  EXPECT_TRUE(form().TDBGridAMS.fetchesRowStyle());
+}
+
+TEST_F(SessionTest, TheFrequencyShowsFourDecimalsAndItsToleranceInMHz) {
+  store("FreqRange", "0|25.5|KHz");
+  open(" ", 850.25);
+  EXPECT_EQ(form().txtFreq.text(), "850.2500+/-");
+  EXPECT_TRUE(form().txtFreq.locked());
+  EXPECT_EQ(form().txtFreqDelta.text(), "25.5");
+  EXPECT_THAT(form().cboFreqDelta.entries(), ElementsAre("MHz", "KHz"));
+  EXPECT_EQ(form().cboFreqDelta.text(), "MHz");
+  EXPECT_EQ(form().FreqDelta, 25.5);
+}
+
+TEST_F(SessionTest, AToleranceOfFewerThanThreeFieldsGetsTheDefaultsOfTheMissing) {
+  store("FreqRange", "0|2.5");
+  open("LOOKUP", 0);
+  EXPECT_EQ(form().txtFreqDelta.text(), "2.5");
+  EXPECT_EQ(form().cboFreqDelta.text(), "MHz");
+  store("FreqRange", "0");
+  open("LOOKUP", 0);
+  EXPECT_EQ(form().txtFreqDelta.text(), "0.");
+  store("FreqRange", "0|4|KHz");
+  open("LOOKUP", 0);
+  EXPECT_EQ(form().cboFreqDelta.text(), "KHz");
+}
+
+TEST_F(SessionTest, ClosingKeepsTheTolerance) {
+  open(" ", 100);
+  form().txtFreqDelta.setText(" 12 ");
+  form().cboFreqDelta.setListIndex(1);
+  form().unload();
+  EXPECT_EQ(stored("FreqRange"), "0|12|KHz");
+}
+
+TEST_F(SessionTest, PlaceSizeAndColumnsComeBack) {
+  open();
+  form().moveTo(1200, 900);
+  form().setSize(9000, 7000);
+  form().TDBGridAMS.setColumnWidth(form().TDBGridAMS.columnOf("ANTENNA"), 3333);
+  form().unload();
+  open();
+  EXPECT_EQ(form().geometry(), (Rectangle{1200, 900, 9000, 7000}));
+  EXPECT_EQ(form().TDBGridAMS.column(form().TDBGridAMS.columnOf("ANTENNA")).width, 3333);
+}
+
+// --- Libraries that cannot be opened.
+
+TEST_F(SessionTest, ALibraryThatAnotherEditorHasOpenIsRefused) {
+  DbfFile::setLockWait(20);
+  open();
+  frmHDAntEditor second;
+  second.InitForm("AMST0001.DBF", "Test Library", " ", 0, "Test Library", "");
+  DbfFile::setLockWait(2000);
+  EXPECT_EQ(second.SessionResult, 65535);
+  const std::string text = "AMST0001\r\nError opening database:\r\n\r\n" + GetTblErrText(tableCode::inUse);
+  EXPECT_THAT(heard(), ElementsAre("Database Error: " + text, "Error on Editor Form: " + text));
+}
+
+TEST_F(SessionTest, ALookUpOpensBesideAnEditor) {
+  addPanel();
+  open();
+  frmHDAntEditor second;
+  second.InitForm("AMST0001.DBF", "Test Library", "LOOKUP", 0, "Test Library", "");
+  EXPECT_EQ(second.SessionResult, 88);
+  EXPECT_EQ(second.DataAMS.RecordCount(), 1);
+}
+
+TEST_F(SessionTest, AnEditorThatHasEndedLetsTheNextOneIn) {
+  open();
+  open();
+  EXPECT_EQ(form().SessionResult, 0);
+  EXPECT_THAT(heard(), IsEmpty());
+}
+
+TEST_F(SessionTest, ALibraryThatIsNoTableEndsTheSessionBeforeItIsShown) {
+  suite.folder().write("Antennas/AMSBAD01.DBF", std::string(500, 'x'));
+  form_ = std::make_unique<frmHDAntEditor>();
+  form_->InitForm("AMSBAD01.DBF", "Bad", "LOOKUP", 0, "Bad", "");
+  EXPECT_EQ(form().SessionResult, 65535);
+  ASSERT_FALSE(heard().empty());
+  EXPECT_EQ(screen.shown().back().message.title, "Error on Editor Form");
+  EXPECT_NE(screen.shown().back().message.text, "");
+}
+
+// --- Ending.
+
+TEST_F(SessionTest, ClosingALookUpAsksFirst) {
+  open("LOOKUP");
+  form().setVisible(true);
+  screen.answers = {MsgAnswer::no};
+  form().userClose();
+  EXPECT_TRUE(form().visible());
+  EXPECT_EQ(form().SessionResult, 88);
+  EXPECT_THAT(heard(), ElementsAre("CANCEL Lookup?: Do you want to CANCEL this antenna lookup?"));
+  EXPECT_EQ(screen.shown().back().message.defaultButton, 2);
+  screen.answers = {MsgAnswer::yes};
+  form().userClose();
+  EXPECT_FALSE(form().visible());
+  EXPECT_EQ(form().SessionResult, 65535);
+}
+
+TEST_F(SessionTest, ClosingTheEditorOrAnEndedLookUpAsksNothing) {
+  open();
+  form().setVisible(true);
+  form().userClose();
+  EXPECT_FALSE(form().visible());
+  EXPECT_EQ(form().SessionResult, 0);
+  open("LOOKUP");
+  form().setVisible(true);
+  form().SessionResult = 0;
+  form().userClose();
+  EXPECT_FALSE(form().visible());
+  EXPECT_THAT(heard(), IsEmpty());
+}
+
+TEST_F(SessionTest, ContinueHandsTheSelectedAntennaOverTrimmedAndInCapitals) {
+  skipValid();
+  addPanel("Panel x");
+  open("LOOKUP", 0, kFirst);
+  form().setVisible(true);
+  form().Command1[Button::continuing].userClick();
+  EXPECT_FALSE(form().visible());
+  EXPECT_EQ(form().SessionResult, 0);
+  EXPECT_EQ(form().SelID, kFirst);
+  EXPECT_EQ(form().SelAntenna, "PANEL X");
+  EXPECT_EQ(form().SelGain, "12.5");
+  EXPECT_EQ(form().SelGainUn, "DBI");
+  EXPECT_EQ(form().SelFLow, "824");
+  EXPECT_EQ(form().SelFHigh, "896");
+  EXPECT_EQ(form().SelFreqUn, "MHZ");
+}
+
+TEST_F(SessionTest, ContinueWithNoneOrTwoSelectedEndsTheSessionAsCancelledWithoutAWord) {
+  skipValid();
+  addPanel();
+  addPanel("Other");
+  for (const bool two : {false, true}) {
+    open("LOOKUP");
+    form().setVisible(true);
+    form().SelID = "left over";
+    if (two)
+      form().TDBGridAMS.selBookmarks().assign({form().TDBGridAMS.bookmarkOf(0), form().TDBGridAMS.bookmarkOf(1)});
+    form().Command1[Button::continuing].userClick();
+    EXPECT_FALSE(form().visible());
+    EXPECT_EQ(form().SessionResult, 65535);
+    EXPECT_EQ(form().SelID, "");
+    EXPECT_THAT(heard(), IsEmpty());
+  }
+}
+
+TEST_F(SessionTest, AnAntennaThatFailsKeepsTheFormOpenAndTheSessionEnded) {
+  add("Weak", 12.5, "dBi", {{0, 90}, {2, 1}}, {{0, 10}, {12.5, 4}});
+  open("LOOKUP", 0, kFirst);
+  form().setVisible(true);
+  screen.answers = {MsgAnswer::no, MsgAnswer::ok, MsgAnswer::no};
+  form().Command1[Button::continuing].userClick();
+  EXPECT_TRUE(form().visible());
+  EXPECT_EQ(form().SessionResult, 0);
+  const std::vector<std::string> texts = heard();
+  ASSERT_EQ(texts.size(), 3U);
+  EXPECT_EQ(texts[1],
+            "Invalid Antenna Settings: You must select a different antenna or correct the problems with this "
+            "antenna.\r\n\r\nYou can also Cancel to exit this editor.");
+  form().userClose();
+  EXPECT_FALSE(form().visible());
+  EXPECT_THAT(heard(), IsEmpty());
+}
+
+TEST_F(SessionTest, CancelBlanksTheSelectionAndEndsTheSession) {
+  addPanel();
+  open(" ", 0, kFirst);
+  form().setVisible(true);
+  form().SelAntenna = "left over";
+  form().Command1[Button::cancelling].userClick();
+  EXPECT_FALSE(form().visible());
+  EXPECT_EQ(form().SessionResult, 65535);
+  EXPECT_EQ(form().SelAntenna, "");
+}
+
+TEST_F(SessionTest, TheOrderOfElevationsIsKeptAsItIsChosen) {
+  open();
+  form().mnuConfigVertSortDESC.userClick();
+  EXPECT_EQ(form().VertSort, "DESC");
+  EXPECT_TRUE(form().mnuConfigVertSortDESC.checked());
+  EXPECT_FALSE(form().mnuConfigVertSortASC.checked());
+  EXPECT_EQ(getINIStr("Antenna Editor", "VertPatSort", "(none)"), "DESC");
+  form().mnuConfigVertSortASC.userClick();
+  EXPECT_EQ(getINIStr("Antenna Editor", "VertPatSort", "(none)"), "ASC");
+  EXPECT_TRUE(form().mnuConfigVertSortASC.checked());
+}
+
+// --- The one way in.
+
+class AntLibLookTest : public SessionTest {
+ protected:
+  // The user picks the library in the list, then does `act` in the editor.
+  void user(const std::function<void(frmHDAntEditor&)>& act) {
+    screen.onModal["frmFileAlias"] = [](Form& shown) {
+      auto& picker = dynamic_cast<frmFileAlias&>(shown);
+      picker.Command1[frmFileAlias::continuing].userClick();
+    };
+    screen.onModal["frmHDAntEditor"] = [act](Form& shown) { act(dynamic_cast<frmHDAntEditor&>(shown)); };
+  }
+
+  std::string file = "AMST0001.DBF", id, desc = "before";
+};
+
+TEST_F(AntLibLookTest, GivesTheAntennaThatTheUserContinuedWith) {
+  skipValid();
+  addPanel();
+  user([](frmHDAntEditor& editor) {
+    editor.TDBGridAMS.userSelectRow(0);
+    editor.Command1[Button::continuing].userClick();
+  });
+  EXPECT_TRUE(AntLibLook(850, file, id, desc, "LOOKUP"));
+  EXPECT_EQ(file, "AMST0001.DBF");
+  EXPECT_EQ(id, kFirst);
+  EXPECT_EQ(desc, "PANEL");
+}
+
+TEST_F(AntLibLookTest, CancelledAnywhereItGivesFalseAndChangesNothing) {
+  addPanel();
+  user([](frmHDAntEditor& editor) { editor.Command1[Button::cancelling].userClick(); });
+  EXPECT_FALSE(AntLibLook(850, file, id, desc, "LOOKUP"));
+  EXPECT_EQ(desc, "before");
+  screen.onModal["frmFileAlias"] = [](Form& shown) {
+    dynamic_cast<frmFileAlias&>(shown).Command1[frmFileAlias::cancelling].userClick();
+  };
+  EXPECT_FALSE(AntLibLook(850, file, id, desc, "LOOKUP"));
+  EXPECT_EQ(desc, "before");
+}
+
+TEST_F(AntLibLookTest, ClosedAfterAFailedContinueItGivesTrueWithBlanks) {
+  add("Weak", 12.5, "dBi", {{0, 90}, {2, 1}}, {{0, 10}, {12.5, 4}});
+  id = kFirst;
+  user([](frmHDAntEditor& editor) {
+    editor.Command1[Button::continuing].userClick();
+    editor.userClose();
+  });
+  screen.answers = {MsgAnswer::no, MsgAnswer::ok, MsgAnswer::no};
+  EXPECT_TRUE(AntLibLook(850, file, id, desc, "LOOKUP"));
+  EXPECT_EQ(id, "");
+  EXPECT_EQ(desc, "");
+}
+
+TEST_F(AntLibLookTest, OnlyTheEditorMayMakeALibrary) {
+  std::vector<bool> allowed;
+  screen.onModal["frmFileAlias"] = [&](Form& shown) {
+    allowed.push_back(dynamic_cast<frmFileAlias&>(shown).cmdNew.reachable());
+  };
+  AntLibLook(0, file, id, desc, "LOOKUP");
+  AntLibLook(0, file, id, desc, " ");
+  EXPECT_THAT(allowed, ElementsAre(false, true));
+}
+
+TEST_F(AntLibLookTest, TheDialogHasTheTitleOfTheJob) {
+  std::string title;
+  screen.onModal["frmFileAlias"] = [&](Form& shown) { title = shown.caption(); };
+  AntLibLook(0, file, id, desc, "LOOKUP");
+  EXPECT_EQ(title, "Antenna Library to Open - 1 files");
+}
+
+TEST_F(AntLibLookTest, NeverShowsALibraryThatCannotBeOpened) {
+  DbfFile::setLockWait(20);
+  const EditingMark other(setPathName(getAntennasPath(), "AMST0001.DBF"));
+  user([](frmHDAntEditor&) { FAIL() << "shown"; });
+  EXPECT_FALSE(AntLibLook(850, file, id, desc, " "));
+  DbfFile::setLockWait(2000);
+}
+
+}  // namespace
+}  // namespace vantrelix::test

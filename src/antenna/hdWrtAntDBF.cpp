@@ -89,50 +89,40 @@ class CutRows {
   }
 
   // Fails where a point cannot be written, before anything is.
-  void check() {
+  void gather() {
     if (!hasTable()) return;
     if (cut_.angles.size() < points() || cut_.values.size() < points()) {
       throw RunTimeFailure(failure::subscript, "Subscript out of range: a cut has fewer points than its count says");
     }
-    RowBatch batch(**table_);
-    batch.AddNew();
-    const PointFields fields = pointFields();
-    for (std::size_t i = 0; i < points(); ++i) putPoint(batch, fields, i);
+    Recordset& rows = **table_;
+    const Field angle = rows.Fields(cut_.angleField);
+    const Field value = rows.Fields(cut_.valueField);
+    batch_.emplace(rows, RowBatch::Writing::atFlush);
+    for (std::size_t i = 0; i < points(); ++i) {
+      batch_->AddNew();
+      batch_->put(angle, asGeneralText(cut_.angles[i]));
+      batch_->put(value, asGeneralText(std::max(cut_.values[i], minValid_)));
+      batch_->Update();
+    }
   }
 
   // Blank, or the reason where there is no table.
   std::string write(const std::string& id) {
     if (cut_.count <= 0) return "";
-    if (!hasTable()) return noTable(cut_.prefix);
-    const Field idField = (*table_)->Fields("ATYPE_ID");
-    const PointFields fields = pointFields();
-    RowBatch batch(**table_);
-    for (std::size_t i = 0; i < points(); ++i) {
-      batch.AddNew();
-      batch.put(idField, id);
-      putPoint(batch, fields, i);
-      batch.Update();
-    }
-    batch.flush();
+    if (!batch_) return noTable(cut_.prefix);
+    batch_->putAll((*table_)->Fields("ATYPE_ID"), id);
+    batch_->flush();
     return "";
   }
 
  private:
   bool hasTable() const { return table_ && *table_; }
   std::size_t points() const { return static_cast<std::size_t>(cut_.count); }
-  struct PointFields {
-    Field angle;
-    Field value;
-  };
-  PointFields pointFields() const { return {(*table_)->Fields(cut_.angleField), (*table_)->Fields(cut_.valueField)}; }
-  void putPoint(RowBatch& batch, const PointFields& fields, std::size_t i) const {
-    batch.put(fields.angle, asGeneralText(cut_.angles[i]));
-    batch.put(fields.value, asGeneralText(std::max(cut_.values[i], minValid_)));
-  }
 
   const Cut& cut_;
   double minValid_;
   std::optional<TableCursor> table_;
+  std::optional<RowBatch> batch_;
 };
 
 // Files that no cursor stands for are made first; the reason where that cannot be.
@@ -171,8 +161,8 @@ std::string HDwrtAntDBF(const std::string& Code, const std::string& Description,
     const Cut cuts[] = {{"AHD", MakeAHDFile, "HOR_AZ", "HOR_FIELD", nHor, HorAz, HorField, rsAHD},
                         {"AVD", MakeAVDFile, "VERT_ANGLE", "VERT_FIELD", nVer, VerAngle, VerField, rsAVD}};
     CutRows horizontal(cuts[0], minValid, Code), vertical(cuts[1], minValid, Code);
-    horizontal.check();
-    vertical.check();
+    horizontal.gather();
+    vertical.gather();
     const std::string id = writeMaster(*master, {Code, Description, Gain, GainUnits, FLow, FHigh});
     SetFlag(500);
     if (std::string reason = horizontal.write(id); !reason.empty()) return reason;

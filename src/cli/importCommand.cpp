@@ -62,7 +62,7 @@ void report(Session& session, const ImportResult& result, std::size_t files) {
     antennas.push_back({{"id", added.id}, {"description", added.description}});
     session.text << added.id << "  " << added.description << '\n';
   }
-  session.document = {{"antennas", antennas}, {"files", files}, {"errors", result.ErrorCount}};
+  session.document = {{"antennas", antennas}, {"files", files}, {"errors", result.failed.size()}};
   Json failed = Json::array();
   for (const std::string& failure : result.failed) {
     failed.push_back(replaceAll(failure, kLineBreak, ": "));

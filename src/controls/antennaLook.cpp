@@ -15,20 +15,23 @@ namespace {
 
 constexpr const char* kEditMode = " ";
 
-// As the list of libraries names it: records also hold the name without its extension.
+// A record names a library without its extension, the list of libraries with it.
 std::string listedName(const std::string& file) {
-  const bool bare = !file.empty() && ExtractExtension(file).empty();
-  return bare ? file + ".DBF" : file;
+  const std::string stem = trim(file);
+  return stem.empty() || !ExtractExtension(stem).empty() ? stem : stem + ".DBF";
 }
 
 // AntLibLook for a handler: a failure that even its own report met goes no further.
 bool look(double dFreq, std::string& file, std::string& id, std::string& description, const std::string& mode) {
+  std::string listed = listedName(file);
   try {
-    return AntLibLook(dFreq, file, id, description, mode);
+    if (!AntLibLook(dFreq, listed, id, description, mode)) return false;
   } catch (const std::exception& failure) {
     report(failure);
     return false;
   }
+  file = ExtractBaseName(listed);
+  return true;
 }
 
 }  // namespace
@@ -36,7 +39,7 @@ bool look(double dFreq, std::string& file, std::string& id, std::string& descrip
 void AntennaLook::mode(eEditLookup mode) { sLookMode = mode == eLookup ? kLookupMode : kEditMode; }
 
 bool AntennaLook::choose(LookupControl& control, const std::function<bool()>& alive) const {
-  std::string file = listedName(control.sValueFile());
+  std::string file = control.sValueFile();
   std::string id = control.sValueID();
   std::string description;
   // The control may go while the user chooses, and its mode with it.

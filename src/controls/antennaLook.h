@@ -23,7 +23,8 @@ struct AntennaLook {
   bool choose(LookupControl& control, const std::function<bool()>& alive) const;
 };
 
-// As AntLibLook in the editor's mode; what is chosen goes to the caller and to no control.
+// As AntLibLook in the editor's mode; what is chosen goes to the caller, the library without its extension, and to no
+// control.
 bool lookIntoLibraries(double& dFreq, std::string& sLibFile, std::string& sAntID, std::string& sAntDesc);
 
 // Asks whether the antenna is to be taken off the facility; only OK confirms.

@@ -16,6 +16,7 @@
 #include "demo/LineControls.h"
 #include "demo/SitePanel.h"
 #include "demo/valueTexts.h"
+#include "foundation/extract.h"
 #include "foundation/numbers.h"
 #include "foundation/suitePaths.h"
 #include "qt/LookAnt.h"
@@ -164,7 +165,7 @@ void DemoWindow::closeEvent(QCloseEvent* event) { event->setAccepted(facility_->
 void DemoWindow::takeChosen() {
   const auto antenna = panel_->antenna();
   if (!antenna) return;
-  control_->sValueFile(toQt(panel_->library().file));
+  control_->sValueFile(toQt(ExtractBaseName(panel_->library().file)));
   control_->sValueID(toQt(antenna->id));
   control_->GetAntPat();
   facility_->openMounting();

@@ -52,13 +52,12 @@ QWidget* DemoWindow::siteColumn() {
   auto* layout = new QVBoxLayout(column);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(site_);
-  layout->addWidget(boxOf("Antenna in one line", *name_));
   layout->addWidget(boxOf("Transmission line", lines_->line()));
   layout->addWidget(tools(), 1);
   return column;
 }
 
-// What belongs to no record takes turns.
+// What the record's own boxes can do without takes turns.
 QTabWidget* DemoWindow::tools() {
   auto* tabs = new QTabWidget;
   tabs->setObjectName("toolTabs");
@@ -71,6 +70,11 @@ QTabWidget* DemoWindow::tools() {
   inCalculator->addWidget(&lines_->calculator());
   inCalculator->addStretch(1);
   tabs->addTab(calculator, "Line calculator");
+  auto* name = new QWidget;
+  auto* inName = new QVBoxLayout(name);
+  inName->addWidget(name_);
+  inName->addStretch(1);
+  tabs->addTab(name, "Antenna in one line");
   return tabs;
 }
 

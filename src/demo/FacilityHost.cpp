@@ -28,11 +28,14 @@ std::string failedUpdates(SupportLog& log) {
 }  // namespace
 
 FacilityHost::FacilityHost(scLookAnt& antenna, scLookLine& line, scLookAnt_Desc& name)
-    : antenna_(antenna), line_(line), name_(name), controls_{&antenna, &line}, shown_{&antenna, &line, &name} {
-  for (Widget* widget : {&antenna.txtFile, &antenna.txtID, &antenna.txtDesc}) {
-    connections_.push_back(widget->changed.connect([this] { nameAntenna(); }));
-  }
-  connections_.push_back(name.txtDesc.changed.connect([this] { antenna_.txtDesc.setText(name_.txtDesc.text()); }));
+    : antenna_(antenna), line_(line), name_(name), controls_{&antenna, &line}, shown_{&name, &antenna, &line} {
+  const auto follow = [this](Widget& box, std::function<void()> act) {
+    connections_.push_back(box.changed.connect(std::move(act)));
+  };
+  follow(antenna.txtFile, [this] { name_.sValueFile(antenna_.sValueFile()); });
+  follow(antenna.txtID, [this] { name_.sValueID(antenna_.sValueID()); });
+  follow(antenna.txtDesc, [this] { showName(); });
+  follow(name.txtDesc, [this] { antenna_.txtDesc.setText(name_.txtDesc.text()); });
   for (const LookupControl* control : controls_) {
     for (Widget* widget : control->widgets()) {
       connections_.push_back(widget->changed.connect([this] { noteChange(); }));
@@ -166,10 +169,8 @@ void FacilityHost::lock(bool locked) {
   wasDirty_ = false;
 }
 
-void FacilityHost::nameAntenna() {
+void FacilityHost::showName() {
   name_.txtDesc.setText(antenna_.txtDesc.text());
-  name_.sValueFile(antenna_.sValueFile());
-  name_.sValueID(antenna_.sValueID());
   const bool owned = antenna_.txtDesc.locked();
   if (owned != name_.txtDesc.locked()) name_.LookupOnly(owned);
 }

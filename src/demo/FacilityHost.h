@@ -81,7 +81,7 @@ class FacilityHost {
   void finish();
   std::vector<std::string> values() const;
   void noteChange();
-  void nameAntenna();
+  void showName();
   void tell(const std::string& text) const;
   bool attempt(const std::function<void()>& act) const;
 
@@ -89,7 +89,8 @@ class FacilityHost {
   scLookLine& line_;
   scLookAnt_Desc& name_;
   const std::array<LookupControl*, 2> controls_;  // those that write the record
-  const std::array<LookupControl*, 3> shown_;     // all
+  // All; what the antenna control reads goes over what the one-line control has read.
+  const std::array<LookupControl*, 3> shown_;
   SiteValues site_;
   Place place_ = Place::table;
   std::unique_ptr<FacilityTable> table_;  // null where it could not be opened, and while the INI file is used

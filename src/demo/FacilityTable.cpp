@@ -25,8 +25,8 @@ const std::vector<FacilityField>& facilityFields() {
       {"HEIGHT_M", number, 0, "&Height (m)"},
       {"LATITUDE", number, 0, "Latit&ude"},
       {"LONGITUDE", number, 0, "Lon&gitude"},
-      // Of the antenna controls; a look-up names the library with its extension.
-      {"TX_A1FNM", text, 12, nullptr},
+      // Of the antenna controls.
+      {"TX_A1FNM", text, 8, nullptr},
       {"TX_A1TID", text, 12, nullptr},
       {"TX_A1TYP", text, 60, nullptr},
       {"TX_A1GAIN", number, 0, nullptr},

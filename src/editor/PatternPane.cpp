@@ -22,6 +22,7 @@ constexpr const char* kNumberFormat = "##0.000";
 constexpr double kFarthest = 88888;  // degrees, further from 0 than any angle
 constexpr int kNoRow = -88;
 
+std::string keyOf(const std::string& id) { return upperCase(trim(id)); }
 double numberOf(const Value& value) { return CValP(ChkNulls(value, 0, false)); }
 
 }  // namespace
@@ -76,7 +77,7 @@ void PatternPane::load(const std::string& id, const std::string& order) {
   const std::string& table = plane.plane == Plane::azimuth ? form_.AHDName : form_.AVDName;
   data.DatabaseName = form_.folder();
   data.RecordSource = "select * from [" + table + "] where ucase(atype_id) = '" +
-                      replaceAll(upperCase(trim(id)), "'", "''") + "' Order by [" + plane.angleField + "]" + order;
+                      replaceAll(keyOf(id), "'", "''") + "' Order by [" + plane.angleField + "]" + order;
   data.Refresh();
   id_ = id;
 }
@@ -87,8 +88,13 @@ void PatternPane::reorder(const std::string& order) {
   SetCols();
 }
 
+bool PatternPane::showsOther(const Value& id) const {
+  return data.hasRecordset() && keyOf(ChkNulls(id, "", false).asText()) != keyOf(id_);
+}
+
 void PatternPane::clear() {
   data.clear();
+  id_.clear();
   thumbnail.Cls();
   frame.setCaption(plane.frameCaption + form_.amsCell("ANTENNA"));
 }
@@ -156,9 +162,17 @@ void PatternPane::listen() {
   grid.click.listen([this] { frmHDAntEditor::commitClicked(grid, data); });
 }
 
-// Where no antenna was selected, the rows have just become those of the current one.
+// What is typed for one antenna must not go to another. An entry under way belongs to the rows shown.
+bool PatternPane::belongsToSelected() const {
+  return grid.dataChanged() || !showsOther(form_.TDBGridAMS.value(form_.selectedRow(), kIDField));
+}
+
+// Where no antenna was selected, or another's rows are shown still, the rows have just become those of the current one.
 void PatternPane::beforeEdit(bool& refused) {
-  if (form_.IsAntSelected()) return;
+  if (form_.IsAntSelected()) {
+    if (belongsToSelected()) return;
+    form_.selectionChanged();
+  }
   form_.setFocus(form_.TDBGridAMS);
   refused = true;
 }

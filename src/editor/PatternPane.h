@@ -48,6 +48,8 @@ class PatternPane {
   void load(const std::string& id, const std::string& order);
   // The same antenna again in another order; nothing where none is shown.
   void reorder(const std::string& order);
+  // Whether it still shows the points of another antenna than that of an ID, where those could not be loaded.
+  bool showsOther(const Value& id) const;
   // Shows neither rows nor thumbnail.
   void clear();
   // Puts the row of the angle nearest 0 in the middle of the rows in view.
@@ -63,6 +65,7 @@ class PatternPane {
   void listen();
   int showColumn(const std::string& field, const std::string& caption, const char* format, bool visible);
   void beforeEdit(bool& refused);
+  bool belongsToSelected() const;
   void beforeColUpdate(GridColumnUpdate& update);
   void takeGain(GridColumnUpdate& update, double typed) const;
   void onAddNew();

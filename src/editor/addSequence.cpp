@@ -7,6 +7,7 @@
 #include "editor/okAntPattern.h"
 #include "editor/patternRows.h"
 #include "editor/selectedAntenna.h"
+#include "editor/showCuts.h"
 #include "foundation/extract.h"
 #include "foundation/getINI.h"
 #include "foundation/messages.h"
@@ -75,7 +76,7 @@ Rectangle dialogPlace(const frmHDAntEditor& form, const PatternPane& pane) {
   const Rectangle& frame = pane.thumbnailFrame.geometry();
   const int left = form.geometry().left + frame.left + kDialogOffset;
   const int top = form.geometry().top + frame.top + kDialogOffset;
-  if (frame.width <= 0 || left > INT16_MAX || top > INT16_MAX || left < 0 || top < 0) return kCentred;
+  if (frame.width <= 0 || left > INT16_MAX || top > INT16_MAX) return kCentred;
   return {left, top, 0, 0};
 }
 
@@ -121,6 +122,8 @@ Value selectedID(const frmHDAntEditor& form) { return form.TDBGridAMS.value(form
 void addMissing(frmHDAntEditor& form, const Sequence& sequence, const std::vector<double>& wanted) {
   PatternPane& pane = form.pane(sequence.plane);
   const GridHold hold(pane.grid);
+  // Others may have added the same angles since.
+  pane.data.Requery();
   Recordset& rows = *pane.data.recordset();
   const std::set<double> present = presentAngles(rows, pane.plane.angleField);
   const bool decibels = upperCase(leftCharacters(trim(form.AntGainUn), 2)) == "DB";
@@ -131,18 +134,26 @@ void addMissing(frmHDAntEditor& form, const Sequence& sequence, const std::vecto
   }
   points.gains.assign(points.angles.size(), decibels ? form.AntGain : kRelativeGain);
   ProgressWindow progress(sequence.title);
-  appendPoints(rows, pane.plane, points, progress);
+  try {
+    appendPoints(rows, pane.plane, points, progress);
+  } catch (...) {
+    // The rows written before it are to be seen.
+    pane.grid.refresh();
+    throw;
+  }
   pane.grid.refresh();
 }
 
 void addSequence(frmHDAntEditor& form, const Sequence& sequence) {
   if (!requireSelection(form, sequence.selectAdvice)) return;
   PatternPane& pane = form.pane(sequence.plane);
+  SetFlag(100);
+  // What stands in a cell still counts.
+  if (!form.storeEntries()) return;
+  showSelectedCuts(form);
   // Points of a row without an ID would belong to nobody.
   const bool hasID = getLenTrim(ChkNulls(selectedID(form), "", false).asText()) > 0;
   if (!hasID || !pane.data.hasRecordset()) return tellNoRows();
-  // What stands in a cell still counts.
-  if (!form.TDBGridAMS.update() || !pane.grid.update()) return;
   SetFlag(300);
   bool goOn = false;
   OKNewAnt(form, sequence.gainAdvice, goOn);

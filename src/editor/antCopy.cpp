@@ -1,8 +1,11 @@
 #include "editor/antCopy.h"
 
 #include <array>
+#include <exception>
+#include <vector>
 
 #include "antenna/RowsAdded.h"
+#include "editor/RecordsetRows.h"
 #include "editor/patternRows.h"
 #include "editor/selectedAntenna.h"
 #include "editor/showCuts.h"
@@ -27,18 +30,6 @@ constexpr CopiedField kCopiedFields[] = {
     {"FREQ_UN", "MHz"}, {"POWER", nullptr}, {"POWER_UN", "W"},
 };
 
-// A button that must not be pressed again while its work lets the event loop have a turn.
-class DisabledMeanwhile {
- public:
-  explicit DisabledMeanwhile(Widget& widget) : widget_(widget) { widget_.setEnabled(false); }
-  ~DisabledMeanwhile() { widget_.setEnabled(true); }
-  DisabledMeanwhile(const DisabledMeanwhile&) = delete;
-  DisabledMeanwhile& operator=(const DisabledMeanwhile&) = delete;
-
- private:
-  Widget& widget_;
-};
-
 // --- Copying.
 
 class Copy {
@@ -47,19 +38,32 @@ class Copy {
 
   void run() {
     SetFlag(200);
+    readAnew();
     readPatterns();
     SetFlag(300);
     const GridFields fields = copiedFields();
     SetFlag(400);
     const std::string bookmark = addAntenna(fields);
     form_.setFocus(form_.TDBGridAMS);
-    const Value id = form_.TDBGridAMS.value(form_.TDBGridAMS.rowOf(bookmark), "ATYPE_ID");
+    // By the cursor that added it: the list may have been bound anew meanwhile.
+    const RecordsetRows added(cursor_);
+    const int row = added.rowOf(bookmark);
+    const Value id = row < 0 ? Value() : added.value(row, "ATYPE_ID");
     if (getLenTrim(ChkNulls(id, "", false).asText()) == 0) return lackOfID();
     SetFlag(700);
-    if (!addPatterns(id)) takeBack(bookmark);
+    if (!addPatterns(id)) takeBack(id);
   }
 
  private:
+  // Others may have deleted the antenna or some of its points, which would be read as zeros.
+  void readAnew() {
+    const int row = form_.selectedRow();
+    cursor_->setAbsolutePosition(row);
+    cursor_->Edit();
+    cursor_->CancelUpdate();
+    showCuts(form_, row);
+  }
+
   void readPatterns() {
     std::int16_t count = 0;
     form_.GetHPat(count, points_[0].angles, points_[0].gains);
@@ -94,8 +98,8 @@ class Copy {
                          "The row of the copy is no longer in the list. Its pattern was not copied.");
   }
 
-  void takeBack(const std::string& bookmark) {
-    form_.TDBGridAMS.removeRow(form_.TDBGridAMS.rowOf(bookmark));
+  void takeBack(const Value& id) {
+    if (form_.goToAntenna(id.asText())) form_.TDBGridAMS.removeRow(form_.TDBGridAMS.currentRow());
     form_.TDBGridAMS.setBookmark(source_);
     form_.SelectAntenna();
   }
@@ -119,6 +123,7 @@ class Copy {
   }
 
   frmHDAntEditor& form_;
+  const RecordsetPtr cursor_ = form_.DataAMS.recordset();
   const std::string source_ = form_.TDBGridAMS.selBookmarks().item(0);
   std::array<NewPoints, kPlanes.size()> points_;
 };
@@ -130,29 +135,88 @@ bool userWantsToDelete(const frmHDAntEditor& form) {
   return MsgBox({"Delete Antenna?", text, MsgButtons::yesNo, MsgIcon::none, 2}) == MsgAnswer::yes;
 }
 
-struct RemovedCut {
-  RecordsetPtr cursor;
-  std::vector<StoredRow> rows;
+// The row of an antenna, kept from others while its points go: they must not go and the row stay.
+class AntennaHeld {
+ public:
+  explicit AntennaHeld(const frmHDAntEditor& form) : cursor_(form.DataAMS.recordset()) {
+    cursor_->setAbsolutePosition(form.TDBGridAMS.currentRow());
+    cursor_->LockEdits(true);
+    try {
+      cursor_->Edit();
+    } catch (...) {
+      cursor_->LockEdits(false);
+      throw;
+    }
+  }
+  ~AntennaHeld() {
+    cursor_->CancelUpdate();
+    cursor_->LockEdits(false);
+  }
+  AntennaHeld(const AntennaHeld&) = delete;
+  AntennaHeld& operator=(const AntennaHeld&) = delete;
+
+ private:
+  RecordsetPtr cursor_;
 };
 
-// The points of the current antenna. False where the user ended it, and then all of them stand again.
-bool removePatterns(frmHDAntEditor& form) {
-  // The grids may show another antenna still, and rows that others have changed since.
-  showCuts(form, form.TDBGridAMS.currentRow());
+// The points taken away so far.
+class RemovedCuts {
+ public:
+  // False where the user ended it.
+  bool remove(const RecordsetPtr& cursor, ProgressWindow& progress) {
+    cuts_.push_back({cursor, {}});
+    return removeRows(cursor, cuts_.back().rows, progress);
+  }
+  // Tries both cuts.
+  void bringBack() {
+    std::exception_ptr failed;
+    for (const Cut& cut : cuts_) {
+      try {
+        putBack(*cut.cursor, cut.rows);
+      } catch (const RunTimeFailure&) {
+        failed = std::current_exception();
+      }
+    }
+    if (failed) std::rethrow_exception(failed);
+  }
+
+ private:
+  struct Cut {
+    RecordsetPtr cursor;
+    std::vector<StoredRow> rows;
+  };
+  std::vector<Cut> cuts_;
+};
+
+// False where the user ended it.
+bool removeCuts(frmHDAntEditor& form, RemovedCuts& removed) {
   ProgressWindow progress("Deleting Antenna");
-  std::vector<RemovedCut> removed;
   for (const Plane plane : kPlanes) {
     PatternPane& pane = form.pane(plane);
     pane.thumbnail.Cls();
-    if (!pane.data.hasRecordset()) continue;
-    removed.push_back({pane.data.recordset(), {}});
+    const RecordsetPtr cursor = pane.data.recordset();
+    if (!cursor) continue;
     // The grid must not look at rows that go.
     pane.data.clear();
-    if (removeRows(removed.back().cursor, removed.back().rows, progress)) continue;
-    for (RemovedCut& cut : removed) putBack(*cut.cursor, cut.rows);
-    return false;
+    if (!removed.remove(cursor, progress)) return false;
   }
   return true;
+}
+
+// The points of the current antenna, all or none. False where the user ended it.
+bool removePatterns(frmHDAntEditor& form) {
+  const AntennaHeld held(form);
+  // The grids may show another antenna still, and rows that others have changed since.
+  showCuts(form, form.TDBGridAMS.currentRow());
+  RemovedCuts removed;
+  try {
+    if (removeCuts(form, removed)) return true;
+  } catch (...) {
+    removed.bringBack();
+    throw;
+  }
+  removed.bringBack();
+  return false;
 }
 
 }  // namespace
@@ -163,7 +227,7 @@ void AntCopy(frmHDAntEditor& form) {
   runReported(form, procedure::AntCopy, [&form] {
     SetFlag(100);
     // What stands in a cell still counts.
-    if (form.TDBGridAMS.update() && form.TDBGridAHD.update() && form.TDBGridAVD.update()) Copy(form).run();
+    if (form.storeEntries()) Copy(form).run();
   });
   for (const Plane plane : kPlanes) form.pane(plane).grid.selBookmarks().clear();
   form.selectionChanged();

@@ -112,8 +112,9 @@ bool exportAntenna(frmHDAntEditor& form, const std::string& path) {
 }
 
 void AntExport(frmHDAntEditor& form) {
-  if (!requireSelection(form, "Then click the Export button to write the antenna information to an ASCII file."))
+  if (!requireAnySelection(form, "Then click the Export button to write the antenna information to an ASCII file."))
     return;
+  if (!form.storeEntries()) return;
   const std::string path = askForFile(exportedAntenna(form).description);
   if (path.empty()) return;
   keepForNextTime(path);

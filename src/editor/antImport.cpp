@@ -5,6 +5,7 @@
 #include "antenna/makeAntFiles.h"
 #include "dialogs/frmProgress.h"
 #include "editor/frmHDAntEditor.h"
+#include "editor/selectedAntenna.h"
 #include "foundation/errHand.h"
 #include "foundation/procedures.h"
 #include "import/importPreview.h"
@@ -17,15 +18,22 @@ void AntImport(frmHDAntEditor& form) { desktop().popupMenu(form.mnuImport, &form
 
 void importInto(frmHDAntEditor& form, const ImportFormat& format) {
   const Procedure guard(procedure::AntImport);
+  const DisabledMeanwhile once(form.Command1[frmHDAntEditor::importing]);
   try {
     SetFlag(100);
     const LibraryTables tables = openLibraryTables(form.folder(), form.Mfg);
     {
       ProgressWindow progress(format.dialogTitle);
       ImportOwner owner;
+      long done = 0;
+      long total = 0;
+      owner.filesDone = [&](long files, long all) {
+        done = files;
+        total = all;
+      };
       owner.progress = [&](const std::string& text) {
         form.lblProgress.setCaption(text);
-        progress.report(text, 0, 0);
+        progress.report(text, done, total);
       };
       owner.cancelled = [&] { return progress.cancelled(); };
       SetFlag(200);

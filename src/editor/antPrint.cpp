@@ -11,7 +11,6 @@
 #include "editor/selectedAntenna.h"
 #include "foundation/errHand.h"
 #include "foundation/extract.h"
-#include "foundation/numbers.h"
 #include "foundation/procedures.h"
 #include "foundation/suitePaths.h"
 #include "foundation/text.h"
@@ -37,6 +36,10 @@ constexpr Headings kCuts[] = {
     {Plane::elevation, " ANGLE", "   VER FIELD"},
 };
 
+std::string rightAligned(double value, std::string_view heading) {
+  return PadLeft(exportedNumber(value, kPointFormat), "", heading.size(), false);
+}
+
 bool isCut(int which) { return which == 0 || which == 1; }
 
 }  // namespace
@@ -48,22 +51,22 @@ std::string tabulation(frmHDAntEditor& form, int which) {
   std::vector<double> angles, gains;
   form.pane(cut.plane).GetPat(n, angles, gains);
   const ExportedAntenna antenna = exportedAntenna(form);
-  std::string text = antenna.description + kLineBreak + formatNumber(antenna.gain, kGainFormat) + " " + antenna.gainUn +
-                     kLineBreak + std::string(cut.angle) + std::string(cut.value) + kLineBreak;
+  std::string text = antenna.description + kLineBreak + exportedNumber(antenna.gain, kGainFormat) + " " +
+                     antenna.gainUn + kLineBreak + std::string(cut.angle) + std::string(cut.value) + kLineBreak;
   for (std::size_t i = 0; i < static_cast<std::size_t>(n); ++i) {
-    text += PadLeft(angles[i], kPointFormat, cut.angle.size(), false) +
-            PadLeft(gains[i], kPointFormat, cut.value.size(), false) + kLineBreak;
+    text += rightAligned(angles[i], cut.angle) + rightAligned(gains[i], cut.value) + kLineBreak;
   }
   return text;
 }
 
 void AntPrint(frmHDAntEditor& form, int which) {
-  if (!requireSelection(form, "Then click the copy button to make a copy of that antenna.")) return;
+  if (!requireAnySelection(form, "Then click the copy button to make a copy of that antenna.")) return;
   if (!isCut(which)) return;
   const Procedure guard(procedure::AntPrint);
   const std::string path = setPathName(getWorkPath(), kPrintFile);
   try {
     SetFlag(100);
+    if (!form.storeEntries()) return;
     const std::string text = tabulation(form, which);
     SetFlag(200);
     platform::replaceWholeFile(path, text);

@@ -3,6 +3,7 @@
 #include <exception>
 
 #include "editor/PatternPane.h"
+#include "editor/exportedAntenna.h"
 #include "foundation/errHand.h"
 #include "foundation/numbers.h"
 #include "foundation/procedures.h"
@@ -14,11 +15,7 @@ namespace {
 
 constexpr const char* kFormat = "###0.00";
 
-// Minus a zero is none.
-std::string twoDecimals(double value) {
-  const std::string text = formatNumber(value, kFormat);
-  return text == "-0.00" ? "0.00" : text;
-}
+std::string twoDecimals(double value) { return exportedNumber(value, kFormat); }
 
 template <class Write>
 void trapped(int number, bool& failed, const Write& write) {

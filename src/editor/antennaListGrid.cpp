@@ -5,10 +5,12 @@
 
 #include "antenna/convertGain.h"
 #include "dialogs/gridLayout.h"
+#include "editor/RecordsetRows.h"
 #include "editor/antCopy.h"
 #include "editor/frmHDAntEditor.h"
 #include "foundation/errHand.h"
 #include "foundation/getINI.h"
+#include "foundation/messages.h"
 #include "foundation/numbers.h"
 #include "foundation/procedures.h"
 #include "foundation/suitePaths.h"
@@ -52,11 +54,15 @@ constexpr ListColumn kColumns[] = {
 
 std::string knownUnits(const Value& cell, std::initializer_list<std::string_view> known, const std::string& otherwise) {
   if (cell.isNull()) return otherwise;
-  const std::string text = trimRight(cell.asText());
+  std::string text = trimRight(cell.asText());
   for (const std::string_view units : known) {
     if (text == units) return text;
   }
   return otherwise;
+}
+
+std::string knownGainUnits(const Value& cell, const std::string& otherwise) {
+  return knownUnits(cell, {"dBd", "dBi", "REL"}, otherwise);
 }
 
 double numberOf(const Value& value) { return value.isNull() ? 0 : CValP(value.asText()); }
@@ -103,7 +109,7 @@ void frmHDAntEditor::SetColsAMS() {
 // --- Units and texts.
 
 std::string frmHDAntEditor::ValidGainUn(int row) const {
-  return knownUnits(TDBGridAMS.value(row, "GAIN_UN"), {"dBd", "dBi", "REL"}, GainUnits);
+  return knownGainUnits(TDBGridAMS.value(row, "GAIN_UN"), GainUnits);
 }
 
 std::string frmHDAntEditor::ValidFreqUn(int row) const {
@@ -158,6 +164,7 @@ void frmHDAntEditor::listenToAMS() {
   TDBGridAMS.beforeColUpdate.listen([this](GridColumnUpdate& update) { storeInRowUnits(update); });
   TDBGridAMS.onAddNew.listen([this] { beginNewRow(); });
   TDBGridAMS.afterInsert.listen([this] { finishNewRow(); });
+  TDBGridAMS.afterUpdate.listen([this] { showGainTyped(); });
   TDBGridAMS.beforeDelete.listen([this](bool& refused) { beforeAntDelete(*this, refused); });
   TDBGridAMS.afterDelete.listen([this] { MakeMyCaption(); });
   TDBGridAMS.headClick.listen([this](int column) { sortAMS(column); });
@@ -208,7 +215,18 @@ void frmHDAntEditor::storeInRowUnits(GridColumnUpdate& update) {
   } else if (field == "F_LOW" || field == "F_HIGH") {
     update.value = ConvertFreq(kFreqUnits, ValidFreqUn(update.cell.row), typed, failed);
   }
-  update.cancel = failed;
+  if (!failed) return;
+  update.cancel = true;
+  showInformation("Invalid Gain Value", "A ratio of 0 or less has no value in " + ValidGainUn(update.cell.row) + ".");
+}
+
+// Relative points are shown by the gain of their antenna, and new ones begin at it.
+void frmHDAntEditor::showGainTyped() {
+  const int row = selectedRow();
+  if (row < 0 || row != TDBGridAMS.currentRow()) return;
+  takeGainOf(row);
+  TDBGridAHD.refreshCells();
+  TDBGridAVD.refreshCells();
 }
 
 void frmHDAntEditor::rowChanged() {
@@ -237,8 +255,12 @@ bool frmHDAntEditor::IsAntSelected() {
   return false;
 }
 
+int frmHDAntEditor::rowOfAntenna(const std::string& id) {
+  return DataAMS.FindFirst("ATYPE_ID = '" + replaceAll(id, "'", "''") + "'");
+}
+
 bool frmHDAntEditor::goToAntenna(const std::string& id) {
-  const int row = DataAMS.FindFirst("ATYPE_ID = '" + replaceAll(id, "'", "''") + "'");
+  const int row = rowOfAntenna(id);
   if (row < 0 || !TDBGridAMS.setCurrentRow(row)) return false;
   rowChanged();
   return true;
@@ -251,7 +273,8 @@ void frmHDAntEditor::sortAMS(int column) {
   if (field.empty() || !DataAMS.hasRecordset()) return;
   const bool ascending = field != TDBGridAMS.sortField() || !TDBGridAMS.sortAscending();
   try {
-    TDBGridAMS.setSortMark("", true);
+    // What was typed for the antenna shown so far still counts.
+    if (!TDBGridAHD.update() || !TDBGridAVD.update()) return;
     DataAMS.RecordSource = "select * from [" + AMSName + "] Order by [" + field + "] " + (ascending ? "ASC" : "DESC");
     DataAMS.Refresh();
     SetColsAMS();
@@ -309,6 +332,8 @@ void frmHDAntEditor::finishNewRow() {
   }
 }
 
+// In the turns of the event loop the user may sort the list, which binds it anew: the row is written through the cursor
+// that added it.
 void frmHDAntEditor::fillNewRow() {
   const auto step = [](long flag) {
     DBEngine::Idle();
@@ -316,29 +341,41 @@ void frmHDAntEditor::fillNewRow() {
     SetFlag(flag);
   };
   SetFlag(100);
-  const int row = static_cast<int>(DataAMS.RecordCount()) - 1;
-  const auto isBlank = [&](const char* field) { return TDBGridAMS.value(row, field).isNull(); };
+  const RecordsetPtr cursor = DataAMS.recordset();
+  RecordsetRows rows(cursor);
+  const std::string bookmark = rows.bookmark(rows.count() - 1);
+  const auto put = [&](const char* field, const Value& value) { rows.store(rows.rowOf(bookmark), {{field, value}}); };
+  const auto stored = [&](const char* field) { return rows.value(rows.rowOf(bookmark), field); };
+  const auto fillBlank = [&](const char* field, const Value& value) {
+    if (stored(field).isNull()) put(field, value);
+  };
   step(200);
-  const std::string id = GenNewID_RS(*DataAMS.recordset(), "ATYPE_ID", leftCharacters(Mfg, kCodeLength), kFirstID);
-  TDBGridAMS.setValue(row, "ATYPE_ID", id);
+  const std::string id = GenNewID_RS(*cursor, "ATYPE_ID", leftCharacters(Mfg, kCodeLength), kFirstID);
+  put("ATYPE_ID", id);
   step(300);
-  if (isBlank("GAIN_UN")) TDBGridAMS.setValue(row, "GAIN_UN", kNewGainUnits);
-  if (isBlank("GAIN")) {
-    bool failed = false;
-    TDBGridAMS.setValue(row, "GAIN", ConvertAntGain(GainUnits, ValidGainUn(row), "0", failed));
-  }
+  fillBlank("GAIN_UN", kNewGainUnits);
+  bool failed = false;
+  fillBlank("GAIN", ConvertAntGain(GainUnits, knownGainUnits(stored("GAIN_UN"), GainUnits), "0", failed));
   step(400);
-  for (const char* limit : {"F_LOW", "F_HIGH"}) {
-    if (isBlank(limit)) TDBGridAMS.setValue(row, limit, 0);
-  }
+  for (const char* limit : {"F_LOW", "F_HIGH"}) fillBlank(limit, 0);
   step(500);
-  TDBGridAMS.refresh();
-  TDBGridAMS.setCurrentRow(row);
-  showID();
+  showNewRow(DataAMS.recordset() == cursor ? bookmark : "", id);
   step(600);
   NewRow = false;
   MakeMyCaption();
   SelectAntenna();
+}
+
+// A blank bookmark is that of a list that was bound anew.
+void frmHDAntEditor::showNewRow(const std::string& bookmark, const std::string& id) {
+  if (bookmark.empty()) {
+    DataAMS.Requery();
+    TDBGridAMS.setCurrentRow(rowOfAntenna(id));
+  } else {
+    TDBGridAMS.refresh();
+    TDBGridAMS.setCurrentRow(TDBGridAMS.rowOf(bookmark));
+  }
+  showID();
 }
 
 }  // namespace vantrelix

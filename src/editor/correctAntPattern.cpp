@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "editor/frmHDAntEditor.h"
+#include "editor/showCuts.h"
 #include "foundation/errHand.h"
 #include "foundation/messages.h"
 #include "foundation/numbers.h"
@@ -185,6 +186,7 @@ void offerToSave(frmHDAntEditor& form, const Cut& cut, Correction& correction) {
 
 void correct(frmHDAntEditor& form, Correction& correction) {
   SetFlag(100);
+  showSelectedCuts(form);
   const std::string LibLabel = form.LibDesc + " (" + form.AMSName + ") ";
   const Value antenna = form.TDBGridAMS.value(form.selectedRow(), "ANTENNA");
   correction.log = ChkNulls(antenna, "NO ANTENNA DESCRIPTION", false).asText();

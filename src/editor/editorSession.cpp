@@ -196,10 +196,7 @@ void frmHDAntEditor::showJob() {
   Command1[cancelling].setVisible(true);
   Command1[plottingAzimuth].setVisible(false);
   Command1[plottingElevation].setVisible(false);
-  for (const Button button : {copying, printingAzimuth, printingElevation, refreshingAzimuth, refreshingElevation,
-                              exporting, importing, addingAzimuths, addingElevations}) {
-    Command1[button].setEnabled(!lookingUp());
-  }
+  for (std::size_t button = copying; button < continuing; ++button) Command1[button].setEnabled(!lookingUp());
   chkReadOnly.setVisible(false);
   chkReadOnly.setValue(lookingUp() ? 1 : 0);
   chkReadOnly_Click();

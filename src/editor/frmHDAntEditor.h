@@ -153,9 +153,13 @@ class frmHDAntEditor : public Form {
   // Draws the thumbnails.
   void AntPreview();
   void clearPatterns();
+  // The gain of a row and its units become those of the cuts.
+  void takeGainOf(int row);
   // "ASC" or "DESC" for the elevation grid, kept for the next time.
   void sortElevations(const std::string& order);
 
+  // Stores what stands in the three grids' entries. False where a listener refuses; what fails passes on.
+  bool storeEntries();
   void MakeMyCaption();
 
  protected:
@@ -184,6 +188,7 @@ class frmHDAntEditor : public Form {
   void designAMS();
   void formatAMS(GridCellText& cell) const;
   void storeInRowUnits(GridColumnUpdate& update);
+  void showGainTyped();
   void rowChanged();
   void showSelection();
   void sortAMS(int column);
@@ -191,12 +196,13 @@ class frmHDAntEditor : public Form {
   void colourRow(int row, GridRowStyle& style) const;
   void beginNewRow();
   void fillNewRow();
+  void showNewRow(const std::string& bookmark, const std::string& id);
+  int rowOfAntenna(const std::string& id);
 
   void loadSelection();
   void takeAntennaGain();
   void loadCuts(const std::string& id);
 
-  bool storeEntries();
   void continueSession();
   void takeSelection();
   void leaveWithout();
@@ -204,8 +210,8 @@ class frmHDAntEditor : public Form {
 
   std::unique_ptr<EditingMark> editing_;
   std::string folder_;
-  bool selecting_ = false;    // selectionChanged is at work,
-  bool selectAgain_ = false;  // and has been asked for anew meanwhile
+  bool selecting_ = false;                   // selectionChanged is at work,
+  bool selectAgain_ = false;                 // and has been asked for anew meanwhile
   std::vector<std::string> selectionShown_;  // what the list's selection was when its patterns were last shown
 };
 

@@ -8,6 +8,7 @@
 
 #include "antenna/convertGain.h"
 #include "editor/frmHDAntEditor.h"
+#include "editor/showCuts.h"
 #include "foundation/errHand.h"
 #include "foundation/getINI.h"
 #include "foundation/messages.h"
@@ -207,6 +208,7 @@ PatternProblems findPatternProblems(frmHDAntEditor& form) {
   SetFlag(100);
   if (getINIBool("HDAntenna", "SkipValid", "0")) return problems;
   SetFlag(200);
+  showSelectedCuts(form);
   const int row = form.selectedRow();
   if (isBlank(form.TDBGridAMS.value(row, "GAIN"))) {
     problems.text =

@@ -96,6 +96,11 @@ void frmHDAntEditor::loadSelection() {
   const bool one = TDBGridAMS.selBookmarks().count() == 1;
   Command1[continuing].setEnabled(one);
   if (!one) return;
+  if (selectedRow() != TDBGridAMS.currentRow()) {
+    // The user went on during a turn of the click that marked the row.
+    TDBGridAMS.selBookmarks().assign({TDBGridAMS.bookmark()});
+    selectionShown_ = TDBGridAMS.selBookmarks().items();
+  }
   SetFlag(300);
   showID();
   takeAntennaGain();
@@ -107,11 +112,15 @@ void frmHDAntEditor::takeAntennaGain() {
   const int row = TDBGridAMS.currentRow();
   const Value gain = TDBGridAMS.value(row, "GAIN");
   if (gain.isNull()) TDBGridAMS.setValue(row, "GAIN", 0);
-  AntGain = CValP(gain);
   SetFlag(500);
   if (TDBGridAMS.value(row, "GAIN_UN").isNull()) {
-    TDBGridAMS.setValue(row, "GAIN_UN", DataAMS.cut("GAIN_UN", generalText(AntGain)));
+    TDBGridAMS.setValue(row, "GAIN_UN", DataAMS.cut("GAIN_UN", generalText(CValP(gain))));
   }
+  takeGainOf(row);
+}
+
+void frmHDAntEditor::takeGainOf(int row) {
+  AntGain = CValP(ChkNulls(TDBGridAMS.value(row, "GAIN"), 0, false));
   AntGainUn = ValidGainUn(row);
 }
 

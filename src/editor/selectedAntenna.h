@@ -9,8 +9,22 @@
 
 namespace vantrelix {
 
-// Whether an antenna is selected; where none is, tells the user how to select one, `advice` below it.
+// Whether exactly one antenna is selected; where it isn't, tells the user how to select one, `advice` below it.
 bool requireSelection(const frmHDAntEditor& form, const std::string& advice);
+// The same, where the current antenna serves as long as any are selected.
+bool requireAnySelection(const frmHDAntEditor& form, const std::string& advice);
+
+// A button that must not be pressed again while its work lets the event loop have a turn.
+class DisabledMeanwhile {
+ public:
+  explicit DisabledMeanwhile(Widget& widget) : widget_(widget) { widget_.setEnabled(false); }
+  ~DisabledMeanwhile() { widget_.setEnabled(true); }
+  DisabledMeanwhile(const DisabledMeanwhile&) = delete;
+  DisabledMeanwhile& operator=(const DisabledMeanwhile&) = delete;
+
+ private:
+  Widget& widget_;
+};
 
 // Runs a work as a procedure; what fails goes to ErrHand. Gives whether the work came to its end.
 template <class Work>

@@ -32,8 +32,7 @@ std::string select(frmHDAntEditor& form, int row) {
   while (selected.count() > 0) selected.remove(0);
   selected.add(list.bookmark());
   form.showID();
-  form.AntGain = CValP(ChkNulls(list.value(row, "GAIN"), 0, false));
-  form.AntGainUn = form.ValidGainUn(row);
+  form.takeGainOf(row);
   return trim(keyOf(list.value(row, "ATYPE_ID")));
 }
 
@@ -66,6 +65,14 @@ bool showCuts(frmHDAntEditor& form, const std::string& id) {
   const int row = rowOfAntenna(form, id);
   if (row >= 0) showCuts(form, row);
   return row >= 0;
+}
+
+void showSelectedCuts(frmHDAntEditor& form) {
+  const int row = form.selectedRow();
+  const Value id = form.TDBGridAMS.value(row, "ATYPE_ID");
+  if (row < 0 || (!form.azimuth.showsOther(id) && !form.elevation.showsOther(id))) return;
+  showCuts(form, row);
+  form.AntPreview();
 }
 
 LibraryCuts::LibraryCuts(frmHDAntEditor& form) : form_(form) {

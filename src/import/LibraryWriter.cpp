@@ -9,9 +9,17 @@
 #include "foundation/errHand.h"
 #include "foundation/messages.h"
 #include "foundation/text.h"
+#include "import/TextLines.h"
 #include "platform/RunTimeFailure.h"
 
 namespace vantrelix {
+
+namespace {
+
+// No field of a table holds a longer text.
+constexpr std::size_t kLongestName = 254;
+
+}  // namespace
 
 LibraryWriter::LibraryWriter(const std::string& Mfg, const RecordsetPtr& rsAMS, const RecordsetPtr& rsAHD,
                              const RecordsetPtr& rsAVD, ImportReport& report)
@@ -28,9 +36,11 @@ void LibraryWriter::openTables() {
 // The reason of a failure; blank where the antenna is in the library.
 std::string LibraryWriter::append(const ImportedAntenna& antenna) {
   RowsAdded master(rsAMS_), azimuths(rsAHD_), elevations(rsAVD_);
-  std::string reason = HDwrtAntDBF(Mfg_, antenna.AntName, antenna.Gain, antenna.GainUnits, antenna.HorCount,
-                                   antenna.HorAngle, antenna.HorValue, antenna.VerCount, antenna.VerAngle,
-                                   antenna.VerValue, antenna.FreqLow, antenna.FreqHigh, rsAMS_, rsAHD_, rsAVD_);
+  // A failure's text quotes the name.
+  const std::string name = leftCharacters(antenna.AntName, kLongestName);
+  std::string reason = HDwrtAntDBF(Mfg_, name, antenna.Gain, antenna.GainUnits, antenna.HorCount, antenna.HorAngle,
+                                   antenna.HorValue, antenna.VerCount, antenna.VerAngle, antenna.VerValue,
+                                   antenna.FreqLow, antenna.FreqHigh, rsAMS_, rsAHD_, rsAVD_);
   if (getLenTrim(reason) == 0) return "";
   try {
     // The AMS row goes last: its ID is free then, and the next antenna would take over points that stayed.
@@ -45,7 +55,7 @@ std::string LibraryWriter::append(const ImportedAntenna& antenna) {
 // The ID is made in the writing of the antenna, which adds its row at the end, and the table's width and code page may
 // have changed the name.
 void LibraryWriter::noteAdded(const std::string& path, const ImportedAntenna& antenna) {
-  ImportResult::Added added{"", antenna.AntName, path};
+  ImportResult::Added added{"", leftCharacters(antenna.AntName, kLongestName), path};
   try {
     if (rsAMS_) {
       rsAMS_->MoveLast();
@@ -61,7 +71,8 @@ void LibraryWriter::noteAdded(const std::string& path, const ImportedAntenna& an
 LibraryWriter::Written LibraryWriter::tellError(const std::string& path, const ImportedAntenna& antenna,
                                                 const std::string& reason) {
   std::string text = "Error Importing Antenna";
-  for (const std::string& line : {reason, "Mfg " + Mfg_, "Ant " + antenna.AntName}) text += kLineBreak + line;
+  for (const std::string& line : {reason, "Mfg " + Mfg_, "Ant " + TextLines::shownText(antenna.AntName)})
+    text += kLineBreak + line;
   report_.noteFailed(path, reason);
   text += report_.log(text);
   text += std::string(kBlankLine) + "Click OK to continue with other antennas" + kLineBreak +

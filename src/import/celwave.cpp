@@ -134,7 +134,7 @@ std::string partnerByBaseName(const std::string& path, const ImportedAntenna& an
   if (antenna.PolLetter == "H") {
     const std::size_t at = base.find_first_of("Hh");
     const std::string vertical = withBaseLetter(path, at, 'V');
-    return getFileExistLEN(vertical, true) ? vertical : withBaseLetter(path, at, 'E');
+    return partnerExists(vertical) ? vertical : withBaseLetter(path, at, 'E');
   }
   const std::size_t v = base.find_first_of("Vv");
   return withBaseLetter(path, v != std::string::npos ? v : base.find_first_of("Ee"), 'H');

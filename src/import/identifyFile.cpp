@@ -7,6 +7,7 @@
 #include "foundation/text.h"
 #include "import/TextLines.h"
 #include "import/importedFile.h"
+#include "import/pairedFiles.h"
 #include "platform/Platform.h"
 #include "ui/ScriptedDesktop.h"
 
@@ -22,7 +23,7 @@ class Trial : public ImportSource {
   const std::string& path() const override { return path_; }
   TextLines& lines() override { return lines_; }
   TextLines* openPartner(const std::string& path) override {
-    if (!getFileExistLEN(path, true) || done_.hold(path)) return nullptr;
+    if (!partnerExists(path) || done_.hold(path)) return nullptr;
     done_.add(path);
     partner_ = std::make_unique<TextLines>(platform::readWholeFile(path, kLongestImportFile));
     return partner_.get();

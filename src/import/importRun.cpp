@@ -8,8 +8,10 @@
 #include "foundation/procedures.h"
 #include "foundation/text.h"
 #include "import/LibraryWriter.h"
+#include "import/TextLines.h"
 #include "import/importedFile.h"
 #include "platform/Platform.h"
+#include "platform/RunTimeFailure.h"
 #include "ui/Desktop.h"
 
 namespace vantrelix {
@@ -77,6 +79,7 @@ void ImportRun::skipRest(const std::vector<std::string>& files, std::size_t from
 void ImportRun::showProgress(std::size_t position, std::size_t count, const std::string& path) const {
   if (!owner_.progress) return;
   try {
+    if (owner_.filesDone) owner_.filesDone(static_cast<long>(position) - 1, static_cast<long>(count));
     owner_.progress("Working on file " + formatNumber(static_cast<double>(position), kCountFormat) + " of " +
                     formatNumber(static_cast<double>(count), kCountFormat) + ": " + ExtractFileName(path));
     desktop().doEvents();
@@ -98,9 +101,11 @@ ImportSource::Stored ImportRun::store(const std::string& path, const ImportedAnt
 
 PreviewAnswer ImportRun::askPreview(const std::string& path, const ImportedAntenna& antenna) {
   if (!Preview_ || !owner_.preview) return PreviewAnswer::add;
+  ImportedAntenna shown = antenna;
+  for (std::string* word : {&shown.AntName, &shown.GainUnits}) *word = TextLines::shownText(*word);
   const std::string caption =
-      format_.previewCaption + kLineBreak + "File: " + displayPath(path) + kLineBreak + antenna.AntName;
-  const PreviewAnswer answer = owner_.preview(caption, antenna);
+      format_.previewCaption + kLineBreak + "File: " + displayPath(path) + kLineBreak + shown.AntName;
+  const PreviewAnswer answer = owner_.preview(caption, shown);
   if (answer != PreviewAnswer::noPreview) return answer;
   if (format_.traits & ImportFormat::noPreviewEndsPreviews) Preview_ = false;
   return PreviewAnswer::add;
@@ -130,7 +135,14 @@ ImportRun::Next ImportRun::importNext(const std::vector<std::string>& files, std
     return Next::file;
   }
   showProgress(index + 1, files.size(), file);
-  return importFile(file);
+  try {
+    return importFile(file);
+  } catch (const RunTimeFailure& failure) {
+    report_.countError(file, modErrStr(failure));
+  } catch (const std::exception& failure) {
+    report_.countError(file, failure.what());
+  }
+  return Next::file;
 }
 
 // Gives the number of files that had their turn.
@@ -146,7 +158,12 @@ std::size_t ImportRun::importAll(const std::vector<std::string>& files) {
 
 ImportResult ImportRun::run(const std::vector<std::string>& files) {
   const Procedure guard(procedure::importFiles);
-  skipRest(files, importAll(files));
+  try {
+    skipRest(files, importAll(files));
+  } catch (...) {
+    report_.tellErrors();
+    throw;
+  }
   report_.tellErrors();
   report_.countRead(DoneFiles_.count());
   return report_.take();

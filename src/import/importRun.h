@@ -17,9 +17,12 @@ enum class PreviewAnswer { add = 6, skip = 7, noPreview = 5, cancel = 2 };
 struct ImportOwner {
   // The text of lblProgress. Waiting events run once behind it.
   std::function<void(const std::string& text)> progress;
+  // How many of the files have had their turn; told before each text.
+  std::function<void(long done, long total)> filesDone;
   // True where the user has asked to stop; looked at between files.
   std::function<bool()> cancelled;
-  // Shows one antenna before it is added; used while previews are on.
+  // Shows one antenna before it is added; used while previews are on. What it throws is a failure of the antenna's
+  // file.
   std::function<PreviewAnswer(const std::string& caption, const ImportedAntenna& antenna)> preview;
   // Takes the preview's window away; called once, where the run ends. Must not throw.
   std::function<void()> unloadPreview;
@@ -29,7 +32,8 @@ struct ImportOwner {
 inline constexpr const char* kCountFormat = "###,###,##0";
 
 // Reads each file and appends its antenna to the library of the code `Mfg`. `files` holds full paths. Failures of a
-// file are counted and logged and the run goes on; the told boxes are shown, "Import Errors" last. An antenna that
+// file, and of its preview, are counted and logged and the run goes on; the told boxes are shown, "Import Errors" last,
+// however the run ends. Words of a file are shown, in previews too, by as much as a message can show. An antenna that
 // cannot be written whole is taken away again. A log that cannot be written does not stop the run: the reason stands in
 // the boxes and in `failed`.
 ImportResult importFiles(const ImportFormat& format, const std::string& Mfg, const RecordsetPtr& rsAMS,

@@ -6,6 +6,7 @@
 #include "foundation/errHand.h"
 #include "foundation/extract.h"
 #include "foundation/text.h"
+#include "import/pairedFiles.h"
 #include "platform/Platform.h"
 #include "platform/RunTimeFailure.h"
 
@@ -24,9 +25,9 @@ TextLines& ImportedFile::lines() {
 }
 
 TextLines* ImportedFile::openPartner(const std::string& path) {
-  if (!getFileExistLEN(path, true) || done_.hold(path)) return nullptr;
+  if (!partnerExists(path) || done_.hold(path)) return nullptr;
+  partnerPath_ = path;  // also the place of a failure to open it
   partner_ = open(path);
-  partnerPath_ = path;
   return partner_.get();
 }
 
@@ -36,10 +37,10 @@ std::unique_ptr<TextLines> ImportedFile::open(const std::string& path) {
 }
 
 std::string ImportedFile::place() const {
-  const TextLines* last = partner_ ? partner_.get() : lines_.get();
-  if (!last) return "";
-  std::string file = partner_ ? displayPath(partnerPath_) : "";
-  if (last->lineNumber() == 0) return file;
+  const bool inPartner = !partnerPath_.empty();
+  const TextLines* last = inPartner ? partner_.get() : lines_.get();
+  std::string file = inPartner ? displayPath(partnerPath_) : "";
+  if (!last || last->lineNumber() == 0) return file;
   return "line " + std::to_string(last->lineNumber()) + (file.empty() ? "" : " of " + file);
 }
 
@@ -55,7 +56,9 @@ void readImported(const ImportFormat& format, ImportedFile& file, ImportedAntenn
   } catch (const std::exception& failure) {
     antenna.fail(failure.what());
   }
-  if (antenna.ErrFlag != 0 && !file.place().empty()) antenna.reason += " (" + file.place() + ")";
+  const std::string place = file.place();
+  const bool told = place.empty() || antenna.reason.find(place) != std::string::npos;
+  if (antenna.ErrFlag != 0 && !told) antenna.reason += " (" + place + ")";
 }
 
 }  // namespace vantrelix

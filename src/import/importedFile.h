@@ -40,7 +40,7 @@ class ImportedFile : public ImportSource {
   TextLines* openPartner(const std::string& path) override;
   Stored store(const ImportedAntenna& antenna) override { return store_(antenna); }
 
-  // Where reading stopped: "line 7", with the partner's path where that was read; no line where none was reached.
+  // Where reading stopped: "line 7", with the partner's path where that was opened; no line where none was reached.
   std::string place() const;
 
  private:

@@ -4,6 +4,7 @@
 
 #include "foundation/extract.h"
 #include "foundation/text.h"
+#include "platform/Platform.h"
 
 namespace vantrelix {
 
@@ -21,6 +22,8 @@ void readPair(ImportSource& source, ImportedAntenna& antenna, const PairRules& r
   rules.header(*other, antenna);
   if (antenna.ErrFlag == 0) (horizontal ? rules.vertical : rules.horizontal)(*other, antenna);
 }
+
+bool partnerExists(const std::string& path) { return platform::current().fileExists(path); }
 
 std::string withLastReplaced(std::string_view path, std::string_view what, std::string_view with) {
   const auto sameLetter = [](char a, char b) { return equalIgnoringCase({&a, 1}, {&b, 1}); };

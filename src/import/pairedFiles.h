@@ -28,6 +28,9 @@ struct PairRules {
 // partner that does not exist, or was read before, leaves the antenna with one cut. Ends at the first ErrFlag.
 void readPair(ImportSource& source, ImportedAntenna& antenna, const PairRules& rules);
 
+// True where a partner can be read under this very name: it is not looked for without regard to case.
+bool partnerExists(const std::string& path);
+
 // The path with the last `what` in it, folders and extension included, replaced. `what` is ASCII and is found in any
 // case. The path itself where it holds none.
 std::string withLastReplaced(std::string_view path, std::string_view what, std::string_view with);

@@ -47,7 +47,12 @@ double finite(double number) {
 }
 
 double wrapAzimuth(double angle) {
-  if (std::abs(angle) > kStepwise) angle = std::fmod(angle, kTurn);
+  if (std::abs(angle) > kStepwise) {
+    const bool downwards = angle > 0;
+    angle = std::fmod(angle, kTurn);
+    // Steps down end at 360, steps up at 0.
+    if (downwards && angle == 0) return kTurn;
+  }
   while (angle < 0) angle += kTurn;
   while (angle > kTurn) angle -= kTurn;
   return angle;

@@ -11,8 +11,8 @@
 
 namespace vantrelix {
 
-// Into 0 to 360 degrees by whole turns; 360 stays 360. The result of stepping by 360, or the remainder where the steps
-// would be too many to end.
+// Into 0 to 360 degrees by whole turns, as steps of 360 from outside would do: 360 stays 360, 720 becomes 360 and -720
+// becomes 0. A number that is not finite is not wrapped to any angle.
 double wrapAzimuth(double angle);
 // Below -180 degrees, one turn is added; else the angle as it is.
 double keptElevation(double angle);

@@ -255,6 +255,17 @@ bool DbfFile::readRecord(std::uint32_t number, unsigned char* bytes) {
 }
 
 bool DbfFile::scan(const RecordVisitor& visit, std::uint32_t first, std::uint32_t limit) {
+  const auto length = static_cast<std::size_t>(recordLength_);
+  const auto visitEach = [&](std::uint32_t number, const unsigned char* bytes, std::uint32_t count) {
+    for (std::uint32_t row = 0; row < count; ++row) {
+      if (!visit(number + row, bytes + row * length)) return false;
+    }
+    return true;
+  };
+  return scanBlocks(visitEach, first, limit);
+}
+
+bool DbfFile::scanBlocks(const BlockVisitor& visit, std::uint32_t first, std::uint32_t limit) {
   const std::uint32_t end =
       static_cast<std::uint32_t>(std::min<std::uint64_t>(std::uint64_t{first} + limit, recordCount()));
   if (first >= end) return true;
@@ -267,9 +278,7 @@ bool DbfFile::scan(const RecordVisitor& visit, std::uint32_t first, std::uint32_
     const std::size_t got =
         implementation_->file->readAt(implementation_->offsetOf(number), block.data(), wanted * length);
     const auto rows = static_cast<std::uint32_t>(got / length);
-    for (std::uint32_t row = 0; row < rows; ++row) {
-      if (!visit(number + row, block.data() + row * length)) return false;
-    }
+    if (rows > 0 && !visit(number, block.data(), rows)) return false;
     if (rows < wanted) return true;
     number += rows;
   }

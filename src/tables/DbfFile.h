@@ -47,6 +47,8 @@ enum class Sharing {
 
 // Gets records in file order, deleted ones included; the bytes are valid during the call. Gives false to stop.
 using RecordVisitor = std::function<bool(std::uint32_t number, const unsigned char* bytes)>;
+// The same for `count` records from `first` on, which stand behind one another.
+using BlockVisitor = std::function<bool(std::uint32_t first, const unsigned char* bytes, std::uint32_t count)>;
 
 class DbfFile {
  public:
@@ -85,6 +87,8 @@ class DbfFile {
   bool readRecord(std::uint32_t number, unsigned char* bytes);
   // Runs over all records in large reads, or over `count` of them from `first` on. True where none stopped it.
   bool scan(const RecordVisitor& visit, std::uint32_t first = 0, std::uint32_t count = UINT32_MAX);
+  // The same, a read at a time.
+  bool scanBlocks(const BlockVisitor& visit, std::uint32_t first = 0, std::uint32_t count = UINT32_MAX);
 
   // A field's value in a record. A character field keeps its trailing blanks; blank is null, but where the table has
   // null flags, which then decide. A number field that is blank or holds no number is null. Memo texts come from the

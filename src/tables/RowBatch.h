@@ -14,27 +14,38 @@ namespace vantrelix {
 
 class RowBatch {
  public:
+  // What writes the rows gathered, besides flush.
+  enum class Writing {
+    asItGrows,  // a megabyte of them, and a put that fails, so that what stood before it is in the table
+    atFlush,    // nothing
+  };
+
   // The cursor outlives the batch. 3027 where it cannot be written to.
-  explicit RowBatch(Recordset& cursor);
+  explicit RowBatch(Recordset& cursor, Writing writing = Writing::asItGrows);
   RowBatch(const RowBatch&) = delete;
   RowBatch& operator=(const RowBatch&) = delete;
 
   // Begins a blank row; one that no Update has taken is dropped.
   void AddNew();
-  // Puts a value into the row begun. Fails as Field::put does; the rows gathered before this one are then written
-  // first, so that a failure in the middle leaves what stood before it. 3265 for a field of another cursor.
+  // Puts a value into the row begun. Fails as Field::put does. 3265 for a field of another cursor.
   void put(const Field& field, const Value& value);
-  // Takes the row. 3020 without AddNew. What has been gathered is written where it grows beyond a megabyte.
+  // Takes the row. 3020 without AddNew.
   void Update();
+  // Puts a value into all rows gathered. Fails as put does, but then writes nothing and changes none of them.
+  void putAll(const Field& field, const Value& value);
   // Writes the rows gathered; fails as DbfFile::append does, and then none of them is in the file. They stay gathered.
   void flush();
 
  private:
+  std::size_t gatheredBytes() const { return count_ * blank_.size(); }
+  std::size_t tableField(const Field& field) const;
+
   Recordset& cursor_;
+  Writing writing_;
   std::vector<unsigned char> blank_;
-  std::vector<unsigned char> row_;  // empty where none is begun
-  std::vector<unsigned char> gathered_;
-  std::uint32_t count_ = 0;
+  std::vector<unsigned char> rows_;  // those gathered, and the one begun behind them
+  std::size_t count_ = 0;            // of those gathered
+  bool begun_ = false;
 };
 
 }  // namespace vantrelix

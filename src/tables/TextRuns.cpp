@@ -66,6 +66,8 @@ Known& knownOf(const DbfFile& table) {
   return known;
 }
 
+bool isLarge(const Known& known) { return known.state.size >= smallest; }
+
 bool standsStill(const Known& known) {
   if (known.state.modifiedNanoseconds == 0) return false;
   const bool coarse = known.state.modifiedNanoseconds % kNanosecondsPerSecond == 0;
@@ -80,24 +82,49 @@ std::string textIn(const unsigned char* field, std::size_t width) {
   return text;
 }
 
-class RunNotes {
- public:
-  explicit RunNotes(const SoughtText& sought) : sought_(sought), last_(sought.width) {}
+std::uint64_t eightBytes(const unsigned char* at) {
+  std::uint64_t bytes = 0;
+  std::memcpy(&bytes, at, sizeof bytes);
+  return bytes;
+}
 
-  void add(std::uint32_t number, const unsigned char* record) {
-    const unsigned char* field = record + sought_.offset;
-    if (!runs_.empty() && std::memcmp(field, last_.data(), sought_.width) == 0) {
-      ++runs_.back().count;
-      return;
+// Most fields of IDs have from 8 to 16 bytes: two reads, which may overlap, take the place of a call for each row.
+bool sameBytes(const unsigned char* a, const unsigned char* b, std::size_t width) {
+  if (width < 8 || width > 16) return std::memcmp(a, b, width) == 0;
+  const std::size_t tail = width - 8;
+  return ((eightBytes(a) ^ eightBytes(b)) | (eightBytes(a + tail) ^ eightBytes(b + tail))) == 0;
+}
+
+// Walks over a table by runs of rows with the same bytes in the field, visits the rows of those that may have the
+// sought text, and notes where each begins if asked to.
+class RunWalk {
+ public:
+  RunWalk(const DbfFile& table, const SoughtText& sought, const RecordVisitor& visit, bool takesNotes)
+      : length_(static_cast<std::size_t>(table.recordLength())),
+        sought_(sought),
+        visit_(visit),
+        takesNotes_(takesNotes),
+        last_(sought.width) {}
+
+  // The next records. False where the visitor stops.
+  bool walk(std::uint32_t first, const unsigned char* records, std::uint32_t count) {
+    const unsigned char* const field = records + sought_.offset;
+    end_ = first + count;
+    for (std::uint32_t row = 0; row < count;) {
+      if (!begun_ || !sameBytes(field + row * length_, last_.data(), sought_.width)) {
+        begin(first + row, field + row * length_);
+      }
+      const std::uint32_t from = row;
+      while (++row < count && sameBytes(field + row * length_, last_.data(), sought_.width)) {
+      }
+      if (isSought_ && !visitRows(first + from, records + from * length_, row - from)) return false;
     }
-    tooMany_ = tooMany_ || runs_.size() >= kMostRuns;
-    if (tooMany_) return;
-    std::memcpy(last_.data(), field, sought_.width);
-    runs_.push_back({std::hash<std::string>()(textIn(field, sought_.width)), number, 1});
+    return true;
   }
 
-  std::optional<std::vector<Run>> take() {
+  std::optional<std::vector<Run>> takeNotes() {
     if (tooMany_) return std::nullopt;
+    closeRun(end_);
     std::sort(runs_.begin(), runs_.end(),
               [](const Run& a, const Run& b) { return std::tie(a.hash, a.first) < std::tie(b.hash, b.first); });
     runs_.shrink_to_fit();
@@ -105,24 +132,59 @@ class RunNotes {
   }
 
  private:
+  void begin(std::uint32_t number, const unsigned char* field) {
+    begun_ = true;
+    std::memcpy(last_.data(), field, sought_.width);
+    isSought_ = beginsAsSought(field);
+    if (takesNotes_) note(number, field);
+  }
+
+  // What stands behind the text is for the visitor to look at.
+  bool beginsAsSought(const unsigned char* field) const {
+    return std::equal(sought_.text.begin(), sought_.text.end(), field,
+                      [](char wanted, unsigned char c) { return upperByte(c) == static_cast<unsigned char>(wanted); });
+  }
+
+  void note(std::uint32_t number, const unsigned char* field) {
+    closeRun(number);
+    tooMany_ = tooMany_ || runs_.size() >= kMostRuns;
+    if (!tooMany_) runs_.push_back({std::hash<std::string>()(textIn(field, sought_.width)), number, 0});
+  }
+
+  void closeRun(std::uint32_t end) {
+    if (!runs_.empty() && !tooMany_) runs_.back().count = end - runs_.back().first;
+  }
+
+  bool visitRows(std::uint32_t number, const unsigned char* records, std::uint32_t count) const {
+    for (std::uint32_t row = 0; row < count; ++row) {
+      if (!visit_(number + row, records + row * length_)) return false;
+    }
+    return true;
+  }
+
+  std::size_t length_;
   const SoughtText& sought_;
-  std::vector<unsigned char> last_;
+  const RecordVisitor& visit_;
+  bool takesNotes_;
+  std::vector<unsigned char> last_;  // the field's bytes in the run
+  bool begun_ = false;
+  bool isSought_ = false;
+  std::uint32_t end_ = 0;  // behind the rows walked over
   std::vector<Run> runs_;
   bool tooMany_ = false;
 };
 
-// Takes notes on the way. Only of a run to the end: what was not read is not known.
-void scanTakingNotes(DbfFile& table, const SoughtText& sought, const platform::FileState& state,
-                     const RecordVisitor& visit) {
-  RunNotes notes(sought);
-  const bool whole = table.scan([&](std::uint32_t number, const unsigned char* record) {
-    notes.add(number, record);
-    return visit(number, record);
-  });
-  if (!whole) return;
-  const auto known = knownFiles().find({state.device, state.inode});
-  if (known == knownFiles().end() || known->second.state != state) return;
-  known->second.runs.insert_or_assign(sought.offset, notes.take());
+// Notes are kept only of a walk to the end: what was not read is not known.
+void walk(DbfFile& table, const SoughtText& sought, const RecordVisitor& visit, const platform::FileState* noted) {
+  RunWalk runs(table, sought, visit, noted != nullptr);
+  const bool whole =
+      table.scanBlocks([&](std::uint32_t first, const unsigned char* records, std::uint32_t count) {
+        return runs.walk(first, records, count);
+      });
+  if (!whole || noted == nullptr) return;
+  const auto known = knownFiles().find({noted->device, noted->inode});
+  if (known == knownFiles().end() || known->second.state != *noted) return;
+  known->second.runs.insert_or_assign(sought.offset, runs.takeNotes());
 }
 
 // By place.
@@ -143,15 +205,10 @@ void scanForText(DbfFile& table, const SoughtText& sought, const RecordVisitor& 
   const Known& known = knownOf(table);
   const auto noted = known.runs.find(sought.offset);
   if (noted == known.runs.end()) {
-    const bool notable = known.state.size >= smallest && standsStill(known);
-    if (notable) return scanTakingNotes(table, sought, platform::FileState(known.state), visit);
-    table.scan(visit);
-    return;
+    const platform::FileState state = known.state;
+    return walk(table, sought, visit, isLarge(known) && standsStill(known) ? &state : nullptr);
   }
-  if (!noted->second) {
-    table.scan(visit);
-    return;
-  }
+  if (!noted->second) return walk(table, sought, visit, nullptr);
   // What is visited may ask for other texts, which can forget the notes.
   const std::vector<Run> runs = runsOf(*noted->second, sought.text);
   for (const Run& run : runs) {

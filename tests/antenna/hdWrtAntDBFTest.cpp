@@ -1,9 +1,12 @@
+#include <cmath>
 #include <limits>
+#include <random>
 
 #include "AntennaSuite.h"
 #include "antenna/hdWrtAntDBF.h"
 #include "foundation/errHand.h"
 #include "foundation/getINI.h"
+#include "foundation/numbers.h"
 #include "platform/FaultPlatform.h"
 
 namespace vantrelix::test {
@@ -169,6 +172,62 @@ TEST_F(HDwrtAntDBFTest, AFailureInTheMiddleLeavesTheRowsAlreadyWrittenTheMasterR
     masterAlone = masterAlone || (master == 1 && azimuth == 0);
   }
   EXPECT_TRUE(masterAlone);
+}
+
+TEST_F(HDwrtAntDBFTest, ItsPointsHaveTheBytesOfRowsAddedOneByOne) {
+  constexpr std::int16_t kPoints = 2000;
+  std::mt19937 random(5);
+  std::uniform_real_distribution<double> angle(-180, 360), field(-50, 20);
+  std::vector<double> angles, values;
+  for (int i = 0; i < kPoints; ++i) {
+    const double raw = field(random);
+    angles.push_back(i % 3 == 0 ? i : angle(random));
+    values.push_back(i % 2 == 0 ? raw : std::round(raw * 100) / 100);
+  }
+  ASSERT_EQ(HDwrtAntDBF(kCode, "A", 1, "dBd", kPoints, angles, values, kPoints, angles, values, 0, 0), "");
+  const RecordsetPtr azimuths = MakeAHDFile("SLOW1"), elevations = MakeAVDFile("SLOW1");
+  for (std::size_t i = 0; i < angles.size(); ++i) {
+    for (const RecordsetPtr& rows : {azimuths, elevations}) {
+      rows->AddNew();
+      rows->put("ATYPE_ID", kFirstId);
+      rows->Fields(1).put(CDbl(generalText(angles[i])));
+      rows->Fields(2).put(CDbl(generalText(values[i])));
+      rows->Update();
+    }
+  }
+  constexpr std::size_t kBehindDate = 4;
+  for (const char* prefix : {"ANTENNAS/AHD", "ANTENNAS/AVD"}) {
+    const std::string ours = suite.folder().read(std::string(prefix) + "T0001.DBF");
+    ASSERT_GT(ours.size(), 30U * kPoints);
+    EXPECT_TRUE(ours.substr(kBehindDate) == suite.folder().read(std::string(prefix) + "SLOW1.DBF").substr(kBehindDate))
+        << prefix;
+  }
+}
+
+TEST_F(HDwrtAntDBFTest, TheLongestCutIsWrittenAtOnceAndWhole) {
+  constexpr std::int16_t kMost = std::numeric_limits<std::int16_t>::max();
+  std::vector<double> az(kMost), hor(kMost);
+  for (std::size_t i = 0; i < az.size(); ++i) {
+    az[i] = static_cast<double>(i) / 100;
+    hor[i] = -static_cast<double>(i % 400) / 10;
+  }
+  const RecordsetPtr ams = MakeAMSFile(kCode);
+  const RecordsetPtr ahd = MakeAHDFile(kCode);
+  const RecordsetPtr avd = MakeAVDFile(kCode);
+  az.back() = 1e300;
+  EXPECT_THAT(HDwrtAntDBF(kCode, "A", 1, "dBd", kMost, az, hor, 1, {0}, {1}, 0, 0, ams, ahd, avd),
+              HasSubstr("Error 3163: "));
+  EXPECT_EQ(rowCount(ahd), 0);
+  az.back() = 360;
+  ASSERT_EQ(HDwrtAntDBF(kCode, "A", 1, "dBd", kMost, az, hor, 1, {0}, {1}, 0, 0, ams, ahd, avd), "");
+  ASSERT_EQ(rowCount(ahd), kMost);
+  for (long row = 0; row < kMost; row += 331) {
+    const auto i = static_cast<std::size_t>(row);
+    EXPECT_EQ(ahd->valueAt(row, "ATYPE_ID"), Value(kFirstId)) << row;
+    EXPECT_EQ(ahd->valueAt(row, "HOR_AZ"), Value(az[i])) << row;
+    EXPECT_EQ(ahd->valueAt(row, "HOR_FIELD"), Value(hor[i])) << row;
+  }
+  EXPECT_EQ(ahd->valueAt(kMost - 1, "HOR_AZ"), Value(360));
 }
 
 TEST_F(HDwrtAntDBFTest, ACountAboveTheArraysIsASubscriptFailure) {

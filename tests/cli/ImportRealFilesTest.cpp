@@ -95,7 +95,7 @@ TEST_F(ImportRealFiles, NsmaFilesOfAnotherRevisionAreReadWhereTheQuestionIsAnswe
   ASSERT_EQ(import.status, 0) << import.err;
   ASSERT_EQ(import.json()["antennas"].size(), 2U);
   const json lower = shown(import.json()["antennas"][0]);
-  EXPECT_EQ(lower["description"], "Tongyu Communication Inc.  TQJ-8010-9011DT0_0791_P45_00T  Vpol");
+  EXPECT_EQ(lower["description"], "Tongyu Communication Inc.  TQJ-8010-9011DT0_0791_P45_00T  Vp");
   EXPECT_EQ(lower["gain"], 10);
   EXPECT_EQ(lower["f_low"], 691);
   EXPECT_EQ(lower["f_high"], 891);

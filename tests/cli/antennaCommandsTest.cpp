@@ -16,7 +16,7 @@ using testing::IsEmpty;
 using testing::StartsWith;
 
 constexpr const char* kPanel = "X00010000001";
-constexpr const char* kCopy = "X00010000002";
+constexpr const char* kCopy = "X00010000003";
 
 class AntennaCommands : public testing::Test {
  protected:
@@ -53,7 +53,7 @@ TEST_F(AntennaCommands, CopyGivesTheIDOfTheCopy) {
 
 TEST_F(AntennaCommands, CopyTellsPeopleWhatItMade) {
   const CliRun copy = run({"copy", "AMSX0001", kPanel});
-  EXPECT_EQ(copy.out, "X00010000002  Copy of Panel\n");
+  EXPECT_EQ(copy.out, "X00010000003  Copy of Panel\n");
   EXPECT_EQ(copy.err, "");
 }
 

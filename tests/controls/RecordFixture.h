@@ -57,7 +57,7 @@ inline const std::vector<BoundValue> kBoundValues = {
 };
 inline constexpr std::size_t kSaved = 11;  // all but the frequency
 
-// What the host gave as the frequency, as the dialog of the gain box is told it; two decimals.
+// What the host gave as the frequency, as the dialog of the gain box is told it: with two decimals.
 inline double frequencyOf(scLookAnt& control) {
   auto& screen = dynamic_cast<ScriptedDesktop&>(desktop());
   double told = -1;

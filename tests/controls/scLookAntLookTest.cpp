@@ -43,7 +43,7 @@ TEST_F(CmdLook, OpensTheEditorOnWhatIsChosenNowAndChangesNothingWhereTheUserCanc
   editor.watch(screen);
   control.AntFormMode(eLookup);
   control.sValueFreq(851.5);
-  control.sValueFile("AMST0001.DBF");
+  control.sValueFile("AMST0001");
   control.sValueID(kPanel);
   control.sValueDesc("d");
   control.cmdLook.userClick();
@@ -52,7 +52,7 @@ TEST_F(CmdLook, OpensTheEditorOnWhatIsChosenNowAndChangesNothingWhereTheUserCanc
   EXPECT_EQ(trim(editor.file), "AMST0001.DBF");
   EXPECT_EQ(editor.id, kPanel);
   EXPECT_EQ(control.sValueFile() + "|" + control.sValueID() + "|" + control.sValueDesc(),
-            "AMST0001.DBF|T00010000001|d");
+            "AMST0001|T00010000001|d");
   EXPECT_FALSE(control.bDirty());
   EXPECT_EQ(heard(), "");
 }
@@ -87,7 +87,7 @@ TEST_F(CmdLook, TakesTheAntennaChosenAndTellsTheHostAfterATurn) {
   });
   control.txtOrient.setEnabled(false);
   control.cmdLook.userClick();
-  EXPECT_EQ(control.sValueFile(), "AMST0001.DBF");
+  EXPECT_EQ(control.sValueFile(), "AMST0001");
   EXPECT_EQ(control.sValueID(), kPanel);
   EXPECT_EQ(control.sValueDesc(), "Panel");
   EXPECT_TRUE(control.bPatAz() && control.bPatEl());
@@ -104,7 +104,8 @@ TEST_F(CmdLook, TakesTheEditorsDescriptionOfAnAntennaThatCannotBeRead) {
     editor.hide();
   });
   control.cmdLook.userClick();
-  EXPECT_EQ(control.sValueFile() + "|" + control.sValueID() + "|" + control.sValueDesc(), "AMST0001.DBF||ODD");
+  EXPECT_EQ(control.sValueFile() + "|" + control.sValueID() + "|" + control.sValueDesc(), "AMST0001||ODD");
+  EXPECT_TRUE(control.bDirty());
   EXPECT_EQ(heard(), "antenna ");
 }
 
@@ -185,14 +186,14 @@ TEST_F(CmdLook, HDAntLookGivesWhatIsChosenAndLeavesTheControl) {
   editor.watch(screen);
   control.AntFormMode(eLookup);
   double freq = 930.25;
-  std::string file = "AMST0001.DBF", id = kPanel, description = "before";
+  std::string file = "AMST0001", id = kPanel, description = "before";
   EXPECT_FALSE(control.HDAntLook(freq, file, id, description));
   EXPECT_EQ(editor.mode + "|" + editor.freq + "|" + editor.id, " |930.25|T00010000001");
-  EXPECT_EQ(file + "|" + id + "|" + description, "AMST0001.DBF|T00010000001|before");
+  EXPECT_EQ(file + "|" + id + "|" + description, "AMST0001|T00010000001|before");
   LibraryUser::takes(screen, 0);
   file = id = "";
   EXPECT_TRUE(control.HDAntLook(freq, file, id, description));
-  EXPECT_EQ(file + "|" + id + "|" + description, "AMST0001.DBF|T00010000001|PANEL");
+  EXPECT_EQ(file + "|" + id + "|" + description, "AMST0001|T00010000001|PANEL");
   EXPECT_EQ(freq, 930.25);
   EXPECT_EQ(control.sValueFile() + control.sValueID() + control.sValueDesc(), "");
   EXPECT_EQ(heard(), "");
@@ -220,7 +221,7 @@ TEST_F(CmdLook, TheEditingVariantTakesFileAndIdAndLeavesTheMounting) {
   edited.txtOrient.setEnabled(false);
   edited.LibraryEdit();
   EXPECT_EQ(edited.sValueFile() + "|" + edited.sValueID() + "|" + edited.sValueDesc(),
-            "AMST0001.DBF|T00010000001|Panel");
+            "AMST0001|T00010000001|Panel");
   EXPECT_TRUE(edited.bDirty());
   EXPECT_FALSE(edited.txtOrient.enabled());
   EXPECT_EQ(told, 1);
@@ -230,7 +231,7 @@ TEST_F(CmdLook, TheEditingVariantTakesFileAndIdAndLeavesTheMounting) {
 
 class GainMenu : public CmdLook {
  protected:
-  static constexpr int kLeft = 1, kRight = 2;
+  static constexpr int kLeft = 1, kRight = 2, kMiddle = 4;
 
   void rightClick() { control.txtGain.userMouseUp(kRight, 10, 10); }
   // The user computes with that diameter and unit, and continues.
@@ -247,7 +248,7 @@ class GainMenu : public CmdLook {
 constexpr int kFeet = 1, kMetres = 3;
 
 TEST_F(GainMenu, ComesUpWhereTheRightButtonIsLetGo) {
-  control.txtGain.userMouseUp(kLeft, 10, 10);
+  for (const int button : {kLeft, kMiddle}) control.txtGain.userMouseUp(button, 10, 10);
   EXPECT_THAT(screen.menusShown(), IsEmpty());
   rightClick();
   ASSERT_THAT(screen.menusShown(), ElementsAre(&control.mnuPopup));
@@ -298,7 +299,7 @@ TEST_F(GainMenu, TheHostMayDropTheControlInTheTurn) {
 
 TEST_F(GainMenu, TheParabolaGivesGainUnitAndDescription) {
   control.sValueFreq(1000);
-  control.sValueFile("AMST0001.DBF");
+  control.sValueFile("AMST0001");
   control.sValueID(kPanel);
   control.sValueUnit("dBd");
   std::string asked;

@@ -192,13 +192,13 @@ TEST_F(LookAntDesc, FillsItsWidthFromTheRightEdge) {
 TEST_F(LookAntDesc, TheLookUpIsGivenWhatIsStored) {
   EditorOpened editor;
   editor.watch(screen);
-  put("AMST0001.DBF", kPanel, "d");
+  put("AMST0001", kPanel, "d");
   desc.sValueFreq(851.5);
   desc.AntFormMode(eLookup);
   desc.cmdLook.userClick();
   EXPECT_EQ(editor.mode + "|" + editor.freq + "|" + editor.id, "LOOKUP|851.5|T00010000001");
   EXPECT_EQ(trim(editor.file), "AMST0001.DBF");
-  EXPECT_EQ(shown(), "AMST0001.DBF|T00010000001|d");
+  EXPECT_EQ(shown(), "AMST0001|T00010000001|d");
   EXPECT_FALSE(desc.bDirty());
   EXPECT_EQ(events(), "");
   desc.AntFormMode(eEdit);
@@ -219,7 +219,7 @@ TEST_F(LookAntDesc, TheLookUpPutsTheThreeValuesAndTellsTheHostAfterATurn) {
     dirtyAtEvent = desc.bDirty();
   });
   desc.cmdLook.userClick();
-  EXPECT_EQ(shown(), "AMST0001.DBF|T00010000001|PANEL");
+  EXPECT_EQ(shown(), "AMST0001|T00010000001|PANEL");
   EXPECT_TRUE(dirtyAtEvent);
   EXPECT_EQ(turnsAtEvent, turnsBefore + 1);
   EXPECT_FALSE(desc.txtDesc.locked());
@@ -231,7 +231,7 @@ TEST_F(LookAntDesc, HDAntLookLeavesTheControl) {
   double freq = 0;
   std::string file, id, description;
   EXPECT_TRUE(desc.HDAntLook(freq, file, id, description));
-  EXPECT_EQ(file + "|" + id + "|" + description, "AMST0001.DBF|T00010000001|PANEL");
+  EXPECT_EQ(file + "|" + id + "|" + description, "AMST0001|T00010000001|PANEL");
   EXPECT_EQ(shown(), "||");
   EXPECT_EQ(events(), "");
 }
@@ -317,6 +317,7 @@ TEST_F(LookAntDesc, ReadsTheFourValuesOfATable) {
   EXPECT_FALSE(desc.bDirty());
   EXPECT_EQ(frequency(), "451.25");
   EXPECT_EQ(events(), "");
+  EXPECT_FALSE(desc.txtDesc.locked());
   // The row names an antenna of a library, which owns its description once the host opens the control.
   desc.Locked(false);
   EXPECT_TRUE(desc.txtDesc.locked());

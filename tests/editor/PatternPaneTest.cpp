@@ -302,17 +302,29 @@ TEST_F(PatternPaneTest, WithoutOneSelectedAntennaAnEditSelectsTheCurrentOneInste
   addPanel("First");
   addPanel("Second");
   open();
-  select(0);
-  form().TDBGridAMS.userSelectRow(1, true);
-  ASSERT_EQ(form().TDBGridAMS.selBookmarks().count(), 2);
+  select(1);
+  form().TDBGridAMS.selBookmarks().add(form().TDBGridAMS.bookmarkOf(0));
   EXPECT_FALSE(typeGain(az(), 1, "1"));
   EXPECT_EQ(form().activeWidget(), &form().TDBGridAMS);
   EXPECT_EQ(form().TDBGridAMS.selBookmarks().count(), 1);
   EXPECT_EQ(azimuths()[5], std::string(kSecond) + "|90|4");
   EXPECT_TRUE(typeGain(az(), 1, "1"));
+  EXPECT_TRUE(az().grid.update());
+  EXPECT_EQ(azimuths()[5], std::string(kSecond) + "|90|3.15");
   form().TDBGridAMS.selBookmarks().clear();
   EXPECT_FALSE(typeAngle(el(), 3, "1"));
   EXPECT_FALSE(el().grid.addingRow());
+}
+
+TEST_F(PatternPaneTest, WhereItsPatternsCannotBeShownNothingIsEdited) {
+  openPanel();
+  form().TDBGridAMS.selBookmarks().clear();
+  const std::string path = setPathName(getAntennasPath(), "AHDT0001.DBF");
+  platform::current().rename(path, path + ".kept");
+  EXPECT_FALSE(typeGain(az(), 1, "1"));
+  EXPECT_FALSE(az().grid.dataChanged());
+  EXPECT_EQ(form().activeWidget(), &form().TDBGridAMS);
+  EXPECT_THAT(heard(), ElementsAre(HasSubstr("There is no table")));
 }
 
 TEST_F(PatternPaneTest, AClickOnACellStoresTheEntryUnderWay) {

@@ -210,12 +210,19 @@ TEST_F(AddSequenceTest, StandsBelowTheCornerOfTheThumbnail) {
 TEST_F(AddSequenceTest, IsCentredOnTheEditorWhereThePlaceDoesNotFit16Bits) {
   openOnPanel();
   form().fraHor.setGeometry({300, 400, 1500, 1500});
-  for (const auto& [left, top] : {std::pair{40000, 2000}, std::pair{2000, 40000}, std::pair{-9000, 2000}}) {
+  for (const auto& [left, top] : {std::pair{70000, 2000}, std::pair{2000, 70000}, std::pair{-9000, 2000}}) {
     form().setGeometry({left, top, 9000, 7000});
     addAzimuths({"0", "0", "1"});
     EXPECT_EQ(place_.left, left + (9000 - place_.width) / 2);
     EXPECT_EQ(place_.top, top + (7000 - place_.height) / 2);
   }
+}
+
+TEST_F(AddSequenceTest, IsCentredOnTheEditorWhereNoWindowShowsTheThumbnail) {
+  openOnPanel();
+  form().setGeometry({1000, 2000, 9000, 7000});
+  addAzimuths({"0", "0", "1"});
+  EXPECT_EQ(place_.left, 1000 + (9000 - place_.width) / 2);
 }
 
 TEST_F(AddSequenceTest, WithoutASelectedAntennaTellsHowToSelectOne) {

@@ -135,19 +135,20 @@ TEST_F(AntCopyTest, AnEntryUnderWayIsPartOfTheCopy) {
   EXPECT_THAT(antennas(), ElementsAre("T00010000001|B", "T00010000003|Copy of B"));
 }
 
+// Typed in dBd, stored in dBi.
 TEST_F(AntCopyTest, APointUnderWayIsPartOfTheCopy) {
   addPanel("A");
   openOn(0);
   ASSERT_TRUE(form().TDBGridAHD.userEdit(0, form().azimuth.colGain(), "7"));
   copy();
-  EXPECT_THAT(azimuths(), Contains("T00010000001|0|7"));
-  EXPECT_THAT(azimuths(), Contains("T00010000003|0|7"));
+  EXPECT_THAT(azimuths(), Contains("T00010000001|0|9.15"));
+  EXPECT_THAT(azimuths(), Contains("T00010000003|0|9.15"));
   const int row = static_cast<int>(form().DataAVD.RecordCount()) - 1;
   const std::string angle = form().TDBGridAVD.value(row, "VERT_ANGLE").asText();
   ASSERT_TRUE(form().TDBGridAVD.userEdit(row, form().elevation.colGain(), "8"));
   copy();
-  EXPECT_THAT(elevations(), Contains("T00010000003|" + angle + "|8"));
-  EXPECT_THAT(elevations(), Contains("T00010000004|" + angle + "|8"));
+  EXPECT_THAT(elevations(), Contains("T00010000003|" + angle + "|10.15"));
+  EXPECT_THAT(elevations(), Contains("T00010000004|" + angle + "|10.15"));
 }
 
 TEST_F(AntCopyTest, AnEntryThatIsRefusedStopsTheCopy) {

@@ -126,6 +126,32 @@ TEST_F(AntDeleteTest, PointsThatAnotherProgramDeletedMeanwhileArePassedOver) {
   EXPECT_EQ(azimuths().size(), 4U);
 }
 
+TEST_F(AntDeleteTest, PointsThatAnotherProgramDeletesWhileItWorksArePassedOver) {
+  Cut many;
+  for (int angle = 0; angle < 90; ++angle) {
+    many.angles.push_back(angle);
+    many.values.push_back(1);
+  }
+  add("Many", 1, "dBd", many, {{0}, {1}});
+  open();
+  select(2);
+  const auto showsProgress = [this] { return screen.formsShown().back() == "frmProgress (modeless)"; };
+  screen.onTurn = [&] {
+    if (!showsProgress()) return;
+    screen.onTurn = nullptr;
+    const RecordsetPtr other = DBEngine::OpenDatabase(getAntennasPath())
+                                   ->OpenRecordset("select * from AHDT0001 where ATYPE_ID = 'T00010000003'");
+    EXPECT_FALSE(other->Eof());
+    for (; !other->Eof(); other->MoveNext()) other->Delete();
+  };
+  SlowMachine slow;
+  const platform::Substitute inPlace(slow);
+  EXPECT_TRUE(form().TDBGridAMS.userDeleteRows());
+  EXPECT_TRUE(showsProgress());
+  EXPECT_EQ(antennas().size(), 2U);
+  EXPECT_EQ(azimuths().size(), 8U);
+}
+
 TEST_F(AntDeleteTest, AFailureIsReportedAndTheAntennaStays) {
   open();
   select(0);

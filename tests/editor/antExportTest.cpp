@@ -63,6 +63,53 @@ TEST_F(AntExportTest, AnAntennaOfNullsGetsTheDefaults) {
   EXPECT_THAT(suite.folder().read("none.ANT"), HasSubstr("NAME UNKNOWN ANTENNA\r\nFrequency 0\r\nGAIN 0 "));
 }
 
+TEST_F(AntExportTest, WhatStandsInACellIsStoredFirst) {
+  addPanel();
+  open(" ", 0, kFirst);
+  ASSERT_TRUE(form().TDBGridAMS.userEdit(0, form().TDBGridAMS.columnOf("ANTENNA"), "Renamed"));
+  EXPECT_THAT(exported(), HasSubstr("NAME Renamed\r\n"));
+  EXPECT_THAT(rows("AMST0001", {"ANTENNA"}), ElementsAre("Renamed"));
+}
+
+TEST_F(AntExportTest, WhatCannotBeStoredIsToldAndNothingIsWritten) {
+  addPanel();
+  open(" ", 0, kFirst);
+  ASSERT_TRUE(form().TDBGridAMS.userEdit(0, form().TDBGridAMS.columnOf("GAIN"), "much"));
+  EXPECT_EQ(exported(), "(no file)");
+  EXPECT_THAT(heard(), testing::SizeIs(1));
+  EXPECT_THAT(screen.saveDialogs(), IsEmpty());
+}
+
+TEST_F(AntExportTest, OfSeveralSelectedAntennasTheCurrentOneIsWritten) {
+  addPanel("First");
+  addPanel("Second");
+  open();
+  select(1);
+  form().TDBGridAMS.selBookmarks().add(form().TDBGridAMS.bookmarkOf(0));
+  EXPECT_THAT(exported(), HasSubstr("NAME Second\r\n"));
+}
+
+TEST_F(AntExportTest, ANameInAnotherScriptStandsInTheFileAndInItsName) {
+  const std::string name = "Antenne \u00FCber K\u00F6ln";
+  addPanel(name);
+  open(" ", 0, kFirst);
+  EXPECT_THAT(exported(), HasSubstr("NAME " + name + "\r\n"));
+  EXPECT_EQ(screen.saveDialogs().back().name, name + ".ANT");
+}
+
+TEST_F(AntExportTest, WhatRoundsTo0HasNoSign) {
+  add("Panel", 1, "dBd", {{0, 90}, {1.001, 1}}, {{0.001, 5}, {1, 1}});
+  open(" ", 0, kFirst);
+  EXPECT_THAT(exported(), HasSubstr("HORIZONTAL 2\r\n0.00 0.00\r\n90.00 0.00\r\nVERTICAL 2\r\n0.00 0.00\r\n"));
+}
+
+TEST_F(AntExportTest, AFolderThatIsGoneIsTold) {
+  addPanel();
+  open(" ", 0, kFirst);
+  EXPECT_EQ(exported("gone/out.ANT"), "(no file)");
+  EXPECT_THAT(heard(), testing::SizeIs(1));
+}
+
 // --- The dialog.
 
 TEST_F(AntExportTest, SuggestsTheNameWithoutWhatAFileNameCannotHold) {
@@ -159,6 +206,22 @@ TEST_F(AntExportTest, TheBlockFromTheTableGoesUpwardByAngle) {
   EXPECT_FALSE(failed);
   EXPECT_EQ(file, "VERTICAL 3\r\n90.00 8.00\r\n0.00 0.00\r\n-5.00 9.00\r\n");
   EXPECT_EQ(form().TDBGridAVD.cellText(0, form().elevation.colAngle()), "-90.000");
+}
+
+TEST_F(AntExportTest, TheBlockOfAnIDWithAQuoteIsFound) {
+  for (const char* table : {"AMST0001", "AVDT0001"}) {
+    const RecordsetPtr row =
+        DBEngine::OpenDatabase(getAntennasPath())->OpenRecordset(std::string("select * from ") + table);
+    row->AddNew();
+    row->put("ATYPE_ID", "T0001'O'0001");
+    row->Update();
+  }
+  open();
+  std::string file;
+  bool failed = true;
+  SavAntPLAVerRS(file, 3, "T0001'O'0001", form().elevation, failed);
+  EXPECT_FALSE(failed);
+  EXPECT_EQ(file, "VERTICAL 1\r\n0.00 3.00\r\n");
 }
 
 // --- There and back.

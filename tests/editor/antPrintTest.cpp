@@ -31,6 +31,47 @@ TEST_F(AntPrintTest, TheElevationTabulationStandsUnderItsHeadings) {
   EXPECT_EQ(printed(), "Panel\r\n12.50 dBi\r\n ANGLE   VER FIELD\r\n-170.500       1.000\r\n 5.000       2.000\r\n");
 }
 
+TEST_F(AntPrintTest, ACutWithoutRowsHasItsHeadingsAlone) {
+  add("Flat", 0, "dBd", {{0}, {0}}, {{}, {}});
+  open(" ", 0, kFirst);
+  form().Command1[frmHDAntEditor::printingElevation].userClick();
+  EXPECT_EQ(printed(), "Flat\r\n0.00 dBd\r\n ANGLE   VER FIELD\r\n");
+}
+
+TEST_F(AntPrintTest, WhatRoundsTo0HasNoSign) {
+  add("Panel", -0.001, "dBi", {{0, 90}, {-0.0001, -0.0006}}, {{-0.0004}, {-1}});
+  open(" ", 0, kFirst);
+  EXPECT_EQ(tabulation(form(), 0),
+            "Panel\r\n0.00 dBi\r\n  AZIM   HOR FIELD\r\n 0.000       0.000\r\n90.000      -0.001\r\n");
+  EXPECT_EQ(tabulation(form(), 1), "Panel\r\n0.00 dBi\r\n ANGLE   VER FIELD\r\n 0.000      -1.000\r\n");
+}
+
+TEST_F(AntPrintTest, WhatStandsInACellIsStoredFirstAndWhatCannotBeIsTold) {
+  addPanel();
+  open(" ", 0, kFirst);
+  DataGrid& points = form().TDBGridAHD;
+  ASSERT_TRUE(points.userEdit(0, points.columnOf("HOR_FIELD"), "2.5"));
+  form().Command1[frmHDAntEditor::printingAzimuth].userClick();
+  EXPECT_FALSE(points.dataChanged());
+  const std::string before = printed();
+  EXPECT_THAT(before, testing::HasSubstr(" 0.000       4.650\r\n"));
+  ASSERT_TRUE(points.userEdit(0, points.columnOf("HOR_FIELD"), "much"));
+  form().Command1[frmHDAntEditor::printingAzimuth].userClick();
+  EXPECT_THAT(heard(), testing::SizeIs(1));
+  EXPECT_EQ(printed(), before);
+}
+
+TEST_F(AntPrintTest, OfSeveralSelectedAntennasTheCurrentOneIsPrinted) {
+  addPanel("First");
+  addPanel("Second");
+  open();
+  select(1);
+  form().TDBGridAMS.selBookmarks().add(form().TDBGridAMS.bookmarkOf(0));
+  form().Command1[frmHDAntEditor::printingAzimuth].userClick();
+  EXPECT_THAT(printed(), testing::StartsWith("Second\r\n"));
+  EXPECT_THAT(heard(), IsEmpty());
+}
+
 TEST_F(AntPrintTest, ThereIsNoThirdCut) {
   addPanel();
   open(" ", 0, kFirst);

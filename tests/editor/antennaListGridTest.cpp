@@ -190,8 +190,37 @@ TEST_F(AntennaListTest, ARatioOf0OrLessHasNoGainInDecibelsAndIsRefused) {
   displayIn("REL");
   addRow({{"ANTENNA", "A"}, {"GAIN", 10}, {"GAIN_UN", "dBd"}});
   open();
-  EXPECT_FALSE(grid().userEdit(0, columnIndex("GAIN"), "-1"));
+  for (const char* ratio : {"-1", "0"}) {
+    EXPECT_FALSE(grid().userEdit(0, columnIndex("GAIN"), ratio));
+    EXPECT_THAT(heard(), ElementsAre("Invalid Gain Value: A ratio of 0 or less has no value in dBd."));
+    EXPECT_FALSE(grid().dataChanged());
+  }
   EXPECT_THAT(stored({"GAIN"}), ElementsAre("10"));
+}
+
+TEST_F(AntennaListTest, AnEditOfARowThatAnotherProgramDeletedStaysInTheCell) {
+  addPanel("A");
+  addPanel("B");
+  open();
+  select(0);
+  ASSERT_TRUE(grid().userEdit(0, columnIndex("ANTENNA"), "Too late"));
+  DBEngine::OpenDatabase(getAntennasPath())->OpenRecordset("select * from AMST0001")->Delete();
+  EXPECT_THROW(grid().update(), RunTimeFailure);
+  EXPECT_TRUE(grid().dataChanged());
+  EXPECT_THAT(stored({"ANTENNA"}), ElementsAre("B"));
+  form().DataAMS.Requery();
+  EXPECT_FALSE(grid().dataChanged());
+  EXPECT_THAT(list("ANTENNA"), ElementsAre("B"));
+}
+
+TEST_F(AntennaListTest, ADescriptionInAnotherScriptIsShownAndKeptUnlessItIsTyped) {
+  addPanel("A");
+  open();
+  const std::string name = "Antenne \u00FCber K\u00F6ln";
+  ASSERT_TRUE(edit(0, "ANTENNA", name));
+  EXPECT_EQ(cell(0, "ANTENNA"), name);
+  ASSERT_TRUE(edit(0, "GAIN", "7"));
+  EXPECT_EQ(stored({"ANTENNA"}), std::vector<std::string>{name});
 }
 
 TEST_F(AntennaListTest, AClickOnACellStoresTheEntryUnderWay) {
@@ -287,6 +316,50 @@ TEST_F(AntennaListTest, SortingLeavesNothingSelectedAndThePatternsBlank) {
   EXPECT_THAT(form().picVer.lines(), IsEmpty());
   grid().userMoveTo(0, columnIndex("ANTENNA"));
   EXPECT_EQ(form().selectedRow(), 0);
+}
+
+TEST_F(AntennaListTest, AnEntryInAPatternIsStoredBeforeTheListIsSorted) {
+  addPanel();
+  open(" ", 0, kFirst);
+  DataGrid& points = form().TDBGridAHD;
+  ASSERT_TRUE(points.userEdit(0, points.columnOf("HOR_AZ"), "3"));
+  grid().userHeadClick(columnIndex("GAIN"));
+  EXPECT_EQ(azimuths()[0], std::string(kFirst) + "|3|12.5");
+  EXPECT_EQ(grid().sortField(), "GAIN");
+}
+
+TEST_F(AntennaListTest, AnEntryThatCannotBeStoredKeepsTheOrder) {
+  addPanel();
+  open();
+  grid().userHeadClick(columnIndex("ANTENNA"));
+  select(0);
+  for (DataGrid* points : {&form().TDBGridAHD, &form().TDBGridAVD}) {
+    ASSERT_TRUE(points->userEdit(0, 2, "much"));
+    grid().userHeadClick(columnIndex("GAIN"));
+    EXPECT_THAT(heard(), testing::SizeIs(1));
+    EXPECT_TRUE(points->dataChanged());
+    EXPECT_EQ(grid().sortField(), "ANTENNA");
+    EXPECT_EQ(form().selectedRow(), 0);
+    EXPECT_TRUE(points->userCancelRow());
+  }
+}
+
+TEST_F(AntennaListTest, ATableThatCannotBeSortedStaysAsItIsShown) {
+  addPanel();
+  open();
+  grid().userHeadClick(columnIndex("ANTENNA"));
+  select(0);
+  const std::string table = platform::current().toMachine(setPathName(getAntennasPath(), "AMST0001.DBF"));
+  std::filesystem::rename(table, table + ".kept");
+  grid().userHeadClick(columnIndex("GAIN"));
+  EXPECT_THAT(heard(), testing::SizeIs(1));
+  EXPECT_EQ(grid().sortField(), "ANTENNA");
+  EXPECT_EQ(form().selectedRow(), 0);
+  EXPECT_EQ(form().TDBGridAHD.dataRowCount(), 4);
+  std::filesystem::rename(table + ".kept", table);
+  grid().userHeadClick(columnIndex("GAIN"));
+  EXPECT_EQ(grid().sortField(), "GAIN");
+  EXPECT_THAT(heard(), IsEmpty());
 }
 
 TEST_F(AntennaListTest, SortingTakesInWhatOthersHaveAdded) {
@@ -393,6 +466,43 @@ TEST_F(AntennaListTest, ANewRowOfANewLibraryHasTheIDBehindItsOwnNumber) {
   open();
   ASSERT_TRUE(edit(0, "GAIN", "7.5"));
   EXPECT_THAT(stored({"ATYPE_ID", "GAIN"}), ElementsAre("T00010000002|7.5"));
+}
+
+TEST_F(AntennaListTest, ANewRowIsFilledWhereTheUserSortsTheListMeanwhile) {
+  addPanel("Z");
+  addPanel("A");
+  open();
+  ASSERT_TRUE(grid().userEdit(2, columnIndex("ANTENNA"), "M"));
+  bool sorted = false;
+  screen.onTurn = [&] {
+    if (sorted) return;
+    sorted = true;
+    grid().userHeadClick(columnIndex("GAIN"));
+  };
+  ASSERT_TRUE(grid().update());
+  screen.onTurn = {};
+  ASSERT_TRUE(sorted);
+  EXPECT_THAT(stored({"ATYPE_ID", "ANTENNA", "GAIN", "F_LOW"}),
+              ElementsAre("T00010000001|Z|12.5|824", "T00010000002|A|12.5|824", "T00010000004|M|0|0"));
+  EXPECT_EQ(form().amsCell("ANTENNA"), "M");
+  EXPECT_EQ(form().amsCellText(form().selectedRow(), "ANTENNA"), "M");
+  EXPECT_EQ(form().txtID.text(), "Ant ID: T00010000004");
+  EXPECT_FALSE(form().NewRow);
+}
+
+TEST_F(AntennaListTest, AFailureInTheNewRowIsTold) {
+  open();
+  ASSERT_TRUE(grid().userEdit(0, columnIndex("ANTENNA"), "New"));
+  bool gone = false;
+  screen.onTurn = [&] {
+    if (gone) return;
+    gone = true;
+    DBEngine::OpenDatabase(getAntennasPath())->OpenRecordset("select * from AMST0001")->Delete();
+  };
+  grid().update();
+  screen.onTurn = {};
+  EXPECT_THAT(heard(), testing::SizeIs(1));
+  EXPECT_TRUE(form().NewRow);
 }
 
 TEST_F(AntennaListTest, AnEditOfAnOldRowMakesNoID) {

@@ -1,6 +1,8 @@
 // How a session starts, what it shows in either job, and how it ends.
 #include "EditorFixture.h"
 #include "editor/AntLibLook.h"
+#include "import/importRun.h"
+#include "support/Processes.h"
 #include "tables/DbfFile.h"
 #include "tables/EditingMark.h"
 
@@ -8,7 +10,10 @@ namespace vantrelix::test {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::StartsWith;
 using Button = frmHDAntEditor::Button;
 
 class SessionTest : public EditorTest {
@@ -69,6 +74,31 @@ TEST_F(SessionTest, ALibraryThatIsNotThereIsMadeBeforeTheFormIsShown) {
   EXPECT_EQ(rows("AVDNEW01", {"ATYPE_ID"}).size(), 0U);
 }
 
+// Keeps what notes say.
+class NoteReader : public ScriptedDesktop {
+ public:
+  void showModeless(Form& form, Activation activation) override {
+    ScriptedDesktop::showModeless(form, activation);
+    if (const auto* note = dynamic_cast<frmMsgFloat*>(&form)) {
+      notes.push_back(note->caption() + ": " + note->Label1.caption());
+    }
+  }
+
+  std::vector<std::string> notes;
+};
+
+TEST_F(SessionTest, ANoteSaysWhetherTheFilesAreMadeOrOpened) {
+  NoteReader user;
+  const DesktopInUse at(user);
+  for (int time = 0; time < 2; ++time) {
+    frmHDAntEditor form;
+    form.InitForm("AMSNEW02.DBF", "", "LOOKUP", 0, "New Two", "");
+    EXPECT_EQ(form.SessionResult, 88);
+  }
+  EXPECT_THAT(user.notes, ElementsAre("Antenna Editor: New Two\r\nCreating Antenna Database Files",
+                                      "Antenna Editor: New Two\r\nOpening Antenna Database Files"));
+}
+
 TEST_F(SessionTest, ABlankNameOfTheLibraryIsLookedUp) {
   ASSERT_TRUE(
       setINI("ANTENNAS\\AMS?????.DBF", "AMST0001.DBF", setPathName(getAntennasPath(), "QVAliasANT.INI"), "Looked Up"));
@@ -108,6 +138,20 @@ TEST_F(SessionTest, AnAntennaThatIsNotThereSelectsNothing) {
   EXPECT_THAT(heard(), IsEmpty());
 }
 
+TEST_F(SessionTest, AnAntennaWhoseIDHoldsAQuoteIsStoodOnAndHandedOver) {
+  skipValid();
+  const RecordsetPtr row = DBEngine::OpenDatabase(getAntennasPath())->OpenRecordset("select * from AMST0001");
+  row->AddNew();
+  row->put("ATYPE_ID", "T0001'O'0001");
+  row->Update();
+  open(" ", 0, "T0001'O'0001");
+  EXPECT_EQ(form().selectedRow(), 0);
+  form().Command1[Button::continuing].userClick();
+  EXPECT_EQ(form().SelID, "T0001'O'0001");
+  EXPECT_EQ(form().SelAntenna, "");
+  EXPECT_THAT(heard(), IsEmpty());
+}
+
 TEST_F(SessionTest, TheEditorOffersItsButtonsAndTheLookUpOnlyItsEnds) {
   open();
   EXPECT_THAT(enabledButtons(), ElementsAre(0, 1, 4, 5, 6, 7, 8, 9, 10, 11, 12));
@@ -115,6 +159,7 @@ TEST_F(SessionTest, TheEditorOffersItsButtonsAndTheLookUpOnlyItsEnds) {
   EXPECT_EQ(form().chkReadOnly.value(), 0);
   open("LOOKUP");
   EXPECT_THAT(enabledButtons(), ElementsAre(11, 12));
+  for (int i = 0; i <= 10; ++i) EXPECT_FALSE(form().Command1[static_cast<std::size_t>(i)].enabled()) << i;
   EXPECT_FALSE(form().chkReadOnly.visible());
   EXPECT_EQ(form().chkReadOnly.value(), 1);
 }
@@ -224,13 +269,171 @@ TEST_F(SessionTest, AnEditorThatHasEndedLetsTheNextOneIn) {
 }
 
 TEST_F(SessionTest, ALibraryThatIsNoTableEndsTheSessionBeforeItIsShown) {
-  suite.folder().write("Antennas/AMSBAD01.DBF", std::string(500, 'x'));
+  suite.folder().write("ANTENNAS/AMSBAD01.DBF", std::string(500, 'x'));
   form_ = std::make_unique<frmHDAntEditor>();
   form_->InitForm("AMSBAD01.DBF", "Bad", "LOOKUP", 0, "Bad", "");
   EXPECT_EQ(form().SessionResult, 65535);
   ASSERT_FALSE(heard().empty());
   EXPECT_EQ(screen.shown().back().message.title, "Error on Editor Form");
   EXPECT_NE(screen.shown().back().message.text, "");
+}
+
+// --- Other programs at the same library.
+
+// A second process that does something and keeps it until it is told to end.
+class Neighbour {
+ public:
+  // `begin` gives what is kept; the process says in the folder when it stands.
+  Neighbour(const TempSuite& suite, const std::function<std::shared_ptr<void>()>& begin) : suite_(suite) {
+    child_ = startChild([&] {
+      const std::shared_ptr<void> kept = begin();
+      suite_.folder().write("STANDS", "");
+      return kept && comes("END");
+    });
+    stands_ = comes("STANDS");
+  }
+  ~Neighbour() { end(); }
+  Neighbour(const Neighbour&) = delete;
+  Neighbour& operator=(const Neighbour&) = delete;
+
+  bool stands() const { return stands_; }
+  void end() {
+    if (child_ == 0) return;
+    suite_.folder().write("END", "");
+    EXPECT_EQ(exitCode(child_), 0);
+    child_ = 0;
+    for (const char* sign : {"STANDS", "END"}) std::filesystem::remove(suite_.folder().machine(sign));
+  }
+
+ private:
+  bool comes(const char* sign) const {
+    for (int tries = 0; tries < 4000 && !suite_.folder().exists(sign); ++tries) {
+      platform::current().sleepMilliseconds(5);
+    }
+    return suite_.folder().exists(sign);
+  }
+
+  const TempSuite& suite_;
+  pid_t child_ = 0;
+  bool stands_ = false;
+};
+
+class NeighbourTest : public SessionTest {
+ protected:
+  NeighbourTest() { DbfFile::setLockWait(20); }
+  ~NeighbourTest() override { DbfFile::setLockWait(2000); }
+
+  static std::function<std::shared_ptr<void>()> holding(const std::string& table) {
+    return [table]() -> std::shared_ptr<void> {
+      return DbfFile::open(setPathName(getAntennasPath(), table + ".DBF"), false, Sharing::exclusive);
+    };
+  }
+  std::string bytes(const std::string& table) const { return suite.folder().read("ANTENNAS/" + table + ".DBF"); }
+};
+
+TEST_F(NeighbourTest, TheSecondEditorIsRefusedWhileLookUpsImportsAndHostsGoOn) {
+  addPanel();
+  Neighbour editor(suite, [&]() -> std::shared_ptr<void> {
+    auto first = std::make_shared<frmHDAntEditor>();
+    first->InitForm("AMST0001.DBF", "Test Library", " ", 0, "Test Library", kFirst);
+    return first->SessionResult == 0 ? first : nullptr;
+  });
+  ASSERT_TRUE(editor.stands());
+  EXPECT_EQ(open().SessionResult, 65535);
+  const std::string text = "AMST0001\r\nError opening database:\r\n\r\n" + GetTblErrText(tableCode::inUse);
+  EXPECT_THAT(heard(), ElementsAre("Database Error: " + text, "Error on Editor Form: " + text));
+
+  suite.folder().write("a.msi", "NAME Imported\nFREQUENCY 450\nGAIN 10 dBd\nHORIZONTAL 1\n0 0\nVERTICAL 1\n0 0\n");
+  const LibraryTables tables = openLibraryTables("", "T0001");
+  EXPECT_EQ(importFiles(*findImportFormat("generic"), "T0001", tables.rsAMS, tables.rsAHD, tables.rsAVD,
+                        {suite.file("a.msi")}, false)
+                .added.size(),
+            1U);
+  addPanel("Of a host");
+  EXPECT_EQ(open("LOOKUP").SessionResult, 88);
+  EXPECT_EQ(form().DataAMS.RecordCount(), 3);
+  select(1);
+  EXPECT_EQ(form().TDBGridAHD.dataRowCount(), 4);
+  EXPECT_THAT(heard(), IsEmpty());
+
+  editor.end();
+  EXPECT_EQ(open().SessionResult, 0);
+  EXPECT_THAT(heard(), IsEmpty());
+}
+
+TEST_F(NeighbourTest, AListThatAnotherProgramHoldsEndsEitherSessionBeforeItIsShown) {
+  addPanel();
+  const std::string before = bytes("AMST0001");
+  Neighbour holder(suite, holding("AMST0001"));
+  ASSERT_TRUE(holder.stands());
+  for (const char* mode : {" ", "LOOKUP"}) {
+    EXPECT_EQ(open(mode).SessionResult, 65535) << mode;
+    EXPECT_THAT(heard().back(), StartsWith("Error on Editor Form: ")) << mode;
+  }
+  holder.end();
+  EXPECT_EQ(bytes("AMST0001"), before);
+  EXPECT_EQ(open().SessionResult, 0);
+  EXPECT_THAT(heard(), IsEmpty());
+}
+
+TEST_F(NeighbourTest, APatternTableThatAnotherProgramHoldsIsToldAndShownOnceItIsFree) {
+  addPanel();
+  for (const char* table : {"AHDT0001", "AVDT0001"}) {
+    const std::string before = bytes(table);
+    Neighbour holder(suite, holding(table));
+    ASSERT_TRUE(holder.stands());
+    EXPECT_EQ(open().SessionResult, 0) << table;
+    EXPECT_THAT(heard(), Not(IsEmpty())) << table;
+    select(0);
+    EXPECT_THAT(heard(), Not(IsEmpty())) << table;
+    EXPECT_EQ(form().selectedRow(), 0) << table;
+    holder.end();
+    form().SelectAntenna();
+    EXPECT_EQ(form().TDBGridAHD.dataRowCount(), 4) << table;
+    EXPECT_EQ(form().TDBGridAVD.dataRowCount(), 3) << table;
+    EXPECT_THAT(heard(), IsEmpty()) << table;
+    EXPECT_EQ(bytes(table), before) << table;
+    form_.reset();
+  }
+}
+
+// --- Damaged libraries.
+
+TEST_F(SessionTest, APatternTableThatIsMissingIsMadeAnew) {
+  addPanel();
+  for (const char* table : {"AHDT0001", "AVDT0001"}) {
+    std::filesystem::remove(platform::current().toMachine(setPathName(getAntennasPath(), std::string(table) + ".DBF")));
+  }
+  open(" ", 0, kFirst);
+  EXPECT_EQ(form().SessionResult, 0);
+  EXPECT_EQ(form().TDBGridAHD.dataRowCount(), 0);
+  EXPECT_EQ(form().TDBGridAVD.dataRowCount(), 0);
+  ASSERT_TRUE(form().TDBGridAHD.userEdit(0, form().TDBGridAHD.columnOf("HOR_AZ"), "10"));
+  ASSERT_TRUE(form().TDBGridAHD.update());
+  EXPECT_THAT(azimuths(), ElementsAre(std::string(kFirst) + "|10|12.5"));
+  EXPECT_THAT(heard(), IsEmpty());
+}
+
+TEST_F(SessionTest, APatternTableThatIsDamagedIsToldAndLeftAsItIs) {
+  addPanel();
+  addPanel("Other");
+  for (const char* table : {"AHDT0001", "AVDT0001"}) {
+    const std::string file = "ANTENNAS/" + std::string(table) + ".DBF";
+    const std::string sound = suite.folder().read(file);
+    suite.folder().write(file, "no table at all");
+    open();
+    EXPECT_EQ(form().SessionResult, 0) << table;
+    EXPECT_THAT(heard(), Not(IsEmpty())) << table;
+    for (const int row : {0, 1}) {
+      select(row);
+      EXPECT_THAT(heard(), testing::SizeIs(1)) << table;
+    }
+    EXPECT_EQ(suite.folder().read(file), "no table at all") << table;
+    suite.folder().write(file, sound);
+    form().SelectAntenna();
+    EXPECT_EQ(form().TDBGridAVD.dataRowCount(), 3) << table;
+    EXPECT_THAT(heard(), IsEmpty()) << table;
+  }
 }
 
 // --- Ending.
@@ -315,6 +518,53 @@ TEST_F(SessionTest, AnAntennaThatFailsKeepsTheFormOpenAndTheSessionEnded) {
   form().userClose();
   EXPECT_FALSE(form().visible());
   EXPECT_THAT(heard(), IsEmpty());
+}
+
+TEST_F(SessionTest, ContinueStoresWhatStandsInTheCellsFirst) {
+  skipValid();
+  addPanel();
+  open(" ", 0, kFirst);
+  form().setVisible(true);
+  const auto type = [](DataGrid& grid, const char* field, const char* text) {
+    ASSERT_TRUE(grid.userEdit(0, grid.columnOf(field), text)) << field;
+  };
+  type(form().TDBGridAVD, "VERT_FIELD", "-11");
+  type(form().TDBGridAHD, "HOR_FIELD", "-3");
+  type(form().TDBGridAMS, "ANTENNA", "Renamed");
+  form().Command1[Button::continuing].userClick();
+  EXPECT_FALSE(form().visible());
+  EXPECT_EQ(form().SelAntenna, "RENAMED");
+  EXPECT_THAT(rows("AMST0001", {"ANTENNA"}), ElementsAre("Renamed"));
+  for (DataGrid* grid : {&form().TDBGridAMS, &form().TDBGridAHD, &form().TDBGridAVD}) {
+    EXPECT_FALSE(grid->dataChanged()) << grid->name();
+  }
+  EXPECT_THAT(heard(), IsEmpty());
+}
+
+TEST_F(SessionTest, ContinueTellsWhatCannotBeStoredAndStays) {
+  skipValid();
+  addPanel();
+  for (const char* table : {"AMS", "AHD", "AVD"}) {
+    open(" ", 0, kFirst);
+    form().setVisible(true);
+    form().SelID = "left over";
+    DataGrid& grid = table == std::string("AMS")   ? form().TDBGridAMS
+                     : table == std::string("AHD") ? form().TDBGridAHD
+                                                   : form().TDBGridAVD;
+    const int column = table == std::string("AMS") ? grid.columnOf("ANTENNA") : 2;
+    ASSERT_TRUE(grid.userEdit(0, column, std::string(300, 'x')));
+    form().Command1[Button::continuing].userClick();
+    EXPECT_TRUE(form().visible()) << table;
+    EXPECT_EQ(form().SessionResult, 0) << table;
+    EXPECT_EQ(form().SelID, "left over") << table;
+    EXPECT_THAT(heard(), testing::SizeIs(1)) << table;
+    EXPECT_TRUE(grid.dataChanged()) << table;
+    EXPECT_EQ(grid.cellValue(0, column).asText(), std::string(300, 'x')) << table;
+    EXPECT_TRUE(grid.userCancelRow());
+    form().Command1[Button::continuing].userClick();
+    EXPECT_FALSE(form().visible()) << table;
+  }
+  EXPECT_THAT(rows("AMST0001", {"ANTENNA"}), ElementsAre("Panel"));
 }
 
 TEST_F(SessionTest, CancelBlanksTheSelectionAndEndsTheSession) {

@@ -135,25 +135,23 @@ TEST_F(PatternGridsTest, AFlatCutKeepsItsFloor) {
   EXPECT_THAT(form().picVer.lines(), IsEmpty());
 }
 
-TEST_F(PatternGridsTest, ThirtyDegreesCloseTheFigureThere) {
-  Cut cut;
-  for (int angle = 0; angle <= 330; angle += 30) {
-    cut.angles.push_back(angle);
-    cut.values.push_back(10);
-  }
-  add("Round", 10, "dBd", cut, {{0, 90, 180}, {10, 10, 10}});
+TEST_F(PatternGridsTest, AGapOfTwentyFiveDegreesIsClosedAndHalfACircleStaysOpen) {
+  add("Round", 10, "dBd", {{0, 120, 240, 335}, {10, 10, 10, 10}}, {{0, 90, 180}, {10, 10, 10}});
+  add("Half", 10, "dBd", {{0, 90, 180}, {10, 10, 10}}, {{}, {}});
   open();
+  select(1);
+  EXPECT_EQ(form().picHor.lines().size(), kAxes + 4);
   select(0);
-  EXPECT_EQ(form().picHor.lines().size(), kAxes + 12);
+  EXPECT_EQ(form().picHor.lines().size(), kAxes + 2);
 }
 
 TEST_F(PatternGridsTest, BothRefreshButtonsShowWhatHasChanged) {
+  addPanel();
+  open();
+  select(0);
   for (const auto button : {frmHDAntEditor::refreshingAzimuth, frmHDAntEditor::refreshingElevation}) {
-    addPanel();
-    open();
-    select(0);
     const auto before = form().picHor.lines();
-    form().TDBGridAHD.setValue(1, "HOR_FIELD", -7);
+    form().TDBGridAHD.setValue(1, "HOR_FIELD", static_cast<int>(button));
     EXPECT_EQ(form().picHor.lines(), before);
     form().Command1[button].userClick();
     EXPECT_NE(form().picHor.lines(), before);

@@ -102,29 +102,26 @@ TEST_F(SelectionTest, TheOrderOfElevationsIsDescendingUnlessItBeginsWithAsc) {
 }
 
 TEST_F(SelectionTest, WhileItLoadsTheFramesSaySoAndTheGridsTakeNothing) {
-  addPanel("Old");
-  addPanel("New");
+  addPanel("First");
+  addPanel("Second");
   open();
   select(0);
   std::vector<std::string> captions;
   std::vector<bool> held, adding;
   std::vector<std::size_t> lines;
   screen.onTurn = [&] {
-    if (list().selBookmarks().count() != 1 || list().currentRow() != 1 || form().AntGain != 12.5) return;
+    if (!form().TDBGridAHD.held()) return;  // the turn of the row change
     captions.push_back(form().fraAHD.caption() + "/" + form().fraAVD.caption());
-    held.push_back(form().TDBGridAHD.held() && form().TDBGridAVD.held());
+    held.push_back(form().TDBGridAVD.held());
     adding.push_back(form().TDBGridAHD.allowAddNew() || form().TDBGridAVD.allowAddNew());
     lines.push_back(form().picHor.lines().size() + form().picVer.lines().size());
   };
   select(1);
-  // The first turn is that of the row change.
-  ASSERT_EQ(captions.size(), 4U);
-  EXPECT_EQ(captions[1], "Get Az Pat: New/Get El Pat: New");
-  EXPECT_EQ(captions[2], "Get Az Pat: New/Get El Pat: New");
-  EXPECT_EQ(captions[3], "Az Pat: New/Get El Pat: New");
-  EXPECT_THAT(held, ElementsAre(false, true, true, true));
-  EXPECT_THAT(adding, ElementsAre(true, false, false, false));
-  EXPECT_EQ(lines[1] + lines[2] + lines[3], 0U);
+  EXPECT_THAT(captions, ElementsAre("Get Az Pat: Second/Get El Pat: Second", "Get Az Pat: Second/Get El Pat: Second",
+                                    "Az Pat: Second/Get El Pat: Second"));
+  EXPECT_THAT(held, ElementsAre(true, true, true));
+  EXPECT_THAT(adding, ElementsAre(false, false, false));
+  EXPECT_THAT(lines, ElementsAre(0U, 0U, 0U));
 }
 
 TEST_F(SelectionTest, InTheLookUpTheGridsTakeNoRowsAfterwardsEither) {
@@ -158,11 +155,12 @@ TEST_F(SelectionTest, TwoSelectedRowsDisableContinueAndLeaveThePatterns) {
   addPanel("Second");
   open();
   select(0);
-  list().userSelectRow(1, true);
-  ASSERT_EQ(list().selBookmarks().count(), 2);
+  list().selBookmarks().add(list().bookmarkOf(1));
+  form().selectionChanged();
   EXPECT_FALSE(form().Command1[frmHDAntEditor::continuing].enabled());
+  EXPECT_EQ(form().fraAHD.caption(), "Az Pat: First");
   EXPECT_THAT(angles(form().azimuth), testing::SizeIs(4));
-  select(0);
+  select(1);
   EXPECT_TRUE(form().Command1[frmHDAntEditor::continuing].enabled());
 }
 
@@ -309,9 +307,28 @@ TEST_F(SelectionTest, WhoSelectsAnotherAntennaMeanwhileSeesThatOne) {
     EXPECT_EQ(form().fraAHD.caption(), "Az Pat: Third") << turn;
     EXPECT_EQ(form().fraAVD.caption(), "El Pat: Third") << turn;
     EXPECT_THAT(angles(form().azimuth), Contains("33.000")) << turn;
+    EXPECT_EQ(form().selectedRow(), 2) << turn;
     EXPECT_LE(deepest, 2) << turn;
     EXPECT_FALSE(form().TDBGridAHD.held());
     EXPECT_TRUE(form().TDBGridAHD.allowAddNew());
+  }
+}
+
+TEST_F(SelectionTest, WhoGoesOnByTheKeyboardMeanwhileSeesTheLastAntenna) {
+  for (const char* name : {"First", "Second", "Third"}) addPanel(name);
+  put("AHDT0001", 8, "HOR_AZ", 33.0);
+  open();
+  for (int turn = 1; turn <= 4; ++turn) {
+    select(0);
+    int left = turn;
+    screen.onTurn = [&] {
+      if (--left == 0) list().userMove(GridMove::down);
+    };
+    list().userMove(GridMove::down);
+    screen.onTurn = nullptr;
+    EXPECT_EQ(form().fraAHD.caption(), "Az Pat: Third") << turn;
+    EXPECT_THAT(angles(form().azimuth), Contains("33.000")) << turn;
+    EXPECT_EQ(form().selectedRow(), 2) << turn;
   }
 }
 
@@ -327,7 +344,7 @@ TEST_F(SelectionTest, TheListMayBeSortedMeanwhile) {
   select(1);
   screen.onTurn = nullptr;
   EXPECT_FALSE(form().TDBGridAHD.held());
-  select(0);
+  select(1);
   EXPECT_EQ(form().fraAHD.caption(), "Az Pat: Second");
 }
 

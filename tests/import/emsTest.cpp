@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "EmsFixture.h"
+#include "foundation/regional.h"
 #include "import/ems.h"
 
 namespace vantrelix::test {
@@ -53,6 +54,16 @@ TEST_F(Ems, ReadsFrequencyAndAttenuation) {
   EXPECT_THAT(antenna.HorValue, ElementsAre(0, -0.5, -3));
   EXPECT_EQ(antenna.VerCount, 0);
   EXPECT_EQ(captions.at(0), "EMS Wireless ANTENNA\r\nFile: " + files.machine("AB12A.TXT") + "\r\nAB12A");
+}
+
+TEST_F(Ems, ACommaPartsFieldsWhateverTheRegionalDecimal) {
+  const RegionalCharacters former = regionalCharacters();
+  regionalCharacters() = {",", "."};
+  const ImportedAntenna antenna = importText("AB12A.TXT", text("0,0.985\n10,2.5\n", "1850.5"));
+  regionalCharacters() = former;
+  EXPECT_DOUBLE_EQ(antenna.Freq, 1850.5);
+  EXPECT_THAT(antenna.HorAngle, ElementsAre(0, 10));
+  EXPECT_THAT(antenna.HorValue, ElementsAre(-0.985, -2.5));
 }
 
 TEST_F(Ems, TheFrequencyIsTheNumberThatLineTwoBeginsWith) {

@@ -115,12 +115,20 @@ TEST(Generic, FollowsTheMinimaFromTheirOwnStarts) {
   const ImportedAntenna antenna = readText("GAIN 2 dBd\nHORIZONTAL 2\n0 1\n90 9\nVERTICAL 2\n0 0\n10 60\n");
   EXPECT_DOUBLE_EQ(antenna.MinHor, -6);
   EXPECT_DOUBLE_EQ(antenna.MinVer, -58);
+  const ImportedAntenna low = readText("GAIN 10 dBd\nHORIZONTAL 2\n0 0\n90 -60\nVERTICAL 2\n0 0\n10 -60\n");
+  EXPECT_DOUBLE_EQ(low.MinHor, -50);
+  EXPECT_DOUBLE_EQ(low.MinVer, -50);
   const ImportedAntenna above = readText("GAIN 9 dBd\nHORIZONTAL 1\n0 0\nVERTICAL 1\n0 1\n");
   EXPECT_DOUBLE_EQ(above.MinHor, 0);
   EXPECT_DOUBLE_EQ(above.MinVer, 8);
 }
 
+TEST(Generic, APeakBelowZeroIsShiftedToo) {
+  EXPECT_THAT(readText("GAIN 0 dBd\nHORIZONTAL 2\n0 1\n90 3\nVERTICAL 1\n0 0\n").HorValue, ElementsAre(0, -2));
+}
+
 TEST(Generic, ScalesARelativeHorizontalCut) {
+  EXPECT_THAT(readText("GAIN 4 REL\nHORIZONTAL 2\n0 3\n90 4\nVERTICAL 1\n0 0\n").HorValue, ElementsAre(4, 0));
   EXPECT_THAT(readText("GAIN 4 REL\nHORIZONTAL 2\n0 2\n90 3\nVERTICAL 1\n0 0\n").HorValue, ElementsAre(4, 2));
   EXPECT_THAT(readText("GAIN 3 rel\nHORIZONTAL 2\n0 2.5\n90 2.75\nVERTICAL 1\n0 0\n").HorValue, ElementsAre(1, 0.5));
   EXPECT_DOUBLE_EQ(readText("GAIN 4 REL\nHORIZONTAL 2\n0 2\n90 5\nVERTICAL 1\n0 0\n").MinHor, -2);

@@ -56,25 +56,28 @@ struct Told {
   const char* legacyName;
   const char* dialogTitle;
   const char* pathKey;
-  std::size_t filters;
+  std::size_t filters;  // of .msi and .txt
   const char* previewCaption;
+  bool noPreviewEndsPreviews;
 };
 
+const FileFilter kFilters[] = {{".msi", "*.MSI"}, {".txt", "*.TXT"}};
+
 constexpr Told kTold[] = {
-    {"nsma", "", "NSMA Files to Read", "Import NSMA", 0, "NSMA Format ANTENNA"},
-    {"generic", "", "GENERIC Files to Read", "Import GENERIC", 2, "Generic Format ANTENNA"},
-    {"nsma-fcc", "", "NSMA (FCC) Files to Read", "Import NSMA (FCC)", 0, "NSMA ANTENNA"},
-    {"antel", "Antel", "ANTEL Files to Read", "Import Antel", 2, "ANTEL ANTENNA"},
-    {"celwave", "Celwave", "CELWAVE Files to Read", "Import Celwave", 0, "CELWAVE ANTENNA"},
-    {"sinclair", "Sinclair", "SINCLAIR Files to Read", "Import Sinclair", 0, "SINCLAIR ANTENNA"},
-    {"decibel", "Decibel", "Decibel Files to Read", "Import Decibel", 0, "Decibel ANTENNA"},
-    {"scala", "Scala", "SCALA Files to Read", "Import Scala", 0, "SCALA ANTENNA"},
-    {"shively", "Shively", "SHIVELY Files to Read", "Import Shively", 0, "SHIVELY ANTENNA"},
-    {"bluewave", "Bluewave", "Bluewave Files to Read", "Import Bluewave", 0, "BLUEWAVE ANTENNA"},
-    {"tiltek", "TIL-TEK", "TIL-TEK Files to Read", "Import TIL-TEK", 0, "TIL-TEK ANTENNA"},
-    {"ems", "EMS", "EMS Wireless Files to Read", "Import EMS Wireless", 0, "EMS Wireless ANTENNA"},
-    {"dapa", "DAPA Communications", "DAPA Files to Read", "Import DAPA", 0, "DAPA ANTENNA"},
-    {"txrx", "TXRX", "TX RX Files to Read", "Import TX RX", 0, "TX RX ANTENNA"},
+    {"nsma", "", "NSMA Files to Read", "Import NSMA", 0, "NSMA Format ANTENNA", true},
+    {"generic", "", "GENERIC Files to Read", "Import GENERIC", 2, "Generic Format ANTENNA", true},
+    {"nsma-fcc", "", "NSMA (FCC) Files to Read", "Import NSMA (FCC)", 0, "NSMA ANTENNA", false},
+    {"antel", "Antel", "ANTEL Files to Read", "Import Antel", 2, "ANTEL ANTENNA", false},
+    {"celwave", "Celwave", "CELWAVE Files to Read", "Import Celwave", 0, "CELWAVE ANTENNA", false},
+    {"sinclair", "Sinclair", "SINCLAIR Files to Read", "Import Sinclair", 0, "SINCLAIR ANTENNA", false},
+    {"decibel", "Decibel", "Decibel Files to Read", "Import Decibel", 0, "Decibel ANTENNA", false},
+    {"scala", "Scala", "SCALA Files to Read", "Import Scala", 0, "SCALA ANTENNA", false},
+    {"shively", "Shively", "SHIVELY Files to Read", "Import Shively", 0, "SHIVELY ANTENNA", false},
+    {"bluewave", "Bluewave", "Bluewave Files to Read", "Import Bluewave", 0, "BLUEWAVE ANTENNA", false},
+    {"tiltek", "TIL-TEK", "TIL-TEK Files to Read", "Import TIL-TEK", 0, "TIL-TEK ANTENNA", false},
+    {"ems", "EMS", "EMS Wireless Files to Read", "Import EMS Wireless", 0, "EMS Wireless ANTENNA", false},
+    {"dapa", "DAPA Communications", "DAPA Files to Read", "Import DAPA", 0, "DAPA ANTENNA", false},
+    {"txrx", "TXRX", "TX RX Files to Read", "Import TX RX", 0, "TX RX ANTENNA", false},
 };
 
 TEST(ImportFormats, DifferByTheirToldTexts) {
@@ -86,8 +89,13 @@ TEST(ImportFormats, DifferByTheirToldTexts) {
     EXPECT_EQ(format->legacyName, told.legacyName);
     EXPECT_EQ(format->dialogTitle, told.dialogTitle);
     EXPECT_EQ(format->pathKey, told.pathKey);
-    EXPECT_EQ(format->filters.size(), told.filters);
+    ASSERT_EQ(format->filters.size(), told.filters);
+    for (std::size_t i = 0; i < told.filters; ++i) {
+      EXPECT_EQ(format->filters[i].description, kFilters[i].description);
+      EXPECT_EQ(format->filters[i].pattern, kFilters[i].pattern);
+    }
     EXPECT_EQ(format->previewCaption, told.previewCaption);
+    EXPECT_EQ((format->traits & ImportFormat::noPreviewEndsPreviews) != 0, told.noPreviewEndsPreviews);
   }
 }
 

@@ -143,21 +143,27 @@ TEST_F(PreviewWindow, AnAntennaWithoutPointsIsShownBlank) {
   EXPECT_THAT(descriptions(), IsEmpty());
 }
 
-TEST_F(PreviewWindow, AnAntennaThatCannotBeDrawnIsToldAndTheWindowUnloaded) {
+TEST_F(PreviewWindow, AnAntennaThatCannotBeDrawnIsCountedAndTheNextIsShown) {
   ImportFormat format = withoutEndOfPreviews();
   const auto whole = format.read;
   format.read = [whole](ImportSource& source, ImportedAntenna& antenna) {
     whole(source, antenna);
     if (antenna.AntName == "B") antenna.HorValue[1] = std::numeric_limits<double>::infinity();
   };
-  answers = {frmAntPreview::adding};
+  answers = {frmAntPreview::adding, frmAntPreview::adding};
   screen.answers = {MsgAnswer::yes};
   file("a.msi", "A");
   file("b.msi", "B");
-  screen.filesToOpen = {files.path() + std::string("\0a.msi\0b.msi", 12)};
-  EXPECT_TRUE(runImport(format, kMfg, {}, {}, {}, withPreviews()));
+  file("c.msi", "C");
+  screen.filesToOpen = {files.path() + std::string("\0a.msi\0b.msi\0c.msi", 18)};
+  const auto result = runImport(format, kMfg, {}, {}, {}, withPreviews());
+  ASSERT_TRUE(result);
+  EXPECT_EQ(result->ErrorCount, 1);
+  ASSERT_THAT(result->failed, SizeIs(1));
+  EXPECT_THAT(result->failed[0], testing::HasSubstr("Error 6: The pattern cannot be drawn"));
   EXPECT_THAT(suite.log(), testing::HasSubstr("The pattern cannot be drawn"));
-  EXPECT_THAT(descriptions(), ElementsAre("A"));
+  EXPECT_THAT(descriptions(), ElementsAre("A", "C"));
+  EXPECT_EQ(screen.shown().back().message.title, "Import Errors");
   EXPECT_NE(getINIStr("CONFIG", "frmAntPreview-X", "none"), "none");
 }
 

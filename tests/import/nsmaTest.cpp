@@ -46,6 +46,22 @@ TEST_F(Nsma, ReadsHeaderAndBothCuts) {
   EXPECT_THAT(suite.messages, IsEmpty());
 }
 
+TEST_F(Nsma, OtherKeywordLinesAmongThePointsArePassedOverAndNotTaken) {
+  const ImportedAntenna antenna = readOne(
+      kHeader + cut("AZ", "H/H", "FSTLST:,-180,180\n0,0\nMDGAIN:,7\nANTMAN:,OTHER\n10,-1\n", "2") + "ENDFIL:,\n");
+  EXPECT_THAT(antenna.HorAngle, ElementsAre(0, 10));
+  EXPECT_DOUBLE_EQ(antenna.Gain, 41.5);
+  EXPECT_EQ(antenna.AntName, "MAKER HP8-65 Hpol");
+}
+
+TEST_F(Nsma, ACountThatIsTooLargeTakesThePointsOfTheNextCut) {
+  const ImportedAntenna antenna = readOne(kHeader + cut("AZ", "H/H", "0,0\n10,-1\n", "5") +
+                                          cut("EL", "V/V", "20,-2\n30,-3\n40,-4\n", "3") + "ENDFIL:,\n");
+  EXPECT_EQ(antenna.AntName, "MAKER HP8-65 Hpol");
+  EXPECT_THAT(antenna.HorAngle, ElementsAre(0, 10, 20, 30, 40));
+  EXPECT_EQ(antenna.VerCount, 0);
+}
+
 TEST_F(Nsma, AFileWithBothPolarisationsGivesTheHorizontalAntennaFirst) {
   const std::vector<ImportedAntenna> antennas =
       read(kHeader + cut("EL", "V/V", "4,-4\n", "1") + cut("AZ", "V/V", "3,-3\n", "1") +

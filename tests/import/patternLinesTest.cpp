@@ -28,6 +28,17 @@ TEST(WrapAzimuth, BringsAnAngleIntoOneTurn) {
   EXPECT_DOUBLE_EQ(wrapAzimuth(720), 360);
 }
 
+TEST(WrapAzimuth, EndsAtTheTurnFromAboveAndAtZeroFromBelowHoweverFar) {
+  for (const double angle : {720.0, 360000.0, 360360.0, 720000.0, 3.6e17}) {
+    EXPECT_EQ(wrapAzimuth(angle), 360) << angle;
+    EXPECT_EQ(wrapAzimuth(-angle), 0) << angle;
+  }
+  EXPECT_DOUBLE_EQ(wrapAzimuth(360361), 1);
+  EXPECT_DOUBLE_EQ(wrapAzimuth(-360361), 359);
+  EXPECT_DOUBLE_EQ(wrapAzimuth(1e15), 280);
+  EXPECT_DOUBLE_EQ(wrapAzimuth(-1e15), 80);
+}
+
 TEST(WrapAzimuth, EndsForAnglesThatStepsWouldNeverBringHome) {
   for (const double angle : {1e300, -1e300, 1e17, -3.6e8}) {
     EXPECT_GE(wrapAzimuth(angle), 0) << angle;

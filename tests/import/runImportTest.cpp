@@ -150,7 +150,7 @@ TEST_F(RunImport, ThePreviewIsTakenAwayBeforeTheLastBox) {
   EXPECT_THAT(order, ElementsAre("Preview Antenna Patterns?", "unloaded", "Import Errors"));
 }
 
-TEST_F(RunImport, APreviewThatFailsIsToldAndTakenAway) {
+TEST_F(RunImport, APreviewThatFailsIsCountedToldAndTakenAway) {
   int unloaded = 0;
   owner.unloadPreview = [&] { ++unloaded; };
   owner.preview = [](const std::string&, const ImportedAntenna&) -> PreviewAnswer {
@@ -159,7 +159,7 @@ TEST_F(RunImport, APreviewThatFailsIsToldAndTakenAway) {
   screen.answers = {MsgAnswer::yes};
   EXPECT_TRUE(choose(generic, file("a.msi", "A")));
   EXPECT_EQ(unloaded, 1);
-  EXPECT_EQ(screen.shown().size(), 2U);
+  EXPECT_THAT(titles(), ElementsAre("Preview Antenna Patterns?", "Import Errors"));
   EXPECT_THAT(suite.log(), HasSubstr("No picture"));
 }
 
@@ -249,6 +249,47 @@ TEST_F(RunImport, ANoticeComesBeforeTheDialogOfFiles) {
   EXPECT_EQ(screen.shown()[0].message.title, "Note");
   EXPECT_EQ(screen.shown()[0].message.text, "These files hold no gain.");
   EXPECT_EQ(screen.shown()[0].message.icon, MsgIcon::information);
+}
+
+TEST_F(RunImport, AWarningComesBeforeTheNoticeAndBothBeforeTheDialogOfFiles) {
+  const ImportFormat ems = *findImportFormat("ems");
+  letPress(0);
+  screen.policy = [this](const Message& message) {
+    EXPECT_EQ(message.title, "EMS ASCII Files");
+    EXPECT_THAT(screen.formsShown(), ElementsAre("frmMsgBoxChk"));
+    EXPECT_THAT(screen.openDialogs(), IsEmpty());
+    return MsgAnswer::ok;
+  };
+  EXPECT_TRUE(choose(ems, ""));
+  EXPECT_EQ(screen.shown().size(), 1U);
+  EXPECT_EQ(screen.openDialogs().size(), 1U);
+}
+
+TEST_F(RunImport, NoInTheWarningLeavesTheNoticeOut) {
+  letPress(1);
+  EXPECT_FALSE(choose(*findImportFormat("ems"), ""));
+  EXPECT_THAT(screen.shown(), IsEmpty());
+  EXPECT_THAT(screen.openDialogs(), IsEmpty());
+}
+
+TEST_F(RunImport, TheDialogOffersTheFiltersOfTheFormatAndAllFiles) {
+  const struct {
+    const char* format;
+    std::string filter;
+    int index;
+  } kOffered[] = {
+      {"generic", std::string(".msi\0*.MSI\0.txt\0*.TXT\0All Files (*.*)\0*.*", 41), 3},
+      {"antel", std::string(".msi\0*.MSI\0.txt\0*.TXT\0All Files (*.*)\0*.*", 41), 3},
+      {"nsma", std::string("All Files (*.*)\0*.*", 19), 1},
+      {"nsma-fcc", std::string("All Files (*.*)\0*.*", 19), 1},
+      {"txrx", std::string("All Files (*.*)\0*.*", 19), 1},
+  };
+  letPress(0);
+  for (const auto& row : kOffered) {
+    choose(*findImportFormat(row.format), "");
+    EXPECT_EQ(screen.openDialogs().back().filter, row.filter) << row.format;
+    EXPECT_EQ(screen.openDialogs().back().filterIndex, row.index) << row.format;
+  }
 }
 
 TEST_F(RunImport, AFolderThatCannotBeKeptStopsNothing) {

@@ -1,4 +1,5 @@
 #include "FormatImport.h"
+#include "foundation/regional.h"
 
 namespace vantrelix::test {
 
@@ -56,6 +57,20 @@ TEST_F(Shively, AGainAboveOneScalesDown) {
   EXPECT_DOUBLE_EQ(antenna.Gain, 4);
   EXPECT_THAT(antenna.HorValue, ElementsAre(1, 0.25, -0.5));
   EXPECT_DOUBLE_EQ(antenna.MinHor, -0.5);
+}
+
+TEST_F(Shively, TheLowestValueIsSoughtBelow888888) {
+  EXPECT_DOUBLE_EQ(read("0,900000\n10,950000\n").MinHor, 888888.0 / 950000);
+}
+
+TEST_F(Shively, ACommaPartsFieldsWhateverTheRegionalDecimal) {
+  const RegionalCharacters former = regionalCharacters();
+  regionalCharacters() = {",", "."};
+  const ImportedAntenna antenna = read("0,0.985\n10,0.197\n");
+  regionalCharacters() = former;
+  EXPECT_THAT(antenna.HorAngle, ElementsAre(0, 10));
+  EXPECT_DOUBLE_EQ(antenna.Gain, 0.985);
+  EXPECT_THAT(antenna.HorValue, Pointwise(DoubleNear(1e-12), {1.0, 0.2}));
 }
 
 TEST_F(Shively, AFileWithoutAPositiveValueFails) {

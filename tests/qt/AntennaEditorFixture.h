@@ -49,6 +49,14 @@ class AntennaEditorTest : public test::EditorTest {
     add(description, gain, "dBd", {{0, 90, 180, 270}, {gain, 4, -20, 4}}, {{-90, 0, 90}, {-12, gain, -15}}, low, high);
   }
 
+  // Takes rows out of a table as another program does: all, or those of the description.
+  static void take(const std::string& table, const std::string& description = "") {
+    const RecordsetPtr rows = DBEngine::OpenDatabase(getAntennasPath())->OpenRecordset("select * from " + table);
+    for (; !rows->Eof(); rows->MoveNext()) {
+      if (description.empty() || trimRight(rows->value("ANTENNA").asText()) == description) rows->Delete();
+    }
+  }
+
   // Opens the editor; the user acts once its window has come up. A form that stays open is taken away.
   template <class User>
   void run(const std::string& mode, double freq, User user) {

@@ -7,18 +7,20 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
 
 #include "antenna/hdWrtAntDBF.h"
+#include "controls/LibraryUser.h"
 #include "demo/AntennaTable.h"
 #include "demo/DemoOptions.h"
 #include "demo/DemoWindow.h"
-#include "demo/LibraryDialog.h"
 #include "foundation/extract.h"
 #include "qt/LookAnt.h"
+#include "qt/LookAntDesc.h"
 #include "support/TempSuite.h"
 #include "tables/installSuite.h"
 #include "ui/ScriptedDesktop.h"
@@ -121,26 +123,61 @@ TEST_F(DemoForm, ABearingIsMarkedOnThePreview) {
   EXPECT_EQ(events().last(), "SeeAzimuth 45");
 }
 
-TEST_F(DemoForm, TheLookUpButtonRunsTheChooserOnWhatIsChosen) {
+TEST_F(DemoForm, TheLibraryPanelFollowsTheLookUp) {
   clickRow(0);
-  QTimer::singleShot(0, [] {
-    auto* dialog = qobject_cast<LibraryDialog*>(QApplication::activeModalWidget());
-    ASSERT_NE(dialog, nullptr);
-    auto* antennas = dialog->findChild<QTableView*>("antennaList");
-    EXPECT_EQ(antennas->currentIndex().row(), 0);
-    QTest::keyClick(antennas, Qt::Key_Down);
-    QTest::keyClick(antennas, Qt::Key_Return);
-  });
+  test::LibraryUser::takes(desktop_, 1);
   QTest::mouseClick(&find<QPushButton>("cmdLook"), Qt::LeftButton);
   EXPECT_EQ(window_->control().sValueDesc(), "Panel 120");
   EXPECT_EQ(events().last(), "ChangeAntenna");
+  EXPECT_EQ(list().currentIndex().row(), 1);
+  test::LibraryUser::takes(desktop_, 0);
+  find<QTabWidget>("toolTabs").setCurrentIndex(2);
+  QTest::mouseClick(window_->antennaName().findChild<QPushButton*>("cmdLook"), Qt::LeftButton);
+  EXPECT_EQ(window_->control().sValueDesc(), "Collinear");
+  EXPECT_EQ(list().currentIndex().row(), 0);
 }
 
-TEST_F(DemoForm, EscapeInTheChooserChangesNothing) {
+TEST_F(DemoForm, ALookUpThatMakesAnAntennaShowsItInThePanel) {
   clickRow(0);
-  QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+  test::LibraryUser::comesTo(desktop_, [](frmHDAntEditor& editor) {
+    store("Beam", 3);
+    editor.DataAMS.Refresh();
+    editor.TDBGridAMS.userSelectRow(0);
+    editor.Command1[frmHDAntEditor::continuing].userClick();
+  });
+  find<QCheckBox>("editModeBox").click();
+  QTest::mouseClick(&find<QPushButton>("cmdLook"), Qt::LeftButton);
+  EXPECT_EQ(window_->control().sValueDesc(), "Beam");
+  EXPECT_EQ(list().model()->rowCount(), 3);
+  ASSERT_TRUE(list().currentIndex().isValid());
+  EXPECT_EQ(list().currentIndex().siblingAtColumn(0).data(), "Beam");
+}
+
+TEST_F(DemoForm, ACancelledLookUpChangesNothing) {
+  clickRow(0);
+  test::LibraryUser::cancels(desktop_);
   QTest::mouseClick(&find<QPushButton>("cmdLook"), Qt::LeftButton);
   EXPECT_EQ(window_->control().sValueDesc(), "Collinear");
+}
+
+TEST_F(DemoForm, TheUserChoosesBetweenLookUpAndEditor) {
+  test::EditorOpened editor;
+  editor.watch(desktop_);
+  const auto modes = [&] {
+    std::string all;
+    find<QTabWidget>("toolTabs").setCurrentIndex(2);
+    for (QWidget* control : std::initializer_list<QWidget*>{&window_->control(), &window_->antennaName()}) {
+      QTest::mouseClick(control->findChild<QPushButton*>("cmdLook"), Qt::LeftButton);
+      all += "[" + editor.mode + "]";
+    }
+    return all;
+  };
+  EXPECT_EQ(modes(), "[LOOKUP][LOOKUP]");
+  find<QCheckBox>("editModeBox").click();
+  EXPECT_EQ(events().last(), "AntFormMode = eEdit");
+  EXPECT_EQ(modes(), "[ ][ ]");
+  find<QCheckBox>("editModeBox").click();
+  EXPECT_EQ(modes(), "[LOOKUP][LOOKUP]");
 }
 
 TEST_F(DemoForm, AfterClearingTheSameAntennaCanBeChosenAgain) {

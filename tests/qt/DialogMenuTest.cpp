@@ -20,10 +20,13 @@
 
 #include "aliases/frmFileAlias.h"
 #include "antenna/hdWrtAntDBF.h"
+#include "demo/AntennaTable.h"
 #include "demo/DemoWindow.h"
+#include "demo/LibraryPanel.h"
 #include "dialogs/frmListSelect.h"
 #include "dialogs/frmMsgBoxChk.h"
 #include "dialogs/frmParabGain.h"
+#include "editor/frmHDAntEditor.h"
 #include "foundation/getINI.h"
 #include "foundation/suitePaths.h"
 #include "platform/RunTimeFailure.h"
@@ -171,6 +174,26 @@ TEST_F(DialogMenuScripted, AnAntennaLibraryComesBackWithItsDescriptionAndIsPrese
   EXPECT_EQ(preselected, "AMSX0001.DBF");
   desktop_.onModal.clear();
   EXPECT_EQ(open("antennasAction"), "modGetOpenFileAliasNoDBClass: cancelled");
+}
+
+TEST_F(DialogMenuScripted, TheEditorTellsTheAntennaItEndedWithAndThePanelListsWhatWasMade) {
+  let<frmFileAlias>("frmFileAlias", [](frmFileAlias& form) {
+    form.TDBGrid1.userMoveTo(0, 0);
+    form.Command1[frmFileAlias::continuing].userClick();
+  });
+  setINI("HDAntenna", "SkipValid", getDefaultsINI(), "-1");
+  let<frmHDAntEditor>("frmHDAntEditor", [](frmHDAntEditor& form) {
+    EXPECT_FALSE(form.lookingUp());
+    EXPECT_TRUE(form.txtFreq.visible());
+    form.TDBGridAMS.userMoveTo(0, form.TDBGridAMS.columnOf("ANTENNA"));
+    form.TDBGridAMS.userEdit(0, form.TDBGridAMS.columnOf("ANTENNA"), "Renamed");
+    form.Command1[frmHDAntEditor::continuing].userClick();
+  });
+  EXPECT_EQ(open("editorAction"), "AntLibLook: AMSX0001.DBF, X00010000001, RENAMED");
+  const auto* list = window_->findChild<LibraryPanel*>()->findChild<QTableView*>();
+  EXPECT_EQ(list->model()->index(0, AntennaTable::description).data().toString(), "Renamed");
+  desktop_.onModal.clear();
+  EXPECT_EQ(open("editorAction"), "AntLibLook: cancelled");
 }
 
 TEST_F(DialogMenuScripted, LineLibrariesHaveTheirOwnList) {

@@ -37,7 +37,8 @@ class FacilityTest : public testing::Test {
     return rows->value(field);
   }
   static std::string text(const char* field, long row = 0) {
-    const std::string found = stored(field, row).asText();
+    const Value value = stored(field, row);
+    const std::string found = value.isNull() ? "" : value.asText();
     return found.substr(0, found.find_last_not_of(' ') + 1);
   }
   // Another's write to a row.

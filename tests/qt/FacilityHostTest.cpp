@@ -2,6 +2,8 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 
+#include "antenna/hdWrtAntDBF.h"
+#include "controls/LibraryUser.h"
 #include "foundation/RegionalScope.h"
 #include "platform/FaultPlatform.h"
 #include "qt/FacilityFixture.h"
@@ -23,6 +25,11 @@ class Facility : public test::FacilityTest {
   void typeGain(const char* gain) {
     control.txtGain.userType(gain);
     control.txtGain.userBlur();
+  }
+  // A library of one antenna.
+  static void storePanel() {
+    const std::vector<double> angles = {0, 90, 180, 270}, values = {12.5, 6, -8, 6};
+    ASSERT_EQ(HDwrtAntDBF("X0001", "Panel 120", 12.5, "dBd", 4, angles, values, 4, angles, values, 450, 470), "");
   }
   void typeDescription(const std::string& text) { control.txtDesc.userType(text); }
 
@@ -559,23 +566,90 @@ TEST_F(Facility, ATableThatCannotBeOpenedLeavesTheIniFileAlone) {
 }
 
 TEST_F(Facility, TheControlLooksUpAtTheFrequencyOfTheRecord) {
-  double asked = 0;
-  control.setLibraryLook([&](scLookAnt::LibraryChoice& choice) {
-    asked = choice.frequency;
-    return false;
-  });
+  storePanel();
+  vantrelix::test::EditorOpened editor;
+  editor.watch(screen);
   open();
   host.edit();
-  control.cmdLook.userClick();
-  EXPECT_EQ(asked, 451.25);
+  const auto asked = [&](CommandButton& look) {
+    editor.freq.clear();
+    look.userClick();
+    return editor.freq;
+  };
+  EXPECT_EQ(asked(control.cmdLook) + asked(name.cmdLook), "451.25451.25");
   host.siteText("TX_FREQMHZ", "460.5");
-  control.cmdLook.userClick();
-  EXPECT_EQ(asked, 460.5);
+  EXPECT_EQ(asked(control.cmdLook) + asked(name.cmdLook), "460.5460.5");
   screen.answers = {MsgAnswer::no};
   host.use(Place::file);
   host.edit();
+  EXPECT_EQ(asked(control.cmdLook) + asked(name.cmdLook), "462.675462.675");
+}
+
+// --- The antenna in one line.
+
+TEST_F(Facility, TheOneLineShowsTheAntennaOfTheRecordAndIsLockedWithIt) {
+  open();
+  EXPECT_EQ(name.sValueDesc(), "Collinear, 4 elements");
+  EXPECT_TRUE(name.Locked());
+  EXPECT_FALSE(name.cmdLook.enabled());
+  host.move(Move::next);
+  EXPECT_EQ(name.sValueDesc(), "Folded dipole");
+  host.edit();
+  EXPECT_FALSE(name.Locked());
+  EXPECT_TRUE(name.cmdLook.enabled());
+  host.use(Place::file);
+  EXPECT_EQ(name.sValueDesc(), "Whip on trailer mast");
+}
+
+TEST_F(Facility, WhatIsTypedInEitherAntennaControlStandsInBothAndIsSaved) {
+  open();
+  host.edit();
+  EXPECT_FALSE(host.dirty());
+  name.txtDesc.userType("Corner reflector ");
+  EXPECT_EQ(control.txtDesc.text(), "Corner reflector ");
+  EXPECT_TRUE(host.dirty());
+  typeDescription("Yagi");
+  EXPECT_EQ(name.sValueDesc(), "Yagi");
+  name.txtDesc.userType("Corner reflector");
+  ASSERT_TRUE(host.save());
+  EXPECT_EQ(text("TX_A1TYP"), "Corner reflector");
+  EXPECT_EQ(text("TX_A1FNM"), "");
+}
+
+TEST_F(Facility, AnAntennaChosenInOneLineIsTakenWithItsGainAndItsPattern) {
+  storePanel();
+  vantrelix::test::LibraryUser::takes(screen, 0);
+  open();
+  host.edit();
+  name.cmdLook.userClick();
+  host.takeNamed();
+  EXPECT_EQ(control.sValueFile() + "|" + control.sValueID() + "|" + control.sValueDesc(),
+            "AMSX0001|X00010000001|Panel 120");
+  EXPECT_EQ(control.sValueGain(), "12.50");
+  EXPECT_TRUE(control.bPatAz());
+  EXPECT_EQ(name.sValueDesc(), "Panel 120");
+  EXPECT_TRUE(name.txtDesc.locked());
+  EXPECT_TRUE(host.dirty());
+  ASSERT_TRUE(host.save());
+  EXPECT_EQ(text("TX_A1FNM") + "|" + text("TX_A1TID") + "|" + text("TX_A1TYP"), "AMSX0001|X00010000001|Panel 120");
+  host.edit();
+  EXPECT_TRUE(name.txtDesc.locked());
+  screen.answers = {MsgAnswer::ok};
+  name.cmdClear.userClick();
+  host.takeNamed();
+  EXPECT_EQ(control.sValueFile() + control.sValueID() + control.sValueDesc(), "");
+  EXPECT_FALSE(control.bPatAz());
+  EXPECT_FALSE(control.txtDesc.locked() || name.txtDesc.locked());
+}
+
+TEST_F(Facility, AnAntennaChosenInTheLargeControlShowsInTheOneLine) {
+  storePanel();
+  vantrelix::test::LibraryUser::takes(screen, 0);
+  open();
+  host.edit();
   control.cmdLook.userClick();
-  EXPECT_EQ(asked, 462.675);
+  EXPECT_EQ(name.sValueFile() + "|" + name.sValueID() + "|" + name.sValueDesc(), "AMSX0001|X00010000001|Panel 120");
+  EXPECT_TRUE(name.txtDesc.locked());
 }
 
 TEST_F(Facility, AFolderThatTakesNoFilesIsTold) {

@@ -165,8 +165,8 @@ TEST_F(LookAntView, TheWidthOfTheWidgetIsTheControls) {
 }
 
 TEST_F(LookAntView, TabRunsThroughTheValuesInTheControlsOrder) {
-  const QStringList order = {"txtDesc",  "txtGain",  "cboUnit",   "cmdClear", "txtOrient", "txtETilt",
-                             "txtMTilt", "txtMAzim", "chkInvert", "cboPol",   "lblPreview"};
+  const QStringList order = {"txtDesc",  "txtGain",  "cboUnit",  "cmdClear",  "cmdLook", "txtOrient",
+                             "txtETilt", "txtMTilt", "txtMAzim", "chkInvert", "cboPol",  "lblPreview"};
   enter("txtDesc");
   for (const QString& name : order) {
     ASSERT_NE(QApplication::focusWidget(), nullptr);

@@ -120,6 +120,7 @@ TEST_F(MenusTest, AFailureOfAClickIsToldOnce) {
 
 TEST_F(MenusTest, APopupBelowAWidgetStandsThereWithItsFirstItemHighlighted) {
   form.button.setCaption("Menu");
+  form.setVisible(true);
   FormWindow window(form);
   window.show();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window));

@@ -1,6 +1,9 @@
+#include <csignal>
 #include <gtest/gtest.h>
 
+#include "platform/Platform.h"
 #include "platform/RunTimeFailure.h"
+#include "support/Processes.h"
 #include "support/TempFolder.h"
 #include "tables/Database.h"
 #include "tables/DbfFile.h"
@@ -63,6 +66,22 @@ TEST_F(EditingMarkTest, IsRefusedWhereWritingIsDenied) {
   } catch (const RunTimeFailure& failure) {
     EXPECT_EQ(failure.number(), failure::locked);
   }
+}
+
+TEST_F(EditingMarkTest, CountsInOtherProcessesAndGoesWithItsOwn) {
+  const pid_t editor = startChild([&] {
+    const EditingMark mark(path);
+    folder.write("MARKED", "");
+    for (;;) platform::current().sleepMilliseconds(50);
+    return true;
+  });
+  for (int tries = 0; tries < 2000 && !folder.exists("MARKED"); ++tries) platform::current().sleepMilliseconds(5);
+  ASSERT_TRUE(folder.exists("MARKED"));
+  EXPECT_EQ(failureOf(recordsetOption::denyWrite), failure::locked);
+  EXPECT_EQ(failureOf(0), 0);
+  ::kill(editor, SIGKILL);
+  exitCode(editor);
+  EXPECT_EQ(failureOf(recordsetOption::denyWrite), 0);
 }
 
 TEST_F(EditingMarkTest, FindsTheTableInAnyCaseOfItsName) {

@@ -1,4 +1,7 @@
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -48,6 +51,46 @@ TEST(NumberDigits, AreTheFixedDecimalsForNumbersOfAnyKind) {
     const std::size_t width = random() % 20;
     const int decimals = static_cast<int>(random() % 9);
     ASSERT_EQ(numberDigits(value, width, decimals), byFixedDecimals(value, width, decimals)) << generalText(value);
+  }
+}
+
+// One more in the last place of decimal digits.
+std::string incremented(std::string digits) {
+  auto at = digits.rbegin();
+  for (; at != digits.rend() && *at == '9'; ++at) *at = '0';
+  if (at == digits.rend()) return "1" + digits;
+  ++*at;
+  return digits;
+}
+
+// The 15 digits of the C library, rounded as text.
+std::string roundedText(double value, int decimals) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.14e", std::abs(value));
+  std::string digits = text[0] + std::string(text + 2, 14);
+  const int point = std::atoi(text + 17) + 1;
+  if (point < 0) digits.insert(0, static_cast<std::size_t>(-point), '0');
+  const auto kept = static_cast<std::size_t>(std::max(point, 0) + decimals);
+  const bool up = kept < digits.size() && digits[kept] >= '5';
+  digits.resize(kept, '0');
+  if (up) digits = incremented(digits);
+  const auto least = static_cast<std::size_t>(decimals) + 1;
+  if (digits.size() < least) digits.insert(0, least - digits.size(), '0');
+  const bool negative = value < 0 && digits.find_first_not_of('0') != std::string::npos;
+  if (decimals > 0) digits.insert(digits.size() - static_cast<std::size_t>(decimals), ".");
+  return (negative ? "-" : "") + digits;
+}
+
+TEST(NumberDigits, AreRoundedOnTheTextOf15Digits) {
+  std::mt19937_64 random(23);
+  for (int round = 0; round < 200000; ++round) {
+    const auto whole = static_cast<double>(random() % (std::uint64_t{1} << (random() % 50)));
+    double value = whole / std::pow(10, random() % 12);
+    for (auto steps = random() % 4; steps > 0; --steps) value = std::nextafter(value, (random() & 1) != 0 ? 1e300 : 0);
+    if ((random() & 1) != 0) value = -value;
+    const int decimals = static_cast<int>(random() % 9);
+    const std::string expected = roundedText(value, decimals);
+    ASSERT_EQ(numberDigits(value, expected.size(), decimals), expected) << generalText(value) << ' ' << decimals;
   }
 }
 

@@ -146,6 +146,68 @@ TEST(RowBatch, RefusesWhatCannotTakeRows) {
   EXPECT_EQ(failureOf([&] { RowBatch closed(*rows); }), failure::objectNotSet);
 }
 
+TEST(RowBatch, PutsAValueIntoAllRowsGathered) {
+  const CursorTables tables;
+  const RecordsetPtr rows = tables.open(kAll);
+  const Field id = rows->Fields("ATYPE_ID");
+  RowBatch batch(*rows);
+  batch.putAll(id, "none");
+  addGains(batch, rows->Fields("GAIN"), 101, 2);
+  batch.putAll(id, "a longer one");
+  batch.putAll(id, "X7");
+  batch.putAll(rows->Fields("FREQ"), 12.5);
+  batch.AddNew();
+  batch.putAll(rows->Fields("ACTIVE"), true);
+  batch.Update();
+  batch.flush();
+  EXPECT_EQ(tables.list(kAll), "2.15 10 9.5 - 101 102 -");
+  EXPECT_EQ(tables.list(kAll, "ATYPE_ID"), "A1 B2 A1 C3 X7 X7 -");
+  EXPECT_EQ(tables.list(kAll, "FREQ"), "150 900 - 450 12.5 12.5 -");
+  EXPECT_EQ(tables.list("select * from AMSTEST where ACTIVE", "GAIN"), "2.15 - 101 102");
+}
+
+TEST(RowBatch, AValueThatDoesNotFitInAllRowsChangesNone) {
+  const CursorTables tables;
+  const RecordsetPtr rows = tables.open(kAll), others = tables.open(kAll);
+  const Field id = rows->Fields("ATYPE_ID");
+  RowBatch batch(*rows);
+  addGains(batch, rows->Fields("GAIN"), 101, 2);
+  batch.putAll(id, "X7");
+  EXPECT_EQ(failureOf([&] { batch.putAll(id, "more than twelve"); }), failure::fieldTooSmall);
+  EXPECT_EQ(failureOf([&] { batch.putAll(others->Fields("ATYPE_ID"), "Y"); }), failure::noSuchField);
+  EXPECT_EQ(tables.list(kAll), "2.15 10 9.5 -");
+  batch.flush();
+  EXPECT_EQ(tables.list(kAll, "ATYPE_ID"), "A1 B2 A1 C3 X7 X7");
+}
+
+TEST(RowBatch, MayWriteAtTheFlushAlone) {
+  const CursorTables tables;
+  const RecordsetPtr rows = tables.open(kAll);
+  const Field gain = rows->Fields("GAIN");
+  RowBatch batch(*rows, RowBatch::Writing::atFlush);
+  addGains(batch, gain, 1, 30000);
+  batch.AddNew();
+  EXPECT_EQ(failureOf([&] { batch.put(gain, 1e12); }), failure::fieldTooSmall);
+  EXPECT_EQ(tables.list(kAll), "2.15 10 9.5 -");
+  batch.flush();
+  EXPECT_EQ(tables.open("select count(*) as n from AMSTEST")->value("n"), Value(30004));
+}
+
+TEST(RowBatch, ARowBegunOutlivesTheFlush) {
+  const CursorTables tables;
+  const RecordsetPtr rows = tables.open(kAll);
+  RowBatch batch(*rows);
+  addGains(batch, rows->Fields("GAIN"), 101, 1);
+  batch.AddNew();
+  batch.put(rows->Fields("FREQ"), 7);
+  batch.flush();
+  batch.put(rows->Fields("GAIN"), 102);
+  batch.Update();
+  batch.flush();
+  EXPECT_EQ(tables.list(kAll), "2.15 10 9.5 - 101 102");
+  EXPECT_EQ(tables.list(kAll, "FREQ"), "150 900 - 450 - 7");
+}
+
 TEST(RowBatch, OfSeveralProcessesEveryRowIsInTheTableOnce) {
   constexpr int kRounds = 20;
   const CursorTables tables;

@@ -296,6 +296,21 @@ TEST_F(TextRuns, RowsOfOneTextThatStandApartAreFoundInTheOrderOfTheFile) {
   EXPECT_EQ(count("id = 'ID000'"), 49);
 }
 
+TEST_F(TextRuns, AFileWithoutATimeIsReadWhole) {
+  std::filesystem::last_write_time(platform::current().toMachine(path()),
+                                   std::filesystem::file_time_type::clock::from_sys(std::chrono::sys_seconds()));
+  learn();
+  EXPECT_GT(cost(isUpper("ID003")), kAll);
+  EXPECT_EQ(count(isUpper("ID003")), 50);
+}
+
+TEST_F(TextRuns, AReadingThatEndsEarlyTeachesNothing) {
+  count(isUpper("NONE"));
+  wait(5000);
+  scanForText(*DbfFile::open(path()), {1, 12, "ID003"}, [](std::uint32_t, const unsigned char*) { return false; });
+  EXPECT_EQ(count(isUpper("ID019")), 50);
+}
+
 TEST_F(TextRuns, SmallTablesAreReadWhole) {
   setSmallestRemembered(kAll * 2);
   learn();

@@ -107,6 +107,8 @@ class EditorLayout {
     auto* below = buttons(acts);
     below->addWidget(&progress(pane.progress), 1);
     column->addLayout(below);
+    // The title names an antenna, and must not widen the window.
+    points.setMinimumWidth(column->totalMinimumSize().width());
     cuts.addWidget(&points);
 
     QWidget& thumbnail = view(pane.thumbnailFrame);

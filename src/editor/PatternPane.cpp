@@ -76,8 +76,8 @@ void PatternPane::SetCols() {
 void PatternPane::load(const std::string& id, const std::string& order) {
   const std::string& table = plane.plane == Plane::azimuth ? form_.AHDName : form_.AVDName;
   data.DatabaseName = form_.folder();
-  data.RecordSource = "select * from [" + table + "] where ucase(atype_id) = '" +
-                      replaceAll(keyOf(id), "'", "''") + "' Order by [" + plane.angleField + "]" + order;
+  data.RecordSource = "select * from [" + table + "] where ucase(atype_id) = '" + replaceAll(keyOf(id), "'", "''") +
+                      "' Order by [" + plane.angleField + "]" + order;
   data.Refresh();
   id_ = id;
 }
@@ -88,13 +88,13 @@ void PatternPane::reorder(const std::string& order) {
   SetCols();
 }
 
-bool PatternPane::showsOther(const Value& id) const {
-  return data.hasRecordset() && keyOf(ChkNulls(id, "", false).asText()) != keyOf(id_);
+bool PatternPane::shows(const Value& id) const {
+  const std::string key = keyOf(ChkNulls(id, "", false).asText());
+  return key.empty() ? !data.hasRecordset() : data.hasRecordset() && key == keyOf(id_);
 }
 
 void PatternPane::clear() {
   data.clear();
-  id_.clear();
   thumbnail.Cls();
   frame.setCaption(plane.frameCaption + form_.amsCell("ANTENNA"));
 }
@@ -136,7 +136,7 @@ void PatternPane::GetPat(std::int16_t& n, std::vector<double>& angles, std::vect
 }
 
 PatternPoints PatternPane::shownPoints() {
-  data.Requery();
+  if (!justLoaded) data.Requery();
   SetCols();
   PatternPoints points;
   for (int row = 0; row < data.RecordCount(); ++row) {
@@ -164,7 +164,7 @@ void PatternPane::listen() {
 
 // What is typed for one antenna must not go to another. An entry under way belongs to the rows shown.
 bool PatternPane::belongsToSelected() const {
-  return grid.dataChanged() || !showsOther(form_.TDBGridAMS.value(form_.selectedRow(), kIDField));
+  return grid.dataChanged() || shows(form_.TDBGridAMS.value(form_.selectedRow(), kIDField));
 }
 
 // Where no antenna was selected, or another's rows are shown still, the rows have just become those of the current one.

@@ -48,8 +48,9 @@ class PatternPane {
   void load(const std::string& id, const std::string& order);
   // The same antenna again in another order; nothing where none is shown.
   void reorder(const std::string& order);
-  // Whether it still shows the points of another antenna than that of an ID, where those could not be loaded.
-  bool showsOther(const Value& id) const;
+  // Whether it shows the cut of the antenna of an ID, nothing for a blank one. It does not where that could not be
+  // loaded: then it shows what it did before.
+  bool shows(const Value& id) const;
   // Shows neither rows nor thumbnail.
   void clear();
   // Puts the row of the angle nearest 0 in the middle of the rows in view.
@@ -57,8 +58,9 @@ class PatternPane {
 
   // All rows as stored, nulls as 0. A cut of more than 32767 rows fails with 6.
   void GetPat(std::int16_t& n, std::vector<double>& angles, std::vector<double>& gains) const;
-  // The rows without a null, read anew.
+  // The rows without a null, read anew unless they have just been loaded.
   PatternPoints shownPoints();
+  bool justLoaded = false;
 
  private:
   void design();

@@ -134,26 +134,21 @@ void addMissing(frmHDAntEditor& form, const Sequence& sequence, const std::vecto
   }
   points.gains.assign(points.angles.size(), decibels ? form.AntGain : kRelativeGain);
   ProgressWindow progress(sequence.title);
-  try {
-    appendPoints(rows, pane.plane, points, progress);
-  } catch (...) {
-    // The rows written before it are to be seen.
-    pane.grid.refresh();
-    throw;
-  }
+  appendPoints(rows, pane.plane, points, progress);
   pane.grid.refresh();
 }
 
 void addSequence(frmHDAntEditor& form, const Sequence& sequence) {
   if (!requireSelection(form, sequence.selectAdvice)) return;
   PatternPane& pane = form.pane(sequence.plane);
+  if (!pane.data.hasRecordset()) return tellNoRows();
   SetFlag(100);
   // What stands in a cell still counts.
   if (!form.storeEntries()) return;
-  showSelectedCuts(form);
+  SetFlag(200);
+  showSelectedCut(form, sequence.plane);
   // Points of a row without an ID would belong to nobody.
-  const bool hasID = getLenTrim(ChkNulls(selectedID(form), "", false).asText()) > 0;
-  if (!hasID || !pane.data.hasRecordset()) return tellNoRows();
+  if (!pane.data.hasRecordset()) return tellNoRows();
   SetFlag(300);
   bool goOn = false;
   OKNewAnt(form, sequence.gainAdvice, goOn);

@@ -86,7 +86,7 @@ class Copy {
   std::string addAntenna(const GridFields& fields) {
     form_.NewRow = true;
     const int row = form_.TDBGridAMS.appendRow(fields);
-    const std::string bookmark = form_.TDBGridAMS.bookmarkOf(row);
+    std::string bookmark = form_.TDBGridAMS.bookmarkOf(row);
     form_.finishNewRow();
     return bookmark;
   }

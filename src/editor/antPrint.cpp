@@ -11,6 +11,7 @@
 #include "editor/selectedAntenna.h"
 #include "foundation/errHand.h"
 #include "foundation/extract.h"
+#include "foundation/numbers.h"
 #include "foundation/procedures.h"
 #include "foundation/suitePaths.h"
 #include "foundation/text.h"
@@ -37,7 +38,7 @@ constexpr Headings kCuts[] = {
 };
 
 std::string rightAligned(double value, std::string_view heading) {
-  return PadLeft(exportedNumber(value, kPointFormat), "", heading.size(), false);
+  return PadLeft(value, kPointFormat, heading.size(), false);
 }
 
 bool isCut(int which) { return which == 0 || which == 1; }
@@ -51,8 +52,8 @@ std::string tabulation(frmHDAntEditor& form, int which) {
   std::vector<double> angles, gains;
   form.pane(cut.plane).GetPat(n, angles, gains);
   const ExportedAntenna antenna = exportedAntenna(form);
-  std::string text = antenna.description + kLineBreak + exportedNumber(antenna.gain, kGainFormat) + " " +
-                     antenna.gainUn + kLineBreak + std::string(cut.angle) + std::string(cut.value) + kLineBreak;
+  std::string text = antenna.description + kLineBreak + formatNumber(antenna.gain, kGainFormat) + " " + antenna.gainUn +
+                     kLineBreak + std::string(cut.angle) + std::string(cut.value) + kLineBreak;
   for (std::size_t i = 0; i < static_cast<std::size_t>(n); ++i) {
     text += rightAligned(angles[i], cut.angle) + rightAligned(gains[i], cut.value) + kLineBreak;
   }

@@ -3,7 +3,6 @@
 #include <exception>
 
 #include "editor/PatternPane.h"
-#include "editor/exportedAntenna.h"
 #include "foundation/errHand.h"
 #include "foundation/numbers.h"
 #include "foundation/procedures.h"
@@ -15,7 +14,7 @@ namespace {
 
 constexpr const char* kFormat = "###0.00";
 
-std::string twoDecimals(double value) { return exportedNumber(value, kFormat); }
+std::string twoDecimals(double value) { return formatNumber(value, kFormat); }
 
 template <class Write>
 void trapped(int number, bool& failed, const Write& write) {

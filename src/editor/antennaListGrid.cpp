@@ -1,35 +1,26 @@
 // The antenna list of the editor.
-#include <exception>
-#include <initializer_list>
 #include <string_view>
 
 #include "antenna/convertGain.h"
 #include "dialogs/gridLayout.h"
-#include "editor/RecordsetRows.h"
 #include "editor/antCopy.h"
 #include "editor/frmHDAntEditor.h"
-#include "foundation/errHand.h"
+#include "editor/rowUnits.h"
 #include "foundation/getINI.h"
 #include "foundation/messages.h"
 #include "foundation/numbers.h"
-#include "foundation/procedures.h"
 #include "foundation/suitePaths.h"
 #include "foundation/text.h"
 #include "foundation/units.h"
-#include "tables/structure.h"
-#include "ui/Desktop.h"
+#include "platform/RunTimeFailure.h"
 
 namespace vantrelix {
 
 namespace {
 
 constexpr const char* kNumberFormat = "##0.000";
-constexpr Color kOutOfBand = 0x8080FF;
+constexpr int kNameWidth = 6000;  // twips, until the user has laid the columns out
 constexpr int kEnterKey = 13;
-constexpr const char* kFirstID = "0000001";
-constexpr int kCodeLength = 5;
-constexpr const char* kNewGainUnits = "dBd";
-constexpr const char* kFreqUnits = "MHz";
 
 struct ListColumn {
   const char* field;
@@ -51,19 +42,6 @@ constexpr ListColumn kColumns[] = {
     {"POWER", "Power", 0, false, kFormatTextEvent},
     {"POWER_UN", "Power Units", 0, false, ""},
 };
-
-std::string knownUnits(const Value& cell, std::initializer_list<std::string_view> known, const std::string& otherwise) {
-  if (cell.isNull()) return otherwise;
-  std::string text = trimRight(cell.asText());
-  for (const std::string_view units : known) {
-    if (text == units) return text;
-  }
-  return otherwise;
-}
-
-std::string knownGainUnits(const Value& cell, const std::string& otherwise) {
-  return knownUnits(cell, {"dBd", "dBi", "REL"}, otherwise);
-}
 
 double numberOf(const Value& value) { return value.isNull() ? 0 : CValP(value.asText()); }
 
@@ -92,12 +70,14 @@ void frmHDAntEditor::designAMS() {
 void frmHDAntEditor::SetColsAMS() {
   const GridHold hold(TDBGridAMS);
   GetGridCols("", name(), TDBGridAMS, TDBGridAMS.name());
+  const bool laidOut = getLenTrim(getINIStr(name(), TDBGridAMS.name() + " Col Widths", "")) > 0;
   const bool showID = getINIBool("Antenna Editor", "ShowID", "0", getSuiteINI());
   for (const ListColumn& own : kColumns) {
     const int index = TDBGridAMS.columnOf(own.field);
     if (index < 0) continue;
     GridColumn column = TDBGridAMS.column(index);
     if (own.minimumWidth > 0 && (column.width < own.minimumWidth || !column.visible)) column.width = own.minimumWidth;
+    if (!laidOut && column.dataField == "ANTENNA") column.width = kNameWidth;
     column.visible = own.shown || (showID && column.dataField == "ATYPE_ID");
     column.numberFormat = own.format;
     column.caption = own.caption;
@@ -112,9 +92,7 @@ std::string frmHDAntEditor::ValidGainUn(int row) const {
   return knownGainUnits(TDBGridAMS.value(row, "GAIN_UN"), GainUnits);
 }
 
-std::string frmHDAntEditor::ValidFreqUn(int row) const {
-  return knownUnits(TDBGridAMS.value(row, "FREQ_UN"), {"MHz", "GHz", "KHz", "Hz"}, kFreqUnits);
-}
+std::string frmHDAntEditor::ValidFreqUn(int row) const { return knownFreqUnits(TDBGridAMS.value(row, "FREQ_UN")); }
 
 void frmHDAntEditor::formatAMS(GridCellText& cell) const {
   // A word that the table will refuse stays in the cell as it was typed.
@@ -227,155 +205,6 @@ void frmHDAntEditor::showGainTyped() {
   takeGainOf(row);
   TDBGridAHD.refreshCells();
   TDBGridAVD.refreshCells();
-}
-
-void frmHDAntEditor::rowChanged() {
-  showID();
-  desktop().doEvents();
-  SelectAntenna();
-}
-
-void frmHDAntEditor::showSelection() {
-  selectionShown_ = TDBGridAMS.selBookmarks().items();
-  selectionChanged();
-}
-
-void frmHDAntEditor::SelectAntenna() {
-  SelBookmarks& selected = TDBGridAMS.selBookmarks();
-  while (selected.count() > 0) selected.remove(0);
-  if (DataAMS.RecordCount() > 0) selected.add(TDBGridAMS.bookmark());
-  showSelection();
-}
-
-bool frmHDAntEditor::IsAntSelected() {
-  if (TDBGridAMS.selBookmarks().count() == 1) return true;
-  setFocus(TDBGridAMS);
-  SelectAntenna();
-  setFocus(TDBGridAHD);
-  return false;
-}
-
-int frmHDAntEditor::rowOfAntenna(const std::string& id) {
-  return DataAMS.FindFirst("ATYPE_ID = '" + replaceAll(id, "'", "''") + "'");
-}
-
-bool frmHDAntEditor::goToAntenna(const std::string& id) {
-  const int row = rowOfAntenna(id);
-  if (row < 0 || !TDBGridAMS.setCurrentRow(row)) return false;
-  rowChanged();
-  return true;
-}
-
-// --- Order.
-
-void frmHDAntEditor::sortAMS(int column) {
-  const std::string field = TDBGridAMS.column(column).dataField;
-  if (field.empty() || !DataAMS.hasRecordset()) return;
-  const bool ascending = field != TDBGridAMS.sortField() || !TDBGridAMS.sortAscending();
-  try {
-    // What was typed for the antenna shown so far still counts.
-    if (!TDBGridAHD.update() || !TDBGridAVD.update()) return;
-    DataAMS.RecordSource = "select * from [" + AMSName + "] Order by [" + field + "] " + (ascending ? "ASC" : "DESC");
-    DataAMS.Refresh();
-    SetColsAMS();
-    TDBGridAMS.setSortMark(field, ascending);
-    selectionShown_.clear();
-    clearPatterns();
-  } catch (const std::exception& failure) {
-    ErrHand(failure, AMSName);
-  }
-}
-
-// --- The frequency of interest.
-
-double frmHDAntEditor::CalcFreqDelta() {
-  const double tolerance = CValP(txtFreqDelta.text());
-  if (tolerance < 0) return 0;
-  const std::string units = cboFreqDelta.text();
-  if (units == kFreqUnits) FreqDelta = tolerance;
-  if (units == "KHz") FreqDelta = tolerance / 1000;
-  TDBGridAMS.refreshCells();
-  return FreqDelta;
-}
-
-void frmHDAntEditor::toleranceChanged() {
-  if (!Loading) FreqDelta = CalcFreqDelta();
-}
-
-void frmHDAntEditor::colourRow(int row, GridRowStyle& style) const {
-  const double wanted = CValP(Freq);
-  if (wanted <= 0) return;
-  const double low = CValP(amsCellText(row, "F_LOW"));
-  const double high = CValP(amsCellText(row, "F_HIGH"));
-  const bool covers = low - FreqDelta <= wanted && high + FreqDelta >= wanted && low > 0 && high > 0;
-  if (!covers) style.back = kOutOfBand;
-}
-
-// --- New rows.
-
-void frmHDAntEditor::beginNewRow() {
-  NewRow = true;
-  const int row = TDBGridAMS.currentRow();
-  TDBGridAMS.setValue(row, "GAIN_UN", GainUnits);
-  TDBGridAMS.setValue(row, "FREQ_UN", kFreqUnits);
-}
-
-void frmHDAntEditor::finishNewRow() {
-  if (!NewRow) return;
-  const Procedure guard(procedure::frmHDAntEditor_finishNewRow);
-  try {
-    fillNewRow();
-  } catch (const RunTimeFailure& failure) {
-    ErrHand(failure, AMSName);
-  } catch (const std::exception& failure) {
-    ErrHand(failure, AMSName);
-  }
-}
-
-// In the turns of the event loop the user may sort the list, which binds it anew: the row is written through the cursor
-// that added it.
-void frmHDAntEditor::fillNewRow() {
-  const auto step = [](long flag) {
-    DBEngine::Idle();
-    desktop().doEvents();
-    SetFlag(flag);
-  };
-  SetFlag(100);
-  const RecordsetPtr cursor = DataAMS.recordset();
-  RecordsetRows rows(cursor);
-  const std::string bookmark = rows.bookmark(rows.count() - 1);
-  const auto put = [&](const char* field, const Value& value) { rows.store(rows.rowOf(bookmark), {{field, value}}); };
-  const auto stored = [&](const char* field) { return rows.value(rows.rowOf(bookmark), field); };
-  const auto fillBlank = [&](const char* field, const Value& value) {
-    if (stored(field).isNull()) put(field, value);
-  };
-  step(200);
-  const std::string id = GenNewID_RS(*cursor, "ATYPE_ID", leftCharacters(Mfg, kCodeLength), kFirstID);
-  put("ATYPE_ID", id);
-  step(300);
-  fillBlank("GAIN_UN", kNewGainUnits);
-  bool failed = false;
-  fillBlank("GAIN", ConvertAntGain(GainUnits, knownGainUnits(stored("GAIN_UN"), GainUnits), "0", failed));
-  step(400);
-  for (const char* limit : {"F_LOW", "F_HIGH"}) fillBlank(limit, 0);
-  step(500);
-  showNewRow(DataAMS.recordset() == cursor ? bookmark : "", id);
-  step(600);
-  NewRow = false;
-  MakeMyCaption();
-  SelectAntenna();
-}
-
-// A blank bookmark is that of a list that was bound anew.
-void frmHDAntEditor::showNewRow(const std::string& bookmark, const std::string& id) {
-  if (bookmark.empty()) {
-    DataAMS.Requery();
-    TDBGridAMS.setCurrentRow(rowOfAntenna(id));
-  } else {
-    TDBGridAMS.refresh();
-    TDBGridAMS.setCurrentRow(TDBGridAMS.rowOf(bookmark));
-  }
-  showID();
 }
 
 }  // namespace vantrelix

@@ -186,7 +186,7 @@ void offerToSave(frmHDAntEditor& form, const Cut& cut, Correction& correction) {
 
 void correct(frmHDAntEditor& form, Correction& correction) {
   SetFlag(100);
-  showSelectedCuts(form);
+  for (const Plane plane : {Plane::azimuth, Plane::elevation}) showSelectedCut(form, plane);
   const std::string LibLabel = form.LibDesc + " (" + form.AMSName + ") ";
   const Value antenna = form.TDBGridAMS.value(form.selectedRow(), "ANTENNA");
   correction.log = ChkNulls(antenna, "NO ANTENNA DESCRIPTION", false).asText();

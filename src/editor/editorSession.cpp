@@ -11,6 +11,7 @@
 #include "editor/correctAntPattern.h"
 #include "editor/frmHDAntEditor.h"
 #include "editor/okAntPattern.h"
+#include "editor/selectedAntenna.h"
 #include "foundation/errHand.h"
 #include "foundation/extract.h"
 #include "foundation/getINI.h"
@@ -21,6 +22,7 @@
 #include "foundation/text.h"
 #include "tables/EditingMark.h"
 #include "tables/dictionary.h"
+#include "tables/learnTexts.h"
 #include "tables/structure.h"
 #include "ui/Desktop.h"
 
@@ -55,6 +57,15 @@ class OpeningNote {
   frmMsgFloat note_;
 };
 
+// Before the user's first click on an antenna, which would have to look through the whole of a large library.
+void learnAntennas(const std::string& table) {
+  try {
+    learnTexts(table, "ATYPE_ID");
+  } catch (const RunTimeFailure&) {
+    // What is wrong with the table shows when a cut is read from it.
+  }
+}
+
 }  // namespace
 
 // --- Coming up and going.
@@ -79,8 +90,11 @@ void frmHDAntEditor::unload() {
   logQuietly("The tolerance of the frequency of interest could not be kept in " + displayPath(getSuiteINI()));
 }
 
-// Leaving the look-up by the frame loses nothing, but whoever opened it waits for an antenna.
+// What was typed counts. Leaving the look-up by the frame loses nothing, but whoever opened it waits for an antenna.
 void frmHDAntEditor::queryUnload() {
+  bool stored = false;
+  runReported(*this, procedure::frmHDAntEditor_queryUnload, [&] { stored = storeEntries(); });
+  if (!stored) return;
   const bool open = SessionResult != sessionResult::ended && SessionResult != sessionResult::cancelled;
   if (lookingUp() && open) {
     const MsgAnswer answer = MsgBox(
@@ -157,6 +171,7 @@ std::string frmHDAntEditor::openLibrary(const std::string& title) {
     const OpeningNote note(title, tableFileExists(path));
     const std::string error = folder_ == getAntennasPath() ? MakeAntFiles(Mfg) : makeElsewhere();
     if (!error.empty()) return error;
+    for (const std::string& table : {AHDName, AVDName}) learnAntennas(setPathName(folder_, table + ".DBF"));
   }
   return lookingUp() ? std::string() : claimLibrary(path);
 }

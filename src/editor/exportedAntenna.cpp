@@ -20,10 +20,4 @@ ExportedAntenna exportedAntenna(const frmHDAntEditor& form) {
   return antenna;
 }
 
-std::string exportedNumber(double value, const char* format) {
-  const std::string text = formatNumber(value, format);
-  const bool minusZero = text.starts_with('-') && text.find_first_of("123456789") == std::string::npos;
-  return minusZero ? text.substr(1) : text;
-}
-
 }  // namespace vantrelix

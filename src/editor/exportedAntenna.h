@@ -16,7 +16,4 @@ struct ExportedAntenna {
 };
 ExportedAntenna exportedAntenna(const frmHDAntEditor& form);
 
-// A number as it is written out; what comes to 0 has no sign.
-std::string exportedNumber(double value, const char* format);
-
 }  // namespace vantrelix

@@ -162,6 +162,8 @@ class CutTest {
   std::optional<int> fault_;
 };
 
+bool skipsTest() { return getINIBool("HDAntenna", "SkipValid", "0"); }
+
 std::string questionText(const std::string& problems) {
   return problems + kBlankLine + "Do you want to use this antenna anyway?" + kBlankLine +
          "Click Yes to use the antenna with the known problem(s)" + kLineBreak +
@@ -206,9 +208,8 @@ std::string newAntennaText(const frmHDAntEditor& form, int row, const std::strin
 PatternProblems findPatternProblems(frmHDAntEditor& form) {
   PatternProblems problems;
   SetFlag(100);
-  if (getINIBool("HDAntenna", "SkipValid", "0")) return problems;
+  if (skipsTest()) return problems;
   SetFlag(200);
-  showSelectedCuts(form);
   const int row = form.selectedRow();
   if (isBlank(form.TDBGridAMS.value(row, "GAIN"))) {
     problems.text =
@@ -225,6 +226,8 @@ PatternProblems findPatternProblems(frmHDAntEditor& form) {
 bool OKAntPattern(frmHDAntEditor& form) {
   const Procedure guard(procedure::OKAntPattern);
   try {
+    if (skipsTest()) return true;
+    for (const Plane plane : {Plane::azimuth, Plane::elevation}) showSelectedCut(form, plane);
     const PatternProblems problems = findPatternProblems(form);
     SetFlag(500);
     return acceptedAnyway(form, problems);

@@ -70,6 +70,20 @@ class Rebinding {
   GridHold hold_;
 };
 
+// Both cuts have just been read: their thumbnails need not ask for them again.
+class JustLoaded {
+ public:
+  explicit JustLoaded(frmHDAntEditor& form) : form_(form) { mark(true); }
+  ~JustLoaded() { mark(false); }
+  JustLoaded(const JustLoaded&) = delete;
+  JustLoaded& operator=(const JustLoaded&) = delete;
+
+ private:
+  void mark(bool fresh) { form_.azimuth.justLoaded = form_.elevation.justLoaded = fresh; }
+
+  frmHDAntEditor& form_;
+};
+
 }  // namespace
 
 // --- A selection.
@@ -144,7 +158,10 @@ void frmHDAntEditor::loadCuts(const std::string& id) {
   desktop().doEvents();
   SetFlag(1000);
   SetColsAVD();
-  AntPreview();
+  {
+    const JustLoaded fresh(*this);
+    AntPreview();
+  }
   SetFlag(1100);
   if (getINIBool(kSection, "SETV0", "-1")) elevation.scrollToZero();
 }

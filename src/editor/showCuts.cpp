@@ -67,12 +67,14 @@ bool showCuts(frmHDAntEditor& form, const std::string& id) {
   return row >= 0;
 }
 
-void showSelectedCuts(frmHDAntEditor& form) {
+void showSelectedCut(frmHDAntEditor& form, Plane plane) {
   const int row = form.selectedRow();
   const Value id = form.TDBGridAMS.value(row, "ATYPE_ID");
-  if (row < 0 || (!form.azimuth.showsOther(id) && !form.elevation.showsOther(id))) return;
-  showCuts(form, row);
-  form.AntPreview();
+  PatternPane& pane = form.pane(plane);
+  if (row < 0 || pane.shows(id)) return;
+  form.takeGainOf(row);
+  load(form, plane, trim(keyOf(id)));
+  pane.SetCols();
 }
 
 LibraryCuts::LibraryCuts(frmHDAntEditor& form) : form_(form) {

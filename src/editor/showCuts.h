@@ -19,8 +19,9 @@ void showCuts(frmHDAntEditor& form, int row);
 // The same for an antenna by its ID; false where the library has none.
 bool showCuts(frmHDAntEditor& form, const std::string& id);
 
-// The cuts of the selected antenna where a grid shows another's still, which could not be left. Fails as showCuts does.
-void showSelectedCuts(frmHDAntEditor& form);
+// The selected antenna's cut where its grid shows another's still, or nothing, since it could not be loaded. Fails as
+// showCuts does.
+void showSelectedCut(frmHDAntEditor& form, Plane plane);
 
 // The cuts of a whole library, read once: a query runs over all points of the library, which many antennas cannot
 // afford. What the grids show of them cannot be written back.

@@ -39,6 +39,7 @@ inline constexpr int AntLibLook = 5101;
 inline constexpr int frmHDAntEditor_InitForm = 5102;
 inline constexpr int frmHDAntEditor_Continue = 5103;
 inline constexpr int frmHDAntEditor_Command1 = 5104;
+inline constexpr int frmHDAntEditor_queryUnload = 5105;
 inline constexpr int frmHDAntEditor_finishNewRow = 5201;
 inline constexpr int frmHDAntEditor_selectionChanged = 5301;
 inline constexpr int frmHDAntEditor_sortElevations = 5302;

@@ -268,6 +268,23 @@ void ListBoxView::mousePressEvent(QMouseEvent* event) {
   if (pressed && row(pressed) == before) handOver([before](ListBox& list) { list.userSelect(before); });
 }
 
-void FrameView::showState(const Frame& model) { setTitle(toQt(model.caption())); }
+void FrameView::showState(const Frame& model) {
+  caption_ = toQt(model.caption());
+  ownTip_ = toQt(model.toolTip());
+  if (isVisible()) return fitTitle();
+  setTitle(caption_);
+}
+
+void FrameView::resizeEvent(QResizeEvent* event) {
+  QGroupBox::resizeEvent(event);
+  fitTitle();
+}
+
+void FrameView::fitTitle() {
+  const int room = width() - 2 * fontMetrics().averageCharWidth();
+  const QString shown = fontMetrics().elidedText(caption_, Qt::ElideRight, room);
+  setTitle(shown);
+  setToolTip(shown == caption_ ? ownTip_ : caption_);
+}
 
 }  // namespace vantrelix::qt

@@ -115,6 +115,14 @@ class FrameView : public View<QGroupBox, Frame> {
 
  protected:
   void showState(const Frame& model) override;
+  // A caption that does not fit ends in dots; the pointer shows it whole.
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void fitTitle();
+
+  QString caption_;
+  QString ownTip_;
 };
 
 class ProgressBarView : public View<QProgressBar, ProgressBar> {

@@ -42,6 +42,7 @@ class SqlQuery {
   std::vector<std::uint32_t> rows() const;
   // Runs over the same records in file order; the bytes are valid during the call. Records added meanwhile are left
   // out.
+  std::vector<std::uint32_t> liveRows() const;
   void visitRows(const std::function<void(std::uint32_t number, const unsigned char* record)>& visit) const;
   // The one row of a query of aggregates.
   std::vector<Value> aggregates() const;

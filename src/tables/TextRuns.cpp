@@ -8,12 +8,15 @@
 #include <vector>
 
 #include "platform/Platform.h"
+#include "tables/learnTexts.h"
 
 namespace vantrelix {
 
 namespace {
 
 constexpr std::uint64_t kSmallestRemembered = std::uint64_t{1} << 20;
+// A table that is so many times larger takes longer to read than a user notices: it pays to wait for its notes.
+constexpr std::uint64_t kWaitingPays = 32;
 std::uint64_t smallest = kSmallestRemembered;
 // A field whose texts change more often than this is not remembered: the notes would outgrow their use.
 constexpr std::size_t kMostRuns = std::size_t{1} << 18;
@@ -32,8 +35,8 @@ struct Run {
 
 struct Known {
   platform::FileState state;
-  std::int64_t seen = 0;  // when this state was first seen
-  std::int64_t used = 0;
+  std::int64_t seen = 0;   // when this state was first seen
+  std::uint64_t used = 0;  // counts the uses of all files; the one just used has the highest
   // By the offset of a field: by hash, then by place; nothing where the texts change too often.
   std::map<std::size_t, std::optional<std::vector<Run>>> runs;
 };
@@ -57,7 +60,8 @@ Known& knownOf(const DbfFile& table) {
   auto& files = knownFiles();
   const auto [found, isNew] = files.try_emplace({state.device, state.inode});
   Known& known = found->second;
-  known.used = now;
+  static std::uint64_t uses = 0;
+  known.used = ++uses;
   if (!isNew && known.state == state) return known;
   known.state = state;
   known.seen = now;
@@ -68,10 +72,22 @@ Known& knownOf(const DbfFile& table) {
 
 bool isLarge(const Known& known) { return known.state.size >= smallest; }
 
+// Milliseconds from when its state was first seen until the file may be taken to stand still; nothing where never.
+std::optional<std::int64_t> proving(const Known& known) {
+  if (known.state.modifiedNanoseconds == 0) return std::nullopt;
+  return known.state.modifiedNanoseconds % kNanosecondsPerSecond == 0 ? kCoarseTick : kFineTick;
+}
+
 bool standsStill(const Known& known) {
-  if (known.state.modifiedNanoseconds == 0) return false;
-  const bool coarse = known.state.modifiedNanoseconds % kNanosecondsPerSecond == 0;
-  return platform::current().steadyMilliseconds() - known.seen > (coarse ? kCoarseTick : kFineTick);
+  const auto needed = proving(known);
+  return needed && platform::current().steadyMilliseconds() - known.seen > *needed;
+}
+
+// Where it does soon.
+void waitUntilStill(const Known& known) {
+  if (proving(known) != kFineTick) return;
+  const std::int64_t left = known.seen + kFineTick + 1 - platform::current().steadyMilliseconds();
+  if (left > 0) platform::current().sleepMilliseconds(static_cast<int>(left));
 }
 
 // The text of a field, as SoughtText has it.
@@ -95,8 +111,8 @@ bool sameBytes(const unsigned char* a, const unsigned char* b, std::size_t width
   return ((eightBytes(a) ^ eightBytes(b)) | (eightBytes(a + tail) ^ eightBytes(b + tail))) == 0;
 }
 
-// Walks over a table by runs of rows with the same bytes in the field, visits the rows of those that may have the
-// sought text, and notes where each begins if asked to.
+// Walks over a table by runs of rows with the same bytes in the field, visits, if there is a visitor, the rows of those
+// that may have the sought text, and notes where each run stands if asked to.
 class RunWalk {
  public:
   RunWalk(const DbfFile& table, const SoughtText& sought, const RecordVisitor& visit, bool takesNotes)
@@ -135,7 +151,7 @@ class RunWalk {
   void begin(std::uint32_t number, const unsigned char* field) {
     begun_ = true;
     std::memcpy(last_.data(), field, sought_.width);
-    isSought_ = beginsAsSought(field);
+    isSought_ = visit_ && beginsAsSought(field);
     if (takesNotes_) note(number, field);
   }
 
@@ -177,10 +193,9 @@ class RunWalk {
 // Notes are kept only of a walk to the end: what was not read is not known.
 void walk(DbfFile& table, const SoughtText& sought, const RecordVisitor& visit, const platform::FileState* noted) {
   RunWalk runs(table, sought, visit, noted != nullptr);
-  const bool whole =
-      table.scanBlocks([&](std::uint32_t first, const unsigned char* records, std::uint32_t count) {
-        return runs.walk(first, records, count);
-      });
+  const bool whole = table.scanBlocks([&](std::uint32_t first, const unsigned char* records, std::uint32_t count) {
+    return runs.walk(first, records, count);
+  });
   if (!whole || noted == nullptr) return;
   const auto known = knownFiles().find({noted->device, noted->inode});
   if (known == knownFiles().end() || known->second.state != *noted) return;
@@ -214,6 +229,22 @@ void scanForText(DbfFile& table, const SoughtText& sought, const RecordVisitor& 
   for (const Run& run : runs) {
     if (!table.scan(visit, run.first, run.count)) return;
   }
+}
+
+void learnTexts(const std::string& path, const std::string& field) {
+  const auto table = DbfFile::open(path, true);
+  const int index = table->fieldIndex(field);
+  if (index < 0) return;
+  const DbfField& column = table->fields()[static_cast<std::size_t>(index)];
+  if (column.type != 'C') return;
+  const SoughtText nothing{static_cast<std::size_t>(column.offset), static_cast<std::size_t>(column.width), ""};
+  const auto wanted = [&](const Known& known) { return isLarge(known) && !known.runs.contains(nothing.offset); };
+  const Known& first = knownOf(*table);
+  if (!wanted(first)) return;
+  if (first.state.size / kWaitingPays >= smallest) waitUntilStill(first);
+  const Known& known = knownOf(*table);
+  const platform::FileState state = known.state;
+  if (wanted(known) && standsStill(known)) walk(*table, nothing, {}, &state);
 }
 
 }  // namespace vantrelix

@@ -8,6 +8,7 @@
 #include "foundation/getINI.h"
 #include "foundation/numbers.h"
 #include "platform/FaultPlatform.h"
+#include "tables/DbfBytes.h"
 
 namespace vantrelix::test {
 
@@ -202,6 +203,22 @@ TEST_F(HDwrtAntDBFTest, ItsPointsHaveTheBytesOfRowsAddedOneByOne) {
     EXPECT_TRUE(ours.substr(kBehindDate) == suite.folder().read(std::string(prefix) + "SLOW1.DBF").substr(kBehindDate))
         << prefix;
   }
+}
+
+TEST_F(HDwrtAntDBFTest, AFieldThatHoldsEveryDigitTakesTheNumberOfItsText) {
+  const RawTable table{.version = 0x30,
+                       .fields = {{"ATYPE_ID", 'C', 12}, {"HOR_AZ", 'B', 8, 4}, {"HOR_FIELD", 'B', 8, 4}}};
+  suite.folder().write("OTHER.DBF", table.bytes());
+  const RecordsetPtr rows = DBEngine::OpenDatabase(suite.folder().path())->OpenRecordset("select * from OTHER");
+  const double tenth = 0.3 - 0.2, long15 = 1.0 / 3;
+  ASSERT_NE(tenth, 0.1);
+  ASSERT_EQ(
+      HDwrtAntDBF(kCode, "A", 1, "dBd", 2, {tenth, long15}, {long15, tenth}, 0, {}, {}, 0, 0, MakeAMSFile(kCode), rows),
+      "");
+  EXPECT_EQ(rows->valueAt(0, "HOR_AZ"), Value(0.1));
+  EXPECT_EQ(rows->valueAt(0, "HOR_FIELD"), Value(0.333333333333333));
+  EXPECT_EQ(rows->valueAt(1, "HOR_AZ"), Value(0.333333333333333));
+  EXPECT_EQ(rows->valueAt(1, "HOR_FIELD"), Value(0.1));
 }
 
 TEST_F(HDwrtAntDBFTest, TheLongestCutIsWrittenAtOnceAndWhole) {

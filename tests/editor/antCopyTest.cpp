@@ -77,6 +77,60 @@ TEST_F(AntCopyTest, ANameThatFillsTheFieldLosesItsEnd) {
   EXPECT_LE(name.size(), width);
 }
 
+// The table counts characters of its code page, not bytes of the text.
+TEST_F(AntCopyTest, TheEndIsLostByWholeCharacters) {
+  std::string name;
+  for (int i = 0; i < 60; ++i) name += "\xC3\xA9";  // e with an acute accent
+  addPanel(name);
+  openOn(0);
+  const auto width = static_cast<std::size_t>(form().DataAMS.recordset()->Fields("ANTENNA").Size());
+  copy();
+  const std::size_t left = std::min<std::size_t>(60, width - 8);
+  EXPECT_EQ(rows("AMST0001", {"ANTENNA"}).back(), "Copy of " + name.substr(0, 2 * left));
+}
+
+TEST_F(AntCopyTest, ASortOfTheListMeanwhileLosesNoPoints) {
+  addPanel("Alpha");
+  addPanel("Beta");
+  for (int turn = 1; turn <= 6; ++turn) {
+    openOn(0);
+    const std::size_t antennasBefore = antennas().size(), pointsBefore = azimuths().size();
+    int left = turn;
+    screen.onTurn = [&] {
+      if (--left == 0) form().TDBGridAMS.userHeadClick(form().TDBGridAMS.columnOf("ANTENNA"));
+    };
+    copy();
+    screen.onTurn = nullptr;
+    EXPECT_THAT(heard(), IsEmpty()) << turn;
+    EXPECT_EQ(antennas().size(), antennasBefore + 1) << turn;
+    EXPECT_EQ(azimuths().size(), pointsBefore + 4) << turn;
+    EXPECT_THAT(azimuths().back(), StartsWith(rows("AMST0001", {"ATYPE_ID"}).back())) << turn;
+  }
+}
+
+TEST_F(AntCopyTest, ACopyThatGetsNoIDGetsNoPoints) {
+  addPanel("Alpha");
+  openOn(0);
+  RecordsetPtr other;
+  screen.onTurn = [&] {
+    if (other || antennas().size() < 2) return;
+    other = DBEngine::OpenDatabase(getAntennasPath())->OpenRecordset("select * from AMST0001");
+    other->MoveLast();
+    other->LockEdits(true);
+    other->Edit();
+  };
+  copy();
+  ASSERT_TRUE(other);
+  other.reset();
+  screen.onTurn = nullptr;
+  EXPECT_THAT(heard(), ElementsAre(StartsWith("Error in ")));
+  EXPECT_THAT(antennas(), ElementsAre("T00010000001|Alpha", "|Copy of Alpha"));
+  EXPECT_EQ(azimuths().size(), 4U);
+  EXPECT_EQ(elevations().size(), 3U);
+  copy();
+  EXPECT_THAT(antennas(), Contains(::testing::EndsWith("4|Copy of Alpha")));
+}
+
 TEST_F(AntCopyTest, NullsGetTheirDefaults) {
   addPanel("Alpha");
   openOn(0);
@@ -173,7 +227,9 @@ TEST_F(AntCopyTest, AnEntryThatIsRefusedStopsTheCopy) {
 TEST_F(AntCopyTest, AFailureHalfwayLeavesTheRowsWrittenAndIsReported) {
   addPanel("A");
   openOn(0);
-  suite.folder().write("ANTENNAS/AVDT0001.DBF", "damaged");
+  screen.onTurn = [this] {
+    if (antennas().size() == 2) suite.folder().write("ANTENNAS/AVDT0001.DBF", "damaged");
+  };
   copy();
   EXPECT_THAT(heard(), Contains(StartsWith("Error in ")));
   EXPECT_EQ(antennas().size(), 2U);

@@ -162,6 +162,78 @@ TEST_F(AntDeleteTest, AFailureIsReportedAndTheAntennaStays) {
   EXPECT_EQ(azimuths().size(), 8U);
 }
 
+// --- Rows that cannot be deleted.
+
+TEST_F(AntDeleteTest, APointThatIsLockedKeepsTheWholeAntenna) {
+  open();
+  select(0);
+  const auto azimuthsBefore = azimuths();
+  const auto elevationsBefore = rows("AVDT0001", {"ATYPE_ID", "VERT_ANGLE", "VERT_FIELD"});
+  for (const char* table : {"AHDT0001", "AVDT0001"}) {
+    const RecordsetPtr other =
+        DBEngine::OpenDatabase(getAntennasPath())->OpenRecordset("select * from " + std::string(table));
+    other->LockEdits(true);
+    other->MoveNext();
+    other->Edit();
+    EXPECT_FALSE(form().TDBGridAMS.userDeleteRows()) << table;
+    EXPECT_THAT(heard(), Contains(StartsWith("Error in "))) << table;
+    EXPECT_EQ(antennas().size(), 2U);
+    EXPECT_THAT(azimuths(), ::testing::UnorderedElementsAreArray(azimuthsBefore)) << table;
+    EXPECT_THAT(rows("AVDT0001", {"ATYPE_ID", "VERT_ANGLE", "VERT_FIELD"}),
+                ::testing::UnorderedElementsAreArray(elevationsBefore))
+        << table;
+    EXPECT_EQ(form().DataAHD.RecordCount(), 4);
+    EXPECT_EQ(form().DataAVD.RecordCount(), 3);
+  }
+  EXPECT_TRUE(form().TDBGridAMS.userDeleteRows());
+  EXPECT_THAT(antennas(), ElementsAre(kSecond));
+}
+
+TEST_F(AntDeleteTest, AnAntennaThatIsLockedKeepsItsPoints) {
+  open();
+  select(0);
+  const RecordsetPtr other = DBEngine::OpenDatabase(getAntennasPath())->OpenRecordset("select * from AMST0001");
+  other->LockEdits(true);
+  other->Edit();
+  EXPECT_FALSE(form().TDBGridAMS.userDeleteRows());
+  EXPECT_THAT(heard(), Contains(StartsWith("Error in ")));
+  EXPECT_EQ(azimuths().size(), 8U);
+  EXPECT_FALSE(form().DataAMS.recordset()->LockEdits());
+  other->CancelUpdate();
+  EXPECT_TRUE(form().TDBGridAMS.userDeleteRows());
+  EXPECT_EQ(azimuths().size(), 4U);
+}
+
+TEST_F(AntDeleteTest, NobodyWritesToTheAntennaWhileItsPointsGo) {
+  open();
+  select(0);
+  int refusals = 0;
+  const auto write = [&refusals] {
+    const RecordsetPtr other = DBEngine::OpenDatabase(getAntennasPath())->OpenRecordset("select * from AMST0001");
+    try {
+      other->Edit();
+      other->put("ANTENNA", "Mine");
+      other->Update();
+    } catch (const RunTimeFailure&) {
+      ++refusals;
+    }
+  };
+  screen.onTurn = [this, write] {
+    if (screen.formsShown().back() == "frmProgress (modeless)") write();
+  };
+  SlowMachine slow;
+  const platform::Substitute inPlace(slow);
+  EXPECT_TRUE(form().TDBGridAMS.userDeleteRows());
+  EXPECT_GT(refusals, 0);
+  EXPECT_EQ(antennas().size(), 1U);
+  // And then anybody may.
+  screen.onTurn = nullptr;
+  EXPECT_FALSE(form().DataAMS.recordset()->LockEdits());
+  refusals = 0;
+  write();
+  EXPECT_EQ(refusals, 0);
+}
+
 TEST_F(AntDeleteTest, CancellingTheProgressBringsAllPointsBack) {
   open();
   select(0);

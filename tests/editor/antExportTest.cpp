@@ -194,6 +194,16 @@ TEST_F(AntExportTest, AFileThatCannotBeWrittenStaysAsItWasAndTheReasonIsShown) {
   EXPECT_NE(suite.folder().read("out.ANT"), before);
 }
 
+TEST_F(AntExportTest, SelectedRowsWithoutACurrentOneAreNoSelection) {
+  addPanel("First");
+  addPanel("Second");
+  open();
+  DataGrid& list = form().TDBGridAMS;
+  list.selBookmarks().assign({list.bookmarkOf(0), list.bookmarkOf(1)});
+  EXPECT_EQ(exported(), "(no file)");
+  EXPECT_THAT(heard(), ElementsAre(testing::StartsWith("No Antenna Selected: ")));
+}
+
 // --- The order of the file.
 
 TEST_F(AntExportTest, TheBlockFromTheTableGoesUpwardByAngle) {
@@ -206,6 +216,7 @@ TEST_F(AntExportTest, TheBlockFromTheTableGoesUpwardByAngle) {
   EXPECT_FALSE(failed);
   EXPECT_EQ(file, "VERTICAL 3\r\n90.00 8.00\r\n0.00 0.00\r\n-5.00 9.00\r\n");
   EXPECT_EQ(form().TDBGridAVD.cellText(0, form().elevation.colAngle()), "-90.000");
+  EXPECT_THAT(form().DataAVD.RecordSource, testing::EndsWith(" Order by [VERT_ANGLE]"));
 }
 
 TEST_F(AntExportTest, TheBlockOfAnIDWithAQuoteIsFound) {

@@ -56,6 +56,16 @@ TEST_F(AntennaListTest, ShowsTheIDWhereTheSuiteSaysSo) {
   EXPECT_TRUE(column("ATYPE_ID").visible);
 }
 
+TEST_F(AntennaListTest, ANameHasRoomUntilTheUserLaysTheColumnsOut) {
+  open();
+  EXPECT_EQ(column("ANTENNA").width, 6000);
+  EXPECT_EQ(column("GAIN").width, 1500);
+  grid().setColumnWidth(columnIndex("ANTENNA"), 2500);
+  form().unload();
+  open();
+  EXPECT_EQ(column("ANTENNA").width, 2500);
+}
+
 TEST_F(AntennaListTest, AColumnThatWasMadeTooNarrowOrHiddenComesBackAtItsSmallestWidth) {
   open();
   grid().setColumnWidth(columnIndex("ANTENNA"), 1999);
@@ -69,6 +79,16 @@ TEST_F(AntennaListTest, AColumnThatWasMadeTooNarrowOrHiddenComesBackAtItsSmalles
   EXPECT_TRUE(column("F_LOW").visible);
   EXPECT_EQ(column("F_LOW").width, 1000);
   EXPECT_EQ(column("F_HIGH").width, 1500);
+}
+
+TEST_F(AntennaListTest, AWideColumnThatWasHiddenComesBackAtItsSmallestWidth) {
+  open();
+  grid().setColumnWidth(columnIndex("ANTENNA"), 3000);
+  grid().setColumnVisible(columnIndex("ANTENNA"), false);
+  form().unload();
+  open();
+  EXPECT_TRUE(column("ANTENNA").visible);
+  EXPECT_EQ(column("ANTENNA").width, 2000);
 }
 
 // --- Texts.
@@ -255,6 +275,15 @@ TEST_F(AntennaListTest, AMoveToARowShowsItsIDAndSelectsIt) {
   EXPECT_EQ(form().txtID.text(), std::string("Ant ID: ") + kFirst);
 }
 
+TEST_F(AntennaListTest, AMoveWithinARowReadsNothingAnew) {
+  addPanel();
+  open();
+  select(0);
+  const int turns = screen.turns();
+  grid().userMoveTo(0, columnIndex("F_HIGH"));
+  EXPECT_EQ(screen.turns(), turns);
+}
+
 TEST_F(AntennaListTest, AnEmptyTableGivesOneBlankRowAndNothingToSelect) {
   open();
   EXPECT_EQ(grid().rowCount(), 1);
@@ -362,6 +391,14 @@ TEST_F(AntennaListTest, ATableThatCannotBeSortedStaysAsItIsShown) {
   EXPECT_THAT(heard(), IsEmpty());
 }
 
+TEST_F(AntennaListTest, SortingGivesTheColumnsTheirSmallestWidthsBack) {
+  open();
+  grid().setColumnWidth(columnIndex("ANTENNA"), 300);
+  form().unload();
+  grid().userHeadClick(columnIndex("GAIN"));
+  EXPECT_EQ(column("ANTENNA").width, 2000);
+}
+
 TEST_F(AntennaListTest, SortingTakesInWhatOthersHaveAdded) {
   addPanel("B");
   open();
@@ -378,13 +415,14 @@ TEST_F(AntennaListTest, RowsThatDoNotCoverTheFrequencyAreColoured) {
   add("Higher", 1, "dBi", {{0}, {1}}, {{0}, {1}}, 851, 900);
   add("Lower", 1, "dBi", {{0}, {1}}, {{0}, {1}}, 800, 849);
   add("None", 1, "dBi", {{0}, {1}}, {{0}, {1}}, 0, 0);
+  add("NoBottom", 1, "dBi", {{0}, {1}}, {{0}, {1}}, 0, 896);
   add("NoTop", 1, "dBi", {{0}, {1}}, {{0}, {1}}, 824, 0);
   open("LOOKUP", 850);
   std::vector<std::string> marked;
   for (int row = 0; row < grid().dataRowCount(); ++row) {
     if (coloured(row)) marked.push_back(cell(row, "ANTENNA"));
   }
-  EXPECT_THAT(marked, ElementsAre("Higher", "Lower", "None", "NoTop"));
+  EXPECT_THAT(marked, ElementsAre("Higher", "Lower", "NoBottom", "None", "NoTop"));
 }
 
 TEST_F(AntennaListTest, ARowWithoutABandIsColouredWhateverTheTolerance) {
@@ -413,6 +451,27 @@ TEST_F(AntennaListTest, TheToleranceWidensTheBandOnceItIsLeft) {
   form().cboFreqDelta.userSelect(1);
   EXPECT_EQ(form().FreqDelta, 0.001);
   EXPECT_TRUE(coloured(0));
+}
+
+TEST_F(AntennaListTest, TheToleranceWidensTheBandUpwardToo) {
+  add("Lower", 1, "dBi", {{0}, {1}}, {{0}, {1}}, 800, 849);
+  open("LOOKUP", 850);
+  EXPECT_TRUE(coloured(0));
+  form().txtFreqDelta.setText("1");
+  form().txtFreqDelta.userBlur();
+  EXPECT_FALSE(coloured(0));
+}
+
+TEST_F(AntennaListTest, WhileTheSessionLoadsTheToleranceIsLeftAlone) {
+  open("LOOKUP", 850);
+  form().txtFreqDelta.setText("5");
+  form().Loading = true;
+  form().txtFreqDelta.userBlur();
+  form().cboFreqDelta.userSelect(1);
+  EXPECT_EQ(form().FreqDelta, 0);
+  form().Loading = false;
+  form().txtFreqDelta.userBlur();
+  EXPECT_EQ(form().FreqDelta, 0.005);
 }
 
 TEST_F(AntennaListTest, ANegativeToleranceCountsAsNone) {
@@ -459,6 +518,15 @@ TEST_F(AntennaListTest, ANewRowGetsItsIDItsUnitsAndDefaults) {
   EXPECT_EQ(form().txtID.text(), "Ant ID: T00010000003");
   EXPECT_EQ(form().selectedRow(), 1);
   EXPECT_THAT(heard(), IsEmpty());
+}
+
+TEST_F(AntennaListTest, ANewRowWithoutUnitsIsInDecibelsOverADipole) {
+  displayIn("dBi");
+  open();
+  ASSERT_TRUE(grid().userEdit(0, columnIndex("ANTENNA"), "New"));
+  grid().setValue(0, "GAIN_UN", Value());
+  ASSERT_TRUE(grid().update());
+  EXPECT_THAT(stored({"GAIN", "GAIN_UN"}), ElementsAre("-2.15|dBd"));
 }
 
 // The row is there already when its ID is made, and counts.

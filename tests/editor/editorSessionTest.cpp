@@ -2,9 +2,11 @@
 #include "EditorFixture.h"
 #include "editor/AntLibLook.h"
 #include "import/importRun.h"
+#include "support/MeasuredPlatform.h"
 #include "support/Processes.h"
 #include "tables/DbfFile.h"
 #include "tables/EditingMark.h"
+#include "tables/TextRuns.h"
 
 namespace vantrelix::test {
 namespace {
@@ -590,6 +592,32 @@ TEST_F(SessionTest, TheOrderOfElevationsIsKeptAsItIsChosen) {
   EXPECT_TRUE(form().mnuConfigVertSortASC.checked());
 }
 
+TEST_F(SessionTest, ClosingByTheFrameStoresWhatWasTyped) {
+  addPanel();
+  open(" ", 0, kFirst);
+  form().setVisible(true);
+  DataGrid& list = form().TDBGridAMS;
+  ASSERT_TRUE(list.userEdit(0, list.columnOf("ANTENNA"), "Typed"));
+  form().userClose();
+  EXPECT_FALSE(form().visible());
+  EXPECT_EQ(rows("AMST0001", {"ANTENNA"}), std::vector<std::string>{"Typed"});
+}
+
+TEST_F(SessionTest, ClosingByTheFrameKeepsTheFormOpenWhereWhatWasTypedCannotBeStored) {
+  addPanel();
+  open(" ", 0, kFirst);
+  form().setVisible(true);
+  DataGrid& list = form().TDBGridAMS;
+  ASSERT_TRUE(list.userEdit(0, list.columnOf("ANTENNA"), std::string(300, 'x')));
+  form().userClose();
+  EXPECT_TRUE(form().visible());
+  EXPECT_EQ(heard().size(), 1U);
+  list.userCancelRow();
+  form().userClose();
+  EXPECT_FALSE(form().visible());
+  EXPECT_EQ(rows("AMST0001", {"ANTENNA"}), std::vector<std::string>{"Panel"});
+}
+
 // --- The one way in.
 
 class AntLibLookTest : public SessionTest {
@@ -611,12 +639,14 @@ TEST_F(AntLibLookTest, GivesTheAntennaThatTheUserContinuedWith) {
   addPanel();
   user([](frmHDAntEditor& editor) {
     editor.TDBGridAMS.userSelectRow(0);
+    editor.txtFreqDelta.setText("7");
     editor.Command1[Button::continuing].userClick();
   });
   EXPECT_TRUE(AntLibLook(850, file, id, desc, "LOOKUP"));
   EXPECT_EQ(file, "AMST0001.DBF");
   EXPECT_EQ(id, kFirst);
   EXPECT_EQ(desc, "PANEL");
+  EXPECT_EQ(stored("FreqRange"), "0|7|MHz");
 }
 
 TEST_F(AntLibLookTest, CancelledAnywhereItGivesFalseAndChangesNothing) {
@@ -667,6 +697,74 @@ TEST_F(AntLibLookTest, NeverShowsALibraryThatCannotBeOpened) {
   user([](frmHDAntEditor&) { FAIL() << "shown"; });
   EXPECT_FALSE(AntLibLook(850, file, id, desc, " "));
   DbfFile::setLockWait(2000);
+}
+
+// A library of 100 antennas, of which every table counts as a large one. What is read of one of its tables is counted.
+class LargeLibraryTest : public EditorTest {
+ protected:
+  LargeLibraryTest() {
+    for (int i = 0; i < 100; ++i) addPanel("Panel " + std::to_string(i));
+    setSmallestRemembered(0);
+  }
+  ~LargeLibraryTest() override {
+    form_.reset();
+    setSmallestRemembered(formerSmallest_);
+  }
+  std::size_t sizeOf(const std::string& table) {
+    return static_cast<std::size_t>(platform::current().state(setPathName(getAntennasPath(), table + ".DBF"))->size);
+  }
+  std::size_t costOfClick(int row) {
+    const std::size_t before = machine_.bytesRead;
+    select(row);
+    EXPECT_EQ(form().selectedRow(), row);
+    EXPECT_EQ(form().DataAHD.RecordCount(), 4);
+    EXPECT_EQ(form().DataAVD.RecordCount(), 3);
+    return machine_.bytesRead - before;
+  }
+
+  MeasuredPlatform machine_;
+
+ private:
+  platform::Substitute use_{machine_};
+  std::uint64_t formerSmallest_ = smallestRemembered();
+};
+
+TEST_F(LargeLibraryTest, TheFirstClickReadsTheRowsOfItsAntennaAlone) {
+  for (const char* mode : {" ", kLookupMode}) {
+    for (const char* table : {"AHD", "AVD"}) {
+      machine_.counted = table;
+      open(mode);
+      EXPECT_LT(costOfClick(57), sizeOf(table + std::string("T0001")) / 2) << mode << table;
+    }
+  }
+}
+
+TEST_F(LargeLibraryTest, TheClickBehindAnEditReadsTheTableOnce) {
+  machine_.counted = "AHD";
+  open();
+  select(3);
+  ASSERT_TRUE(form().TDBGridAHD.userEdit(1, form().azimuth.colGain(), "2.5"));
+  ASSERT_TRUE(form().TDBGridAHD.update());
+  const std::size_t size = sizeOf("AHDT0001");
+  const std::size_t cost = costOfClick(57);
+  EXPECT_GT(cost, size - 100);
+  EXPECT_LT(cost, size * 3 / 2);
+  MeasuredPlatform::now += 200;
+  costOfClick(3);
+  EXPECT_LT(costOfClick(58), size / 2);
+}
+
+TEST_F(LargeLibraryTest, OpensThoughAnotherHoldsTheTableOfACut) {
+  const std::string path = setPathName(getAntennasPath(), "AVDT0001.DBF");
+  {
+    const auto other = DbfFile::open(path, false, Sharing::exclusive);
+    DbfFile::setLockWait(20);
+    open();
+    DbfFile::setLockWait(2000);
+  }
+  EXPECT_EQ(form().SessionResult, sessionResult::ended);
+  select(3);
+  EXPECT_EQ(form().DataAVD.RecordCount(), 3);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // A pattern file of any kind either fails with a run-time failure or gives cuts whose arrays agree with their counts.
 //
-// The input is the chosen file and, behind the first byte 0x1E, its partner.
+// The input is the chosen file and, behind the first byte 0x1E, its partner. Before all of it the chosen file's path
+// may stand, ending in the first byte 0x1D.
 #pragma once
 
 #include <cmath>
@@ -54,12 +55,14 @@ class FuzzSource : public ImportSource {
   bool opened_ = false;
 };
 
-// `path` is the chosen file's, for formats that look at it.
+// `path` is the chosen file's where the input brings none, for formats that look at it.
 template <class Read>
 int readAnyBytes(Read read, const char* path, const std::uint8_t* data, std::size_t size) {
   ImportedAntenna antenna;
   try {
-    FuzzSource source(path, std::string(reinterpret_cast<const char*>(data), size));
+    const std::string input(reinterpret_cast<const char*>(data), size);
+    const std::size_t end = input.find('\x1D');
+    FuzzSource source(end == std::string::npos ? path : input.substr(0, end), input.substr(end + 1));  // npos + 1 is 0
     read(source, antenna);
   } catch (const RunTimeFailure&) {
     return 0;

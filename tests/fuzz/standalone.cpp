@@ -43,7 +43,8 @@ class Mutator {
   std::size_t below(std::size_t bound) { return bound == 0 ? 0 : random_() % bound; }
 
   void change(Bytes& bytes, const std::vector<Bytes>& corpus) {
-    static constexpr std::uint8_t kTelling[] = {0, 1, 0x0D, 0x1A, 0x20, 0x27, 0x2A, 0x5B, 0x7F, 0x80, 0xFE, 0xFF};
+    static constexpr std::uint8_t kTelling[] = {0,    1,    0x0D, 0x1A, 0x1D, 0x1E, 0x20,
+                                                0x27, 0x2A, 0x5B, 0x7F, 0x80, 0xFE, 0xFF};
     const std::size_t at = below(bytes.size() + 1);
     switch (below(6)) {
       case 0:

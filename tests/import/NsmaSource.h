@@ -6,34 +6,25 @@
 #include <string>
 #include <vector>
 
-#include "import/ImportFormat.h"
-#include "import/TextLines.h"
+#include "TextSource.h"
 #include "import/nsma.h"
 #include "support/TempSuite.h"
 
 namespace vantrelix::test {
 
-class NsmaSource : public ImportSource {
+class NsmaSource : public TextSource {
  public:
-  explicit NsmaSource(const std::string& text) : lines_(text) {}
+  explicit NsmaSource(const std::string& text) : TextSource("\\files\\dish.adf", text) {}
 
-  const std::string& path() const override { return path_; }
-  TextLines& lines() override { return lines_; }
-  TextLines* openPartner(const std::string&) override { return nullptr; }
   Stored store(const ImportedAntenna& antenna) override {
-    stored.push_back(antenna);
-    if (outcomes.empty()) return Stored::written;
+    const Stored plain = TextSource::store(antenna);
+    if (outcomes.empty()) return plain;
     const Stored outcome = outcomes.front();
     outcomes.pop_front();
     return outcome;
   }
 
-  std::vector<ImportedAntenna> stored;
   std::deque<Stored> outcomes;  // of the antennas to come; written where the queue is empty
-
- private:
-  std::string path_ = "\\files\\dish.adf";
-  TextLines lines_;
 };
 
 class Nsma : public ::testing::Test {

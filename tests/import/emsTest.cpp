@@ -56,14 +56,15 @@ TEST_F(Ems, ReadsFrequencyAndAttenuation) {
   EXPECT_EQ(captions.at(0), "EMS Wireless ANTENNA\r\nFile: " + files.machine("AB12A.TXT") + "\r\nAB12A");
 }
 
-TEST_F(Ems, ACommaPartsFieldsWhateverTheRegionalDecimal) {
+// The point groups digits there.
+TEST_F(Ems, ACommaPartsFieldsAlsoWhereItIsTheRegionalDecimal) {
   const RegionalCharacters former = regionalCharacters();
   regionalCharacters() = {",", "."};
-  const ImportedAntenna antenna = importText("AB12A.TXT", text("0,0.985\n10,2.5\n", "1850.5"));
+  const ImportedAntenna antenna = importText("AB12A.TXT", text("0,0.985\n10,2\n", "1850,5"));
   regionalCharacters() = former;
   EXPECT_DOUBLE_EQ(antenna.Freq, 1850.5);
   EXPECT_THAT(antenna.HorAngle, ElementsAre(0, 10));
-  EXPECT_THAT(antenna.HorValue, ElementsAre(-0.985, -2.5));
+  EXPECT_THAT(antenna.HorValue, ElementsAre(-985, -2));
 }
 
 TEST_F(Ems, TheFrequencyIsTheNumberThatLineTwoBeginsWith) {

@@ -77,6 +77,12 @@ TEST_F(LongNames, AreShownInPartByTheBoxOfAFailedWriteAndItsLogRecord) {
   EXPECT_EQ(antennas.at(0).AntName, shown);
 }
 
+TEST_F(LongNames, OfUnitsAreShownInPartToo) {
+  import({write("a.msi", "NAME A\nGAIN 1 " + std::string(kLongWord, 'x') + "\nHORIZONTAL 1\n0 0\nVERTICAL 0\n")});
+  ASSERT_THAT(antennas, SizeIs(1));
+  EXPECT_EQ(antennas[0].GainUnits, std::string(TextLines::kLongestShown, 'x'));
+}
+
 TEST_F(LongNames, AreKeptAsFarAsTheirFieldGoes) {
   const ImportResult result =
       import({write("a.msi", "NAME " + std::string(kLongWord, 'x') + "\nGAIN 1 dBd\nHORIZONTAL 1\n0 0\nVERTICAL 0\n")});

@@ -81,7 +81,7 @@ TEST_F(RealNsmaValues, EveryPointOfEveryFileIsInTheLibrary) {
     EXPECT_EQ(error, "");
     EXPECT_NEAR(antenna.gain, text.number("MDGAIN"), kHalfDigit);
     EXPECT_EQ(text.keywords.at("GUNITS"), "DBI/DBR");
-    EXPECT_EQ(antenna.gainUnits, "dBi");
+    EXPECT_EQ(antenna.gainUnits, "DBI");
     EXPECT_NEAR(antenna.lowFrequency, text.number("LOWFRQ"), 1e-6);
     EXPECT_NEAR(antenna.highFrequency, text.number("HGHFRQ"), 1e-6);
     ASSERT_EQ(text.cuts.size(), 2U);

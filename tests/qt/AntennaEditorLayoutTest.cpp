@@ -233,6 +233,13 @@ TEST_F(EditorLayout, TitlesAndProgressFollowTheForm) {
     QApplication::processEvents();
     EXPECT_EQ(find<QLabel>("lblProgress").text().size(), 500);
     EXPECT_EQ(window().minimumSizeHint().width(), width);
+    const auto& cut = find<QGroupBox>("fraAVD");
+    EXPECT_TRUE(cut.title().endsWith(QChar(0x2026))) << cut.title().toStdString();
+    EXPECT_LE(cut.fontMetrics().horizontalAdvance(cut.title()), cut.width());
+    EXPECT_EQ(cut.toolTip().size(), 500);
+    form().fraAVD.setCaption("El Pat: short");
+    EXPECT_EQ(cut.title(), "El Pat: short");
+    EXPECT_EQ(cut.toolTip(), "");
   });
 }
 

@@ -13,25 +13,31 @@ namespace {
 TEST(RowBatch, PutsAValueIntoAllRowsOfATableWithNullFlags) {
   const test::TempFolder folder;
   const test::RawTable flags{.version = 0x30,
-                             .fields = {{"A", 'C', 4, 0, 2}, {"B", 'V', 4, 0, 2}, {"_NullFlags", '0', 1, 0, 5}}};
+                             .fields = {{"A", 'C', 4, 0, 2}, {"B", 'V', 4}, {"_NullFlags", '0', 1, 0, 5}}};
   folder.write("N.DBF", flags.bytes());
   const DatabasePtr database = DBEngine::OpenDatabase(folder.path());
   const RecordsetPtr rows = database->OpenRecordset("select * from N");
   RowBatch batch(*rows);
-  for (const bool first : {true, false}) {
+  for (const char* before : {"", "b", "full"}) {
     batch.AddNew();
-    if (first) batch.put(rows->Fields("A"), "a");
-    if (!first) batch.put(rows->Fields("B"), "b");
+    batch.put(rows->Fields("B"), before);
     batch.Update();
   }
   batch.putAll(rows->Fields("B"), "c");
   batch.flush();
+  batch.AddNew();
+  batch.Update();
+  batch.putAll(rows->Fields("A"), "a");
+  batch.flush();
   rows->MoveFirst();
-  EXPECT_EQ(trim(rows->value("A").asText()), "a");
-  EXPECT_EQ(trim(rows->value("B").asText()), "c");
-  rows->MoveNext();
-  EXPECT_TRUE(rows->value("A").isNull());
-  EXPECT_EQ(trim(rows->value("B").asText()), "c");
+  for (const char* a : {"", "", "", "a"}) {
+    const Value stored = rows->value("A");
+    EXPECT_EQ(stored.isNull(), *a == '\0');
+    EXPECT_EQ(stored.isNull() ? "" : trim(stored.asText()), a);
+    EXPECT_EQ(rows->value("B"), Value(*a == '\0' ? "c" : ""));
+    rows->MoveNext();
+  }
+  EXPECT_TRUE(rows->Eof());
 }
 
 }  // namespace

@@ -126,6 +126,7 @@ TEST(RowBatch, ARowNotTakenIsDropped) {
   batch.AddNew();
   batch.put(rows->Fields("FREQ"), 1);
   addGains(batch, rows->Fields("GAIN"), 101, 1);
+  EXPECT_EQ(failureOf([&] { batch.Update(); }), failure::updateWithoutEdit);
   batch.AddNew();
   batch.flush();
   EXPECT_EQ(tables.list(kAll), "2.15 10 9.5 - 101");

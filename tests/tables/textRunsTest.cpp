@@ -2,63 +2,22 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <utility>
 
-#include "platform/FaultPlatform.h"
+#include "support/MeasuredPlatform.h"
 #include "support/Processes.h"
 #include "support/TempFolder.h"
 #include "tables/Database.h"
 #include "tables/DbfFile.h"
 #include "tables/TextRuns.h"
+#include "tables/learnTexts.h"
 
 namespace vantrelix {
 namespace {
 
-using platform::File;
+using test::MeasuredPlatform;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-// A machine whose clock the test moves, and which counts the bytes read.
-class MeasuredPlatform : public platform::FaultPlatform {
- public:
-  MeasuredPlatform() : FaultPlatform(platform::operatingSystem()) {}
-
-  // Goes on from one test to the next, as clocks do.
-  static inline std::int64_t now = 1000;
-  std::size_t bytesRead = 0;
-
-  std::int64_t steadyMilliseconds() override { return now; }
-  std::unique_ptr<File> open(const std::string& path, platform::OpenMode mode) override {
-    return std::make_unique<MeasuredFile>(FaultPlatform::open(path, mode), bytesRead);
-  }
-
- private:
-  class MeasuredFile : public File {
-   public:
-    MeasuredFile(std::unique_ptr<File> real, std::size_t& bytesRead) : real_(std::move(real)), bytesRead_(bytesRead) {}
-    std::size_t readAt(std::uint64_t offset, void* buffer, std::size_t count) override {
-      const std::size_t got = real_->readAt(offset, buffer, count);
-      bytesRead_ += got;
-      return got;
-    }
-    void writeAt(std::uint64_t offset, const void* bytes, std::size_t count) override {
-      real_->writeAt(offset, bytes, count);
-    }
-    void append(const void* bytes, std::size_t count) override { real_->append(bytes, count); }
-    std::uint64_t size() override { return real_->size(); }
-    void truncate(std::uint64_t size) override { real_->truncate(size); }
-    void sync() override { real_->sync(); }
-    platform::FileState state() override { return real_->state(); }
-    bool tryLock(std::uint64_t offset, std::uint64_t length, platform::LockKind kind) override {
-      return real_->tryLock(offset, length, kind);
-    }
-    void unlock(std::uint64_t offset, std::uint64_t length) override { real_->unlock(offset, length); }
-    std::unique_ptr<platform::MemoryMap> map() override { return real_->map(); }
-
-   private:
-    std::unique_ptr<File> real_;
-    std::size_t& bytesRead_;
-  };
-};
 
 // Table CUTS with 20 antennas "ID000" to "ID019" of 50 rows each, PLACE counting within an antenna. 30 bytes a row.
 class TextRuns : public testing::Test {
@@ -112,6 +71,32 @@ class TextRuns : public testing::Test {
     count(isUpper("NONE"));
     wait(5000);
     count(isUpper("NONE"));
+  }
+  // What the file says of its last change.
+  std::filesystem::file_time_type changed() const {
+    return std::filesystem::last_write_time(platform::current().toMachine(path()));
+  }
+  void setChanged(std::filesystem::file_time_type time) const {
+    std::filesystem::last_write_time(platform::current().toMachine(path()), time);
+  }
+  // Another program makes a row one of antenna 3. The file keeps its size, and its time as far as its clock shows.
+  void giveRowTo3(std::uint32_t row) const {
+    const auto time = changed();
+    inAnotherProgram(
+        [&](DbfFile& table) { table.update(row, [&](unsigned char* b) { table.put(b, 0, Value("ID003")); }); });
+    setChanged(time);
+  }
+  // This program changes a number in a row of an antenna.
+  void writeOwn(const std::string& id) const {
+    const RecordsetPtr rows = open(isUpper(id));
+    rows->Edit();
+    rows->put("PLACE", 77);
+    rows->Update();
+  }
+  std::size_t costOfLearning(const std::string& field) {
+    machine_.bytesRead = 0;
+    learnTexts(path(), field);
+    return machine_.bytesRead;
   }
   template <class Work>
   void inAnotherProgram(Work work) const {
@@ -344,6 +329,231 @@ TEST_F(TextRuns, ATableThatHasNoRowsYetIsAskedAgain) {
   EXPECT_EQ(count(isUpper("ID003")), 0);
   inAnotherProgram([](DbfFile& table) { table.append(record(table, "ID003", 1).data()); });
   EXPECT_EQ(count(isUpper("ID003")), 1);
+}
+
+// --- A write of this program, and another program's within the same tick of the clock.
+
+TEST_F(TextRuns, AnotherProgramsWriteRightBehindOneOfThisProgramIsSeen) {
+  learn();
+  writeOwn("ID005");
+  EXPECT_EQ(count(isUpper("ID003")), 50);
+  giveRowTo3(999);
+  EXPECT_EQ(count(isUpper("ID003")), 51);
+  wait(60);
+  giveRowTo3(998);
+  EXPECT_EQ(count(isUpper("ID003")), 52);
+  EXPECT_EQ(count(isUpper("ID019")), 48);
+}
+
+TEST_F(TextRuns, AnotherProgramsWriteRightBeforeOneOfThisProgramIsSeen) {
+  learn();
+  const RecordsetPtr rows = open(isUpper("ID005"));
+  rows->Edit();
+  rows->put("PLACE", 77);
+  inAnotherProgram(
+      [](DbfFile& table) { table.update(999, [&](unsigned char* b) { table.put(b, 0, Value("ID003")); }); });
+  rows->Update();
+  EXPECT_EQ(count(isUpper("ID003")), 51);
+  wait(5000);
+  EXPECT_EQ(count(isUpper("ID003")), 51);
+  EXPECT_EQ(count(isUpper("ID019")), 49);
+}
+
+TEST_F(TextRuns, ARowThatThisProgramAddsIsSeenThoughAnotherAddsOneToo) {
+  learn();
+  const RecordsetPtr rows = open(isUpper("ID003"));
+  rows->AddNew();
+  rows->put("ID", "ID003");
+  rows->Update();
+  inAnotherProgram([](DbfFile& table) { table.append(record(table, "ID003", 51).data()); });
+  EXPECT_EQ(count(isUpper("ID003")), 52);
+  wait(5000);
+  EXPECT_EQ(count(isUpper("ID003")), 52);
+  EXPECT_EQ(count(isUpper("ID003")), 52);
+}
+
+// --- Many files.
+
+TEST_F(TextRuns, ATableInUseIsRememberedHoweverManyOthersAreOpened) {
+  MeasuredPlatform::now += 100000;
+  for (int other = 0; other < 20; ++other) {
+    const std::string file = path() + std::to_string(other);
+    DbfFile::create(file, {{"ID", 'C', 12, 0}});
+    noteFileState(*DbfFile::open(file));
+  }
+  MeasuredPlatform::now -= 100000;
+  learn();
+  EXPECT_LT(cost(isUpper("ID017")), kAll / 4);
+}
+
+// --- Runs.
+
+TEST_F(TextRuns, RunsGoOnFromOneReadToTheNext) {
+  constexpr int kRows = 40000;  // more than a megabyte
+  {
+    const auto table = DbfFile::open(path());
+    std::vector<unsigned char> rows;
+    for (int i = 0; i < kRows; ++i) {
+      const std::vector<unsigned char> row = record(*table, idOf(i / 700 % 20), i);
+      rows.insert(rows.end(), row.begin(), row.end());
+    }
+    table->append(rows.data(), kRows);
+  }
+  age(std::chrono::milliseconds(1800123));
+  std::vector<long> whole, known;
+  for (int antenna = 0; antenna < 20; ++antenna) whole.push_back(count(isUpper(idOf(antenna))));
+  learn();
+  for (int antenna = 0; antenna < 20; ++antenna) known.push_back(count(isUpper(idOf(antenna))));
+  EXPECT_EQ(whole[0], 50 + 3 * 700);
+  EXPECT_EQ(whole[17], 50 + 2 * 700 + 100);
+  EXPECT_EQ(whole[19], 50 + 2 * 700);
+  EXPECT_EQ(known, whole);
+}
+
+TEST_F(TextRuns, ATextThatFillsSeveralReadsIsFoundWhole) {
+  platform::current().remove(path());
+  DbfFile::create(path(), {{"ID", 'C', 12, 0}, {"PLACE", 'N', 17, 4}});
+  {
+    const auto table = DbfFile::open(path());
+    std::vector<unsigned char> rows;
+    for (int i = 0; i < 10000; ++i) {
+      const std::vector<unsigned char> row = record(*table, "ID003", i);
+      rows.insert(rows.end(), row.begin(), row.end());
+    }
+    table->append(rows.data(), 10000);
+  }
+  age(std::chrono::milliseconds(3600123));
+  learn();
+  EXPECT_EQ(count(isUpper("ID003")), 10000);
+}
+
+TEST_F(TextRuns, ATableThatChangesWhileItIsReadIsNotKnown) {
+  count(isUpper("NONE"));
+  wait(5000);
+  bool changed = false;
+  scanForText(*DbfFile::open(path()), {1, 12, "ID019"}, [&](std::uint32_t, const unsigned char*) {
+    if (std::exchange(changed, true)) return true;
+    inAnotherProgram(
+        [](DbfFile& table) { table.update(0, [&](unsigned char* b) { table.put(b, 0, Value("ID019")); }); });
+    EXPECT_EQ(count(isUpper("ID000")), 49);
+    return true;
+  });
+  EXPECT_TRUE(changed);
+  EXPECT_EQ(count(isUpper("ID019")), 51);
+}
+
+TEST_F(TextRuns, TextsThatDifferInOneByteAreToldApartWhateverTheWidth) {
+  for (const int width : {1, 7, 8, 9, 12, 15, 16, 17, 40}) {
+    platform::current().remove(path());
+    DbfFile::create(path(), {{"ID", 'C', width, 0}});
+    const std::string common(static_cast<std::size_t>(width), 'A');
+    std::vector<std::string> others;
+    {
+      const auto table = DbfFile::open(path());
+      const auto append = [&](const std::string& id) {
+        std::vector<unsigned char> row = table->blankRecord();
+        table->put(row.data(), 0, Value(id));
+        table->append(row.data());
+      };
+      for (std::size_t place = 0; place < common.size(); ++place) {
+        others.push_back(common);
+        others.back()[place] = 'B';
+        append(common);
+        append(others.back());
+      }
+    }
+    age(std::chrono::milliseconds(3600123));
+    for (const char* knowledge : {"none", "all"}) {
+      EXPECT_EQ(count("id = '" + common + "'"), width) << width << knowledge;
+      for (const std::string& other : others) EXPECT_EQ(count(isUpper(other)), 1) << other << knowledge;
+      learn();
+    }
+  }
+}
+
+// --- Learning before the first question.
+
+TEST_F(TextRuns, WhatIsLearntNeedNotBeLookedFor) {
+  EXPECT_GT(costOfLearning("id"), kAll);
+  EXPECT_LT(cost(isUpper("ID017")), kAll / 4);
+  EXPECT_EQ(count(isUpper("ID017")), 50);
+  EXPECT_LT(costOfLearning("ID"), kAll / 4);
+}
+
+TEST_F(TextRuns, LearningWaitsATenthOfASecondForAFileThatHasJustBeenSeen) {
+  count(isUpper("NONE"));
+  const std::int64_t before = MeasuredPlatform::now;
+  learnTexts(path(), "ID");
+  EXPECT_EQ(MeasuredPlatform::now - before, 101);
+  writeOwn("ID003");
+  wait(60);
+  learnTexts(path(), "ID");
+  EXPECT_EQ(MeasuredPlatform::now - before, 202);
+  EXPECT_LT(cost(isUpper("ID017")), kAll / 4);
+  learnTexts(path(), "ID");
+  EXPECT_EQ(MeasuredPlatform::now - before, 202);
+}
+
+TEST_F(TextRuns, LearningDoesNotWaitForATableThatIsSoonRead) {
+  setSmallestRemembered(kAll / 4);
+  const std::int64_t before = MeasuredPlatform::now;
+  EXPECT_LT(costOfLearning("ID"), kAll / 4);
+  EXPECT_EQ(MeasuredPlatform::now, before);
+  wait(200);
+  EXPECT_GT(costOfLearning("ID"), kAll);
+  EXPECT_LT(cost(isUpper("ID017")), kAll / 4);
+}
+
+TEST_F(TextRuns, LearningLeavesASmallTableAlone) {
+  setSmallestRemembered(kAll * 2);
+  learnTexts(path(), "ID");
+  wait(5000);
+  EXPECT_LT(costOfLearning("ID"), kAll / 4);
+}
+
+TEST_F(TextRuns, LearningDoesNotWaitForAClockOfWholeSecondsOrNone) {
+  age(std::chrono::hours(1));
+  const std::int64_t before = MeasuredPlatform::now;
+  EXPECT_LT(costOfLearning("ID"), kAll / 4);
+  EXPECT_EQ(MeasuredPlatform::now, before);
+  setChanged(std::filesystem::file_time_type::clock::from_sys(std::chrono::sys_seconds()));
+  EXPECT_LT(costOfLearning("ID"), kAll / 4);
+  wait(5000);
+  EXPECT_LT(costOfLearning("ID"), kAll / 4);
+  EXPECT_EQ(MeasuredPlatform::now, before + 5000);
+}
+
+TEST_F(TextRuns, OnlyCharacterFieldsAreLearnt) {
+  EXPECT_LT(costOfLearning("PLACE"), kAll / 4);
+  EXPECT_LT(costOfLearning("NOWHERE"), kAll / 4);
+}
+
+TEST_F(TextRuns, LearningTellsWhatIsWrongWithATable) {
+  platform::current().remove(path());
+  EXPECT_THROW(learnTexts(path(), "ID"), RunTimeFailure);
+}
+
+TEST_F(TextRuns, AnotherProgramsWriteWhileLearningWaitsIsSeen) {
+  machine_.onSleep = [&] { giveRowTo3(999); };
+  learnTexts(path(), "ID");
+  EXPECT_EQ(count(isUpper("ID003")), 51);
+  machine_.onSleep = nullptr;
+  writeOwn("ID005");
+  machine_.onSleep = [&] {
+    inAnotherProgram(
+        [](DbfFile& table) { table.update(998, [&](unsigned char* b) { table.put(b, 0, Value("ID003")); }); });
+  };
+  learnTexts(path(), "ID");
+  EXPECT_GT(cost(isUpper("ID003")), kAll);
+  EXPECT_EQ(count(isUpper("ID003")), 52);
+}
+
+TEST_F(TextRuns, AnotherProgramsWriteBehindLearningIsSeen) {
+  learnTexts(path(), "ID");
+  inAnotherProgram(
+      [](DbfFile& table) { table.update(999, [&](unsigned char* b) { table.put(b, 0, Value("ID003")); }); });
+  EXPECT_EQ(count(isUpper("ID003")), 51);
+  EXPECT_EQ(count(isUpper("ID019")), 49);
 }
 
 }  // namespace

@@ -212,11 +212,12 @@ TEST_F(StaleCutsTest, RelativePointsAreShownByTheGainJustTyped) {
   add("Relative", 10, "REL", {{0, 90}, {1, 0.5}}, {{0}, {1}});
   open();
   select(0);
-  const long revision = form().TDBGridAHD.revision();
+  const long azimuthRevision = form().TDBGridAHD.revision(), elevationRevision = form().TDBGridAVD.revision();
   ASSERT_TRUE(form().TDBGridAMS.userEdit(0, form().TDBGridAMS.columnOf("GAIN"), "13"));
   ASSERT_TRUE(form().TDBGridAMS.update());
   EXPECT_EQ(form().TDBGridAHD.cellText(0, form().azimuth.colGain()), "13.000");
-  EXPECT_GT(form().TDBGridAHD.revision(), revision);
+  EXPECT_GT(form().TDBGridAHD.revision(), azimuthRevision);
+  EXPECT_GT(form().TDBGridAVD.revision(), elevationRevision);
 }
 
 TEST_F(StaleCutsTest, TheGainOfARowThatIsNotSelectedIsNotThatOfTheCuts) {

@@ -7,6 +7,7 @@
 #include "editor/exportedAntenna.h"
 #include "editor/frmHDAntEditor.h"
 #include "editor/selectedAntenna.h"
+#include "editor/showCuts.h"
 #include "foundation/errHand.h"
 #include "foundation/extract.h"
 #include "foundation/getINI.h"
@@ -78,7 +79,8 @@ void keepForNextTime(const std::string& path) {
   if (!kept) logQuietly("Folder and extension of the exported file could not be kept in " + displayPath(getSuiteINI()));
 }
 
-void write(frmHDAntEditor& form, const std::string& path) {
+bool write(frmHDAntEditor& form, const std::string& path) {
+  for (const Plane plane : {Plane::azimuth, Plane::elevation}) showSelectedCut(form, plane);
   const ExportedAntenna antenna = exportedAntenna(form);
   std::int16_t n = 0;
   std::vector<double> angles, gains;
@@ -94,6 +96,7 @@ void write(frmHDAntEditor& form, const std::string& path) {
   if (!failed) SavAntPLAVer(file, antenna.gain, n, angles, gains, failed);
   SetFlag(400);
   if (!failed) platform::replaceWholeFile(path, file);
+  return !failed;
 }
 
 }  // namespace
@@ -101,8 +104,7 @@ void write(frmHDAntEditor& form, const std::string& path) {
 bool exportAntenna(frmHDAntEditor& form, const std::string& path) {
   const Procedure guard(procedure::AntExport);
   try {
-    write(form, path);
-    return true;
+    return write(form, path);
   } catch (const RunTimeFailure& failure) {
     ErrHand(failure, displayPath(path));
   } catch (const std::exception& failure) {

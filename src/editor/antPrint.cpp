@@ -9,6 +9,7 @@
 #include "editor/exportedAntenna.h"
 #include "editor/frmHDAntEditor.h"
 #include "editor/selectedAntenna.h"
+#include "editor/showCuts.h"
 #include "foundation/errHand.h"
 #include "foundation/extract.h"
 #include "foundation/numbers.h"
@@ -50,6 +51,7 @@ std::string tabulation(frmHDAntEditor& form, int which) {
   const Headings& cut = kCuts[which];
   std::int16_t n = 0;
   std::vector<double> angles, gains;
+  showSelectedCut(form, cut.plane);
   form.pane(cut.plane).GetPat(n, angles, gains);
   const ExportedAntenna antenna = exportedAntenna(form);
   std::string text = antenna.description + kLineBreak + formatNumber(antenna.gain, kGainFormat) + " " + antenna.gainUn +

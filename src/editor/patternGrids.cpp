@@ -1,8 +1,8 @@
 // What both pattern grids of the editor show together.
-#include <exception>
 #include <utility>
 
 #include "editor/frmHDAntEditor.h"
+#include "editor/selectedAntenna.h"
 #include "foundation/errHand.h"
 #include "foundation/extract.h"
 #include "foundation/getINI.h"
@@ -17,18 +17,6 @@ namespace vantrelix {
 namespace {
 
 constexpr const char* kSection = "Antenna Editor";
-
-template <class Work>
-void guarded(int number, const std::string& detail, Work work) {
-  const Procedure guard(number);
-  try {
-    work();
-  } catch (const RunTimeFailure& failure) {
-    ErrHand(failure, detail);
-  } catch (const std::exception& failure) {
-    ErrHand(failure, detail);
-  }
-}
 
 // What follows the field in the order of the elevation grid.
 std::string orderOf(const std::string& VertSort) {
@@ -95,7 +83,7 @@ void frmHDAntEditor::selectionChanged() {
   selecting_ = true;
   do {
     selectAgain_ = false;
-    guarded(procedure::frmHDAntEditor_selectionChanged, AMSName, [this] { loadSelection(); });
+    runReported(*this, procedure::frmHDAntEditor_selectionChanged, [this] { loadSelection(); });
   } while (selectAgain_);
   selecting_ = false;
 }
@@ -212,7 +200,7 @@ void frmHDAntEditor::sortElevations(const std::string& order) {
   VertSort = order;
   mnuConfigVertSortDESC.setChecked(order == "DESC");
   mnuConfigVertSortASC.setChecked(order != "DESC");
-  guarded(procedure::frmHDAntEditor_sortElevations, AVDName, [&] {
+  runReported(*this, procedure::frmHDAntEditor_sortElevations, [&] {
     if (!setINI(kSection, "VertPatSort", getDefaultsINI(), order)) {
       logQuietly("The order of the elevation grid could not be kept in " + displayPath(getDefaultsINI()));
     }

@@ -4,6 +4,8 @@
 
 #include "EditorFixture.h"
 #include "editor/antCopy.h"
+#include "editor/antExport.h"
+#include "editor/antPrint.h"
 #include "editor/correctAntPattern.h"
 #include "editor/frmGetSequentialValues.h"
 #include "editor/okAntPattern.h"
@@ -14,6 +16,7 @@ namespace {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::StartsWith;
 
@@ -274,6 +277,28 @@ TEST_F(StaleCutsTest, AnglesThatAnotherProgramAddedAreNotAddedAgain) {
   press(frmHDAntEditor::addingAzimuths);
   EXPECT_EQ(azimuths().size(), 5U);
   EXPECT_EQ(form().TDBGridAHD.dataRowCount(), 3);
+}
+
+TEST_F(StaleCutsTest, AnExportOfAnotherAntennasCutsIsNone) {
+  addTwo();
+  for (const char* table : kTables) {
+    openOnOther(table);
+    EXPECT_FALSE(exportAntenna(form(), suite.file("out.ANT"))) << table;
+    EXPECT_FALSE(suite.folder().exists("out.ANT"));
+    bringBack(table);
+    heard();
+  }
+  EXPECT_TRUE(exportAntenna(form(), suite.file("out.ANT")));
+  EXPECT_THAT(suite.folder().read("out.ANT"), HasSubstr("NAME Second\r\nFrequency 824\r\nGAIN 20 dBd\r\n"
+                                                        "HORIZONTAL 2\r\n0.00 3.00\r\n"));
+}
+
+TEST_F(StaleCutsTest, ATabulationOfAnotherAntennasCutIsNone) {
+  addTwo();
+  openOnOther("AVDT0001");
+  EXPECT_THROW(tabulation(form(), 1), RunTimeFailure);
+  bringBack("AVDT0001");
+  EXPECT_THAT(tabulation(form(), 1), HasSubstr(" 0.000      17.000"));
 }
 
 }  // namespace

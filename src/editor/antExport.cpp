@@ -37,7 +37,11 @@ std::string filterText(const std::vector<Filter>& filters) {
   std::string text;
   for (const Filter& filter : filters) {
     const std::string pattern = "*." + filter.extension;
-    text += filter.name + " (" + pattern + ")" + '\0' + pattern + '\0';
+    text += filter.name;
+    text += " (" + pattern + ")";
+    text += '\0';
+    text += pattern;
+    text += '\0';
   }
   text.pop_back();
   return text;

@@ -169,7 +169,7 @@ std::string frmHDAntEditor::openLibrary(const std::string& title) {
   const std::string path = setPathName(folder_, AMSName + ".DBF");
   {
     const OpeningNote note(title, tableFileExists(path));
-    const std::string error = folder_ == getAntennasPath() ? MakeAntFiles(Mfg) : makeElsewhere();
+    std::string error = folder_ == getAntennasPath() ? MakeAntFiles(Mfg) : makeElsewhere();
     if (!error.empty()) return error;
     for (const std::string& table : {AHDName, AVDName}) learnAntennas(setPathName(folder_, table + ".DBF"));
   }
@@ -189,7 +189,7 @@ std::string frmHDAntEditor::claimLibrary(const std::string& path) {
     editing_ = std::make_unique<EditingMark>(path);
     return "";
   }
-  const std::string text = AMSName + kLineBreak + "Error opening database:" + kBlankLine + GetTblErrText(code);
+  std::string text = AMSName + kLineBreak + "Error opening database:" + kBlankLine + GetTblErrText(code);
   showInformation("Database Error", text);
   return text;
 }

@@ -1,7 +1,5 @@
 #include "editor/patternRows.h"
 
-#include <ranges>
-
 #include "editor/RecordsetRows.h"
 #include "platform/RunTimeFailure.h"
 #include "tables/RowBatch.h"
@@ -58,9 +56,9 @@ bool removeRows(const RecordsetPtr& cursor, std::vector<StoredRow>& removed, Pro
 
 void putBack(Recordset& rows, const std::vector<StoredRow>& removed) {
   RowBatch batch(rows);
-  for (const StoredRow& row : std::ranges::reverse_view(removed)) {
+  for (auto row = removed.rbegin(); row != removed.rend(); ++row) {
     batch.AddNew();
-    for (std::size_t i = 0; i < row.size(); ++i) batch.put(rows.Fields(i), row[i]);
+    for (std::size_t i = 0; i < row->size(); ++i) batch.put(rows.Fields(i), (*row)[i]);
     batch.Update();
   }
   batch.flush();

@@ -254,20 +254,20 @@ bool DbfFile::readRecord(std::uint32_t number, unsigned char* bytes) {
   return inside.file->readAt(inside.offsetOf(number), bytes, length) == length;
 }
 
-bool DbfFile::scan(const RecordVisitor& visit, std::uint32_t first, std::uint32_t limit) {
+bool DbfFile::scan(const RecordVisitor& visit, std::uint32_t first, std::uint32_t count) {
   const auto length = static_cast<std::size_t>(recordLength_);
-  const auto visitEach = [&](std::uint32_t number, const unsigned char* bytes, std::uint32_t count) {
-    for (std::uint32_t row = 0; row < count; ++row) {
+  const auto visitEach = [&](std::uint32_t number, const unsigned char* bytes, std::uint32_t rows) {
+    for (std::uint32_t row = 0; row < rows; ++row) {
       if (!visit(number + row, bytes + row * length)) return false;
     }
     return true;
   };
-  return scanBlocks(visitEach, first, limit);
+  return scanBlocks(visitEach, first, count);
 }
 
-bool DbfFile::scanBlocks(const BlockVisitor& visit, std::uint32_t first, std::uint32_t limit) {
+bool DbfFile::scanBlocks(const BlockVisitor& visit, std::uint32_t first, std::uint32_t count) {
   const std::uint32_t end =
-      static_cast<std::uint32_t>(std::min<std::uint64_t>(std::uint64_t{first} + limit, recordCount()));
+      static_cast<std::uint32_t>(std::min<std::uint64_t>(std::uint64_t{first} + count, recordCount()));
   if (first >= end) return true;
   const auto length = static_cast<std::size_t>(recordLength_);
   const auto perBlock =

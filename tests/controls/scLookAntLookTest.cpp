@@ -51,8 +51,7 @@ TEST_F(CmdLook, OpensTheEditorOnWhatIsChosenNowAndChangesNothingWhereTheUserCanc
   EXPECT_EQ(editor.freq, "851.5");
   EXPECT_EQ(trim(editor.file), "AMST0001.DBF");
   EXPECT_EQ(editor.id, kPanel);
-  EXPECT_EQ(control.sValueFile() + "|" + control.sValueID() + "|" + control.sValueDesc(),
-            "AMST0001|T00010000001|d");
+  EXPECT_EQ(control.sValueFile() + "|" + control.sValueID() + "|" + control.sValueDesc(), "AMST0001|T00010000001|d");
   EXPECT_FALSE(control.bDirty());
   EXPECT_EQ(heard(), "");
 }
@@ -220,8 +219,7 @@ TEST_F(CmdLook, TheEditingVariantTakesFileAndIdAndLeavesTheMounting) {
   LibraryUser::takes(screen, 0);
   edited.txtOrient.setEnabled(false);
   edited.LibraryEdit();
-  EXPECT_EQ(edited.sValueFile() + "|" + edited.sValueID() + "|" + edited.sValueDesc(),
-            "AMST0001|T00010000001|Panel");
+  EXPECT_EQ(edited.sValueFile() + "|" + edited.sValueID() + "|" + edited.sValueDesc(), "AMST0001|T00010000001|Panel");
   EXPECT_TRUE(edited.bDirty());
   EXPECT_FALSE(edited.txtOrient.enabled());
   EXPECT_EQ(told, 1);

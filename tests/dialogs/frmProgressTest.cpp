@@ -84,15 +84,16 @@ TEST_F(frmProgressTest, WithoutADelayTheFirstReportShowsIt) {
 
 TEST_F(frmProgressTest, ShowsAtMostTwentyReportsASecond) {
   beginShown();
-  int changes = 0;
-  screen.window->changed.listen([&changes] { ++changes; });
-  screen.window->lblProgress.changed.listen([&changes] { ++changes; });
+  // The window says once more that it changes when it goes.
+  const auto changes = std::make_shared<int>(0);
+  screen.window->changed.listen([changes] { ++*changes; });
+  screen.window->lblProgress.changed.listen([changes] { ++*changes; });
   const int turns = screen.turns();
   for (int i = 1; i <= 1000; ++i) {
     ++now;
     work->report("file " + std::to_string(i), i, 1000);
   }
-  EXPECT_EQ(changes, 20);
+  EXPECT_EQ(*changes, 20);
   EXPECT_EQ(screen.turns() - turns, 20);
   EXPECT_EQ(screen.window->lblProgress.caption(), "file 1000");
 }

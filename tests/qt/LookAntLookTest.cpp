@@ -74,6 +74,7 @@ class LookAntLook : public test::FacilityTest {
   void chooseAntenna(QWidget& editor) const {
     EXPECT_EQ(QApplication::focusWidget()->objectName(), "TDBGridAMS");
     for (int i = 0; i < steps; ++i) press(Qt::Key_Down);
+    if (inEditor) inEditor(*editor.findChild<QTableView*>("TDBGridAMS"));
     auto* leave = editor.findChild<QPushButton*>(continues ? "Command1_11" : "Command1_12");
     leave->setFocus(Qt::TabFocusReason);
     press(Qt::Key_Space);
@@ -86,6 +87,8 @@ class LookAntLook : public test::FacilityTest {
   QStringList titles;
   int steps = 2;
   bool continues = true;
+  // What the user does in the list before leaving.
+  std::function<void(QTableView&)> inEditor;
 };
 
 TEST_F(LookAntLook, LeadsFromTheButtonIntoTheFacilityTable) {
@@ -103,6 +106,42 @@ TEST_F(LookAntLook, LeadsFromTheButtonIntoTheFacilityTable) {
       vantrelix::test::runOther(VANTRELIX_BINARY_DIR "/bin/vantrelix",
                                 {"table", "dump", QString::fromStdString(suite.folder().machine("FACILITY.DBF"))});
   EXPECT_THAT(dump, HasSubstr("X00010000002"));
+}
+
+TEST_F(LookAntLook, LeadsThroughAnEditInDisplayUnitsIntoTheRowsOwn) {
+  const std::vector<double> angles = {0, 180}, values = {9, 0};
+  ASSERT_EQ(HDwrtAntDBF("X0001", "Yagi of another band", 9, "dBd", 2, angles, values, 2, angles, values, 806, 960), "");
+  setINI("System Units", "Antenna Gain Units", getDefaultsINI(), "dBi");
+  resetSuitePaths();
+  window.control().sValueFreq(460);
+  window.control().AntFormMode(eEdit);
+  inEditor = [](QTableView& list) {
+    const auto text = [&](int row, int column) { return list.model()->index(row, column).data().toString(); };
+    const auto coloured = [&](int row) {
+      return list.model()->index(row, 1).data(Qt::BackgroundRole).value<QBrush>().color() == QColor(255, 128, 128);
+    };
+    EXPECT_EQ(text(1, 1), "Panel 120");
+    EXPECT_EQ(text(1, 2), "14.650");
+    EXPECT_FALSE(coloured(0) || coloured(1));
+    EXPECT_TRUE(coloured(2));
+    press(Qt::Key_Right);
+    press(Qt::Key_F2);
+    press(Qt::Key_Home);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(QApplication::focusWidget(), "15.15");
+    press(Qt::Key_Return);
+    EXPECT_EQ(text(1, 2), "15.150");
+    press(Qt::Key_Up);
+  };
+  look(window.control());
+  ASSERT_EQ(titles.size(), 2);
+  EXPECT_TRUE(titles[1].startsWith("Antenna Database Editor: Measured panels (AMSX0001)"));
+  QTest::mouseClick(window.findChild<QPushButton*>("saveButton"), Qt::LeftButton);
+  EXPECT_EQ(text("TX_A1TID") + "|" + text("TX_A1TYP"), "X00010000002|Panel 120");
+  const RecordsetPtr rows = DBEngine::OpenDatabase(getAntennasPath())
+                                ->OpenRecordset("select * from AMSX0001 where ATYPE_ID = 'X00010000002'");
+  EXPECT_EQ(rows->value("GAIN").asNumber(), 13);
+  EXPECT_EQ(rows->value("GAIN_UN").asText().substr(0, 3), "dBd");
 }
 
 TEST_F(LookAntLook, BeginsTheNextTimeOnWhatWasChosen) {

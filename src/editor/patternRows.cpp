@@ -1,5 +1,7 @@
 #include "editor/patternRows.h"
 
+#include <algorithm>
+
 #include "editor/RecordsetRows.h"
 #include "platform/RunTimeFailure.h"
 #include "tables/RowBatch.h"
@@ -56,11 +58,11 @@ bool removeRows(const RecordsetPtr& cursor, std::vector<StoredRow>& removed, Pro
 
 void putBack(Recordset& rows, const std::vector<StoredRow>& removed) {
   RowBatch batch(rows);
-  for (auto row = removed.rbegin(); row != removed.rend(); ++row) {
+  std::for_each(removed.rbegin(), removed.rend(), [&](const StoredRow& row) {
     batch.AddNew();
-    for (std::size_t i = 0; i < row->size(); ++i) batch.put(rows.Fields(i), (*row)[i]);
+    for (std::size_t i = 0; i < row.size(); ++i) batch.put(rows.Fields(i), row[i]);
     batch.Update();
-  }
+  });
   batch.flush();
 }
 

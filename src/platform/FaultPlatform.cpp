@@ -80,6 +80,11 @@ class FaultFile : public File {
     return real_->tryLock(offset, length, kind);
   }
   void unlock(std::uint64_t offset, std::uint64_t length) override { real_->unlock(offset, length); }
+  bool lockedByOther(std::uint64_t offset, std::uint64_t length, LockKind kind) override {
+    return real_->lockedByOther(offset, length, kind);
+  }
+  bool setModified(std::int64_t nanoseconds) override { return real_->setModified(nanoseconds); }
+  bool hasOwnClock() override { return real_->hasOwnClock(); }
   std::unique_ptr<MemoryMap> map() override { return real_->map(); }
 
  private:

@@ -66,6 +66,7 @@ class FaultPlatform : public Platform {
   int processId() override { return real_.processId(); }
   bool errorIsTerminal() override { return real_.errorIsTerminal(); }
   void sleepMilliseconds(int milliseconds) override { real_.sleepMilliseconds(milliseconds); }
+  std::int64_t wallNanoseconds() override { return real_.wallNanoseconds(); }
   std::int64_t steadyMilliseconds() override { return real_.steadyMilliseconds(); }
   void runProgram(const std::string& program, const std::vector<std::string>& arguments) override {
     real_.runProgram(program, arguments);

@@ -62,6 +62,15 @@ class File {
   // File objects of one process exclude each other as two processes do. A file system without locks answers true.
   virtual bool tryLock(std::uint64_t offset, std::uint64_t length, LockKind kind) = 0;
   virtual void unlock(std::uint64_t offset, std::uint64_t length) = 0;
+  // Whether another File object, here or in another process, holds a lock that would keep this one from locking the
+  // range so. Takes nothing. A file system without locks answers false.
+  virtual bool lockedByOther(std::uint64_t offset, std::uint64_t length, LockKind kind) = 0;
+
+  // Sets the time of the last change. False, and nothing is done, where this program may not do that.
+  virtual bool setModified(std::int64_t nanoseconds) = 0;
+  // Whether this machine's own clock (Platform::wallNanoseconds) gives the file its times: it lies on a disk of this
+  // machine, not on one that another machine writes to as well.
+  virtual bool hasOwnClock() = 0;
 
   // Maps the whole file; null where the file is empty or cannot be mapped.
   virtual std::unique_ptr<MemoryMap> map() = 0;
@@ -135,6 +144,9 @@ class Platform {
   // Whether standard error is a terminal that a person looks at.
   virtual bool errorIsTerminal() = 0;
   virtual void sleepMilliseconds(int milliseconds) = 0;
+  // Nanoseconds since 1970, as precise as the clock is; file times have the same origin but may go in steps of up to
+  // two seconds.
+  virtual std::int64_t wallNanoseconds() = 0;
   // A steady clock for waiting.
   virtual std::int64_t steadyMilliseconds() = 0;
   // The default value of a registry key below one of the roots (0 local machine, 1 current user, 2 classes root), cut

@@ -5,9 +5,12 @@
 #include <algorithm>
 #include <cstring>
 #include <fcntl.h>
+#include <iterator>
 #include <limits>
+#include <linux/magic.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <sys/statfs.h>
 #include <unistd.h>
 
 #include "platform/RunTimeFailure.h"
@@ -152,6 +155,26 @@ class PosixFile : public File {
     if (length != 0) lockRange(offset, length, F_UNLCK);
   }
 
+  bool lockedByOther(std::uint64_t offset, std::uint64_t length, LockKind kind) override {
+    struct flock range = rangeOf(offset, length, kind == LockKind::exclusive ? F_WRLCK : F_RDLCK);
+    return retry([&] { return ::fcntl(descriptor_, F_OFD_GETLK, &range); }) == 0 && range.l_type != F_UNLCK;
+  }
+
+  bool setModified(std::int64_t nanoseconds) override {
+    constexpr std::int64_t second = 1'000'000'000;
+    struct timespec times[2] = {{0, UTIME_OMIT}, {}};
+    times[1].tv_nsec = static_cast<long>((nanoseconds % second + second) % second);
+    times[1].tv_sec = static_cast<time_t>((nanoseconds - times[1].tv_nsec) / second);
+    return ::futimens(descriptor_, times) == 0;
+  }
+
+  bool hasOwnClock() override {
+    constexpr long own[] = {EXT4_SUPER_MAGIC, XFS_SUPER_MAGIC, BTRFS_SUPER_MAGIC, F2FS_SUPER_MAGIC, TMPFS_MAGIC};
+    struct statfs found {};
+    return ::fstatfs(descriptor_, &found) == 0 &&
+           std::find(std::begin(own), std::end(own), static_cast<long>(found.f_type)) != std::end(own);
+  }
+
   std::unique_ptr<MemoryMap> map() override {
     const std::uint64_t length = size();
     if (length == 0 || length > std::numeric_limits<std::size_t>::max()) return nullptr;
@@ -161,13 +184,18 @@ class PosixFile : public File {
   }
 
  private:
-  bool lockRange(std::uint64_t offset, std::uint64_t length, short kind) {
+  struct flock rangeOf(std::uint64_t offset, std::uint64_t length, short kind) const {
     if (offset > kLargestOffset || length > kLargestOffset - offset) fail(EOVERFLOW, path_);
     struct flock range {};
     range.l_type = kind;
     range.l_whence = SEEK_SET;
     range.l_start = static_cast<off_t>(offset);
     range.l_len = static_cast<off_t>(length);
+    return range;
+  }
+
+  bool lockRange(std::uint64_t offset, std::uint64_t length, short kind) {
+    struct flock range = rangeOf(offset, length, kind);
     if (retry([&] { return ::fcntl(descriptor_, F_OFD_SETLK, &range); }) == 0) return true;
     if (errno == EAGAIN || errno == EACCES) return false;
     if (errno == EBADF) fail(EACCES, path_);  // an exclusive lock through a descriptor that cannot write

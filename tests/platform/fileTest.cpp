@@ -1,4 +1,5 @@
 #include <array>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -141,4 +142,21 @@ TEST(File, StateChangesWithTheContent) {
   EXPECT_NE(file->state(), before);
   EXPECT_EQ(file->state().inode, before.inode);
   EXPECT_EQ(file->state().size, 2U);
+}
+
+TEST(File, TheTimeOfItsLastChangeCanBeSet) {
+  const TempFolder folder;
+  const auto file = current().open(folder.write("a.bin", "abc"), OpenMode::readWrite);
+  constexpr std::int64_t time = 1'700'000'000'123'456'000;
+  ASSERT_TRUE(file->setModified(time));
+  EXPECT_EQ(file->state().modifiedNanoseconds, time);
+  const std::int64_t before = current().wallNanoseconds();
+  file->writeAt(0, "x", 1);
+  EXPECT_NE(file->state().modifiedNanoseconds, time);
+  EXPECT_LT(std::abs(file->state().modifiedNanoseconds - before), 3'000'000'000);
+}
+
+TEST(File, TellsWhetherThisMachinesClockGivesItsTimes) {
+  if (!current().fileExists("/proc/self/status")) GTEST_SKIP() << "no file system of made-up files";
+  EXPECT_FALSE(current().open("/proc/self/status", OpenMode::read)->hasOwnClock());
 }

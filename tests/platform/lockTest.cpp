@@ -38,6 +38,17 @@ TEST_F(Locks, SharedLocksStandTogetherAndKeepAWriterOut) {
   EXPECT_TRUE(second->tryLock(0, 1, LockKind::exclusive));
 }
 
+TEST_F(Locks, AskingWhoHoldsALockTakesNone) {
+  EXPECT_FALSE(second->lockedByOther(0, 100, LockKind::exclusive));
+  EXPECT_TRUE(first->tryLock(50, 1, LockKind::shared));
+  EXPECT_TRUE(second->lockedByOther(0, 100, LockKind::exclusive));
+  EXPECT_FALSE(second->lockedByOther(0, 100, LockKind::shared));
+  EXPECT_FALSE(first->lockedByOther(0, 100, LockKind::exclusive)) << "its own lock is in nobody's way";
+  first->unlock(50, 1);
+  EXPECT_TRUE(first->tryLock(50, 1, LockKind::exclusive));
+  EXPECT_TRUE(second->lockedByOther(0, 100, LockKind::shared));
+}
+
 TEST_F(Locks, ClosingAnotherFileOfTheSamePathKeepsTheLock) {
   EXPECT_TRUE(first->tryLock(0, 1, LockKind::exclusive));
   current().open(path, OpenMode::read).reset();

@@ -1,0 +1,162 @@
+// Writing the records of a table file: the locks, the order of the writes, and what is taken back.
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <optional>
+#include <vector>
+
+#include "tables/DbfFileState.h"
+#include "tables/dbfOpening.h"
+
+namespace vantrelix {
+
+namespace {
+
+using platform::LockKind;
+
+// Every program of the family counts file offsets in 31 bits.
+constexpr std::uint64_t kLargestFile = 0x7FFFFFFF;
+constexpr std::uint64_t kDatePlace = 1;
+
+std::atomic<int> lockWaitMilliseconds{2000};
+
+std::array<unsigned char, 3> dateBytes() {
+  const platform::DateTime today = platform::current().now();
+  return {static_cast<unsigned char>(today.year - 1900), static_cast<unsigned char>(today.month),
+          static_cast<unsigned char>(today.day)};
+}
+
+}  // namespace
+
+void DbfFile::Implementation::checkWritable(bool readOnly, bool adding) const {
+  if (readOnly) refuse("it is open for reading only, or its file is write-protected. Open it for writing");
+  if (header.structuralIndex) {
+    refuse("it has a structural index that would no longer fit it; change it with the program that made it");
+  }
+  if (header.recordLengthMended)
+    refuse("its header names a wrong record length; mend it with the program that made it");
+  if (adding && header.autoIncrement)
+    refuse("it counts its rows in a field by itself, which is not done here. Add rows with the program that made it");
+}
+
+// A writer tells those who would deny writing that it is at work, unless it denies writing to all others itself.
+void DbfFile::Implementation::lockWriting(std::optional<dbf::HeldLock>& lock) const {
+  if (sharing == Sharing::shared) lock.emplace(*file, dbf::kDenyWriteLock, LockKind::shared, context.displayName);
+}
+
+// What is written to a file that nobody finds any more is lost without a word.
+void DbfFile::Implementation::requireStanding(const std::string& path) const {
+  if (dbf::standsAt(path, *file)) return;
+  throw RunTimeFailure(failure::noSuchTable, "The table " + context.displayName +
+                                                 " was removed or replaced since it was opened. Open it again.");
+}
+
+void DbfFile::Implementation::lockRecord(std::optional<dbf::HeldLock>& lock, std::uint32_t number) const {
+  lock.emplace(*file, dbf::recordLock(offsetOf(number), header.recordLength, number, false), LockKind::exclusive,
+               context.displayName);
+}
+
+// Leaves the file as it was before a write that failed.
+void DbfFile::Implementation::takeBack(std::uint64_t offset, std::uint64_t formerSize) noexcept {
+  if (formerSize > offset + 1) return;
+  // The count promises only what was there before; what cannot be taken back lies behind it and harms nobody.
+  try {
+    file->truncate(formerSize);
+  } catch (...) {
+  }
+  try {
+    if (formerSize == offset + 1) file->writeAt(offset, &dbf::kFileEnd, 1);
+  } catch (...) {
+  }
+}
+
+void DbfFile::Implementation::writeRows(std::uint32_t first, const unsigned char* records, std::uint32_t count,
+                                        std::uint64_t formerSize) {
+  const std::size_t length = static_cast<std::size_t>(count) * header.recordLength;
+  std::vector<unsigned char> bytes(records, records + length);
+  bytes.push_back(dbf::kFileEnd);
+  try {
+    file->writeAt(offsetOf(first), bytes.data(), bytes.size());
+    writeCount(first + count);
+  } catch (...) {
+    takeBack(offsetOf(first), formerSize);
+    throw;
+  }
+}
+
+// Date and count stand side by side and go in one write.
+void DbfFile::Implementation::writeCount(std::uint32_t count) {
+  const std::array<unsigned char, 3> date = dateBytes();
+  std::array<unsigned char, 7> bytes{};
+  std::copy(date.begin(), date.end(), bytes.begin());
+  dbf::putLittleEndian(&bytes[3], count, 4);
+  file->writeAt(kDatePlace, bytes.data(), bytes.size());
+  knownCount = count;
+}
+
+void DbfFile::Implementation::touchDate() {
+  const std::array<unsigned char, 3> date = dateBytes();
+  std::array<unsigned char, 3> stored{};
+  file->readAt(kDatePlace, stored.data(), stored.size());
+  if (stored != date) file->writeAt(kDatePlace, date.data(), date.size());
+}
+
+std::uint32_t DbfFile::append(const unsigned char* record) { return append(record, 1); }
+
+std::uint32_t DbfFile::append(const unsigned char* records, std::uint32_t count) {
+  Implementation& inside = *implementation_;
+  inside.checkWritable(readOnly_, true);
+  std::optional<dbf::HeldLock> writing;
+  inside.lockWriting(writing);
+  inside.requireStanding(path_);
+  const dbf::HeldLock header(*inside.file, dbf::kHeaderLock, LockKind::exclusive, inside.context.displayName);
+  const std::uint64_t size = inside.file->size();
+  const std::uint32_t first = inside.countRows(size);
+  if (count == 0) return first;
+  const std::uint64_t added = std::uint64_t{count} * inside.header.recordLength;
+  if (inside.offsetOf(first) + added + 1 > kLargestFile)
+    inside.refuse("it would grow beyond 2 GB, more than the format holds. Begin another table");
+  inside.writeRows(first, records, count, size);
+  return first;
+}
+
+void DbfFile::update(std::uint32_t number, const std::function<void(unsigned char*)>& change) {
+  Implementation& inside = *implementation_;
+  inside.checkWritable(readOnly_, false);
+  std::optional<dbf::HeldLock> writing;
+  inside.lockWriting(writing);
+  inside.requireStanding(path_);
+  const std::uint64_t offset = inside.offsetOf(number);
+  std::optional<dbf::HeldLock> lock;
+  if (!inside.held || inside.heldRecord != number) inside.lockRecord(lock, number);
+  std::vector<unsigned char> before(inside.header.recordLength);
+  if (number >= recordCount() || !readRecord(number, before.data()) || before[0] == '*') {
+    throw RunTimeFailure(failure::recordDeleted, "Record " + std::to_string(std::uint64_t{number} + 1) +
+                                                     " of the table " + inside.context.displayName +
+                                                     " is deleted. Read the table again.");
+  }
+  std::vector<unsigned char> after = before;
+  change(after.data());
+  if (after == before) return;
+  inside.file->writeAt(offset, after.data(), after.size());
+  inside.touchDate();
+}
+
+void DbfFile::hold(std::uint32_t number) {
+  Implementation& inside = *implementation_;
+  inside.checkWritable(readOnly_, false);
+  inside.held.reset();
+  inside.lockRecord(inside.held, number);
+  inside.heldRecord = number;
+}
+
+void DbfFile::release() { implementation_->held.reset(); }
+
+void DbfFile::markDeleted(std::uint32_t number) {
+  update(number, [](unsigned char* record) { record[0] = '*'; });
+}
+
+int DbfFile::lockWait() { return lockWaitMilliseconds; }
+void DbfFile::setLockWait(int milliseconds) { lockWaitMilliseconds = milliseconds; }
+
+}  // namespace vantrelix

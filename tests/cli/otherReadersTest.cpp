@@ -1,108 +1,17 @@
 // Tables through other programs' eyes: what we write reads the same there, and what others wrote reads the same here.
-#include <algorithm>
-#include <array>
-#include <cmath>
-#include <cstdio>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <iostream>
-#include <memory>
 #include <set>
 
 #include "cli/CliRun.h"
-#include "foundation/numbers.h"
+#include "cli/OtherPrograms.h"
 #include "foundation/text.h"
 #include "support/TempSuite.h"
+#include "tables/DbfFile.h"
 
 namespace vantrelix::test {
 namespace {
-
-using Json = nlohmann::json;
-
-std::string outputOf(const std::string& command) {
-  const std::unique_ptr<FILE, int (*)(FILE*)> pipe(::popen((command + " 2>/dev/null").c_str(), "r"), ::pclose);
-  std::string output;
-  std::array<char, 4096> buffer{};
-  for (std::size_t got = 0; pipe && (got = std::fread(buffer.data(), 1, buffer.size(), pipe.get())) > 0;) {
-    output.append(buffer.data(), got);
-  }
-  return output;
-}
-
-bool installed(const std::string& program) { return !outputOf("command -v " + program).empty(); }
-
-// The rows of a table as the GIS library has them: a list of objects from field name to value.
-Json rowsThroughOgr(const std::string& file) {
-  const Json features = Json::parse(outputOf("ogr2ogr -f GeoJSON /vsistdout/ '" + file + "'"), nullptr, false);
-  Json rows = Json::array();
-  if (features.is_discarded() || !features.contains("features")) return rows;
-  for (const Json& feature : features["features"]) rows.push_back(feature["properties"]);
-  return rows;
-}
-
-bool isAscii(const std::string& text) {
-  return std::all_of(text.begin(), text.end(), [](unsigned char c) { return c < 0x80; });
-}
-
-// "2026/11/21" and "2026-11-21" alike; outer blanks gone.
-std::string plain(const Json& value) {
-  std::string text = value.is_string() ? trim(value.get<std::string>()) : std::string();
-  if (text.size() == 10 && (text[4] == '/' || text[4] == '-')) std::replace(text.begin(), text.end(), '/', '-');
-  return text;
-}
-
-bool sameNumber(const Json& ours, const Json& theirs) {
-  const double a = ours.get<double>();
-  const double b = theirs.is_string() ? CValP(theirs.get<std::string>()) : theirs.get<double>();
-  return std::abs(a - b) <= 1e-9 * std::max({1.0, std::abs(a), std::abs(b)});
-}
-
-// Null, blank, or what the other reader shows of a logical field and a date without a value.
-bool isBlank(const Json& value) {
-  if (value.is_null()) return true;
-  const std::string text = plain(value);
-  return value.is_string() && (text.empty() || text == "?" || text == "0000-00-00");
-}
-
-bool sameBoolean(bool ours, const Json& theirs) {
-  if (theirs.is_boolean()) return theirs.get<bool>() == ours;
-  const std::string text = upperCase(plain(theirs));
-  return ours ? text == "T" || text == "Y" : text == "F" || text == "N";
-}
-
-bool sameValue(const Json& ours, const Json& theirs) {
-  if (isBlank(ours) && isBlank(theirs)) return true;
-  if (ours.is_number()) return (theirs.is_number() || theirs.is_string()) && sameNumber(ours, theirs);
-  if (ours.is_boolean()) return sameBoolean(ours.get<bool>(), theirs);
-  // The other reader leaves text undecoded where the table names no code page.
-  if (!isAscii(plain(ours)) || !isAscii(plain(theirs))) return true;
-  return plain(ours) == plain(theirs);
-}
-
-struct Comparison {
-  int values = 0;
-  std::string firstDifference;
-};
-
-Comparison compare(const Json& ours, const Json& theirs) {
-  Comparison result;
-  if (ours["rows"].size() != theirs.size()) {
-    result.firstDifference = std::to_string(ours["rows"].size()) + " rows against " + std::to_string(theirs.size());
-    return result;
-  }
-  const std::set<std::string> comparable = {"C", "N", "F", "D", "L"};
-  for (std::size_t row = 0; row < theirs.size(); ++row) {
-    for (const Json& field : ours["fields"]) {
-      const std::string name = field["name"];
-      if (!comparable.count(field["type"]) || !theirs[row].contains(name)) continue;
-      ++result.values;
-      if (sameValue(ours["rows"][row][name], theirs[row][name]) || !result.firstDifference.empty()) continue;
-      result.firstDifference = "row " + std::to_string(row) + ", " + name + ": " + ours["rows"][row][name].dump() +
-                               " against " + theirs[row][name].dump();
-    }
-  }
-  return result;
-}
 
 std::string planetFile() {
   return "NAME Yagi 900\nFREQUENCY 900\nGAIN 12.5 dBd\nHORIZONTAL 3\n0 0\n120 3.25\n240 17.125\nVERTICAL 2\n0 0\n90 "
@@ -141,6 +50,85 @@ TEST_F(OwnLibrary, ReadsTheSameInTheTableViewer) {
   const std::string points = outputOf("dbview -b -t '" + table("AHDX0001") + "'");
   EXPECT_NE(points.find("X00010000001:120.0000:9.2500:"), std::string::npos) << points;
   EXPECT_NE(points.find("X00010000001:240.0000:-4.6250:"), std::string::npos) << points;
+}
+
+TEST_F(OwnLibrary, ReadsTheSameInTheOfficeProgram) {
+  if (!installed("soffice")) GTEST_SKIP() << "soffice is not installed";
+  const Json expected = {{"AMSX0001", 1}, {"AHDX0001", 3}, {"AVDX0001", 2}};
+  for (const auto& [name, rows] : expected.items()) {
+    const Json theirs = rowsThroughOffice(table(name), suite_.folder().machine());
+    ASSERT_EQ(theirs.size(), rows.get<std::size_t>()) << name;
+    const Comparison result = compare(runCli({"--json", "table", "dump", table(name)}).json(), theirs);
+    EXPECT_EQ(result.firstDifference, "") << name;
+    EXPECT_GE(result.values, 6) << name;
+  }
+}
+
+// An update, a deletion and new rows of ours, as the others see them.
+TEST_F(OwnLibrary, ChangesReadTheSameInTheOtherPrograms) {
+  {
+    const auto file = DbfFile::open(table("AHDX0001"));
+    const auto angle = static_cast<std::size_t>(file->fieldIndex("HOR_AZ"));
+    file->update(1, [&](unsigned char* record) { file->put(record, angle, -0.0625); });
+    file->markDeleted(0);
+    std::vector<unsigned char> row = file->blankRecord();
+    file->put(row.data(), angle, 359.5);
+    file->append(row.data());
+  }
+  const Json ours = runCli({"--json", "table", "dump", table("AHDX0001")}).json();
+  ASSERT_EQ(ours["rows"].size(), 3U);
+  EXPECT_EQ(ours["rows"][0]["HOR_AZ"], -0.0625);
+  EXPECT_EQ(ours["rows"][2]["HOR_AZ"], 359.5);
+  if (installed("ogr2ogr")) {
+    EXPECT_EQ(compare(ours, rowsThroughOgr(table("AHDX0001"))).firstDifference, "");
+  }
+  if (installed("soffice")) {
+    const Json theirs = rowsThroughOffice(table("AHDX0001"), suite_.folder().machine());
+    EXPECT_EQ(compare(ours, theirs).firstDifference, "");
+  }
+  if (installed("dbview")) {
+    const std::string text = outputOf("dbview -b -t '" + table("AHDX0001") + "'");
+    EXPECT_NE(text.find("X00010000001:-0.0625:9.2500:"), std::string::npos) << text;
+    EXPECT_NE(text.find(":359.5000::"), std::string::npos) << text;
+  }
+}
+
+// What the others write.
+class TablesOfOthers : public testing::Test {
+ protected:
+  Json dump(const std::string& name) const {
+    return runCli({"--json", "table", "dump", suite_.folder().machine(name)}).json();
+  }
+
+  TempSuite suite_;
+};
+
+TEST_F(TablesOfOthers, WrittenByTheOfficeProgramReadTheSameHere) {
+  if (!installed("soffice")) GTEST_SKIP() << "soffice is not installed";
+  suite_.folder().write("o.csv",
+                        "\"NAME,C,20\",\"GAIN,N,10,3\",\"MADE,D\",\"COUNT,N,6,0\"\n"
+                        "Yagi 9 dB,12.5,2026-11-21,7\n"
+                        "Panel,-3.125,1999-02-28,123456\n"
+                        "\"Quote \"\" and, comma\",0.001,,1\n");
+  tablesFromOffice(suite_.folder().machine());
+  const Json ours = dump("o.dbf");
+  EXPECT_EQ(ours["rows"], Json::parse(R"([
+    {"NAME": "Yagi 9 dB", "GAIN": 12.5, "MADE": "2026-11-21", "COUNT": 7},
+    {"NAME": "Panel", "GAIN": -3.125, "MADE": "1999-02-28", "COUNT": 123456},
+    {"NAME": "Quote \" and, comma", "GAIN": 0.001, "MADE": null, "COUNT": 1}])"));
+  EXPECT_EQ(ours["fields"][1], Json::parse(R"({"name": "GAIN", "type": "N", "width": 10, "decimals": 3})"));
+}
+
+TEST_F(TablesOfOthers, WrittenByTheGisLibraryReadTheSameHere) {
+  if (!installed("ogr2ogr")) GTEST_SKIP() << "ogr2ogr is not installed";
+  suite_.folder().write("g.csv", "NAME,GAIN,COUNT\nYagi 9 dB,12.5,7\nPanel \xC3\xA9,-3.125,123456\n,,\n");
+  const std::string folder = suite_.folder().machine();
+  outputOf("cd '" + folder + "' && ogr2ogr -f 'ESRI Shapefile' g.dbf g.csv -oo AUTODETECT_TYPE=YES");
+  const Json ours = dump("g.dbf");
+  EXPECT_EQ(ours["rows"], Json::parse(R"([
+    {"NAME": "Yagi 9 dB", "GAIN": 12.5, "COUNT": 7},
+    {"NAME": "Panel \u00e9", "GAIN": -3.125, "COUNT": 123456},
+    {"NAME": null, "GAIN": null, "COUNT": null}])"));
 }
 
 // Tables that the GIS library itself misreads: texts longer than 255 bytes, and two fields of one name.

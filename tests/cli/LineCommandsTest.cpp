@@ -3,8 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "cli/CliRun.h"
-#include "support/TempSuite.h"
+#include "cli/CliSuite.h"
 #include "tables/DbfFile.h"
 
 namespace vantrelix::test {
@@ -15,18 +14,8 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
-class LineCommands : public testing::Test {
+class LineCommands : public CliSuite {
  protected:
-  LineCommands() { EXPECT_EQ(run({"suite", "init", suite_.folder().machine()}).status, 0); }
-
-  CliRun run(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), {"--suite", suite_.folder().machine()});
-    return runCli(arguments);
-  }
-  CliRun json(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), "--json");
-    return run(std::move(arguments));
-  }
   std::string table(const std::string& content, const std::string& name = "lines.csv") const {
     suite_.folder().write(name, content);
     return suite_.folder().machine(name);
@@ -50,8 +39,6 @@ class LineCommands : public testing::Test {
   static constexpr const char* kFoam =
       "\xEF\xBB\xBF# foam lines\r\nid,description,MHz,dB per 100 ft\r\n"
       "F78,\"7/8 in foam, 50 ohm\",1000,10\r\nF78,,100,1\r\nONE,Caf\xC3\xA9,450,2\r\n";
-
-  TempSuite suite_;
 };
 
 TEST_F(LineCommands, APlainTableBecomesALibrary) {

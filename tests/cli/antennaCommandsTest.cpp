@@ -3,10 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "CliRun.h"
-#include "antenna/hdWrtAntDBF.h"
-#include "antenna/makeAntFiles.h"
-#include "support/TempSuite.h"
+#include "cli/CliSuite.h"
 
 namespace vantrelix::test {
 namespace {
@@ -18,26 +15,11 @@ using testing::StartsWith;
 constexpr const char* kPanel = "X00010000001";
 constexpr const char* kCopy = "X00010000003";
 
-class AntennaCommands : public testing::Test {
+class AntennaCommands : public CliLibrary {
  protected:
-  AntennaCommands() {
-    EXPECT_EQ(run({"suite", "init", suite_.folder().machine()}).status, 0);
-    EXPECT_EQ(MakeAntFiles("X0001"), "");
-    const std::vector<double> angles{0, 90}, gains{10, 4};
-    EXPECT_EQ(HDwrtAntDBF("X0001", "Panel", 10, "dBd", 2, angles, gains, 2, angles, gains, 824, 896), "");
-  }
-  CliRun run(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), {"--suite", suite_.folder().machine()});
-    return runCli(arguments);
-  }
-  CliRun json(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), "--json");
-    return run(std::move(arguments));
-  }
+  AntennaCommands() { add("Panel", {0, 90}, {10, 4}, {0, 90}, {10, 4}); }
   nlohmann::json antennas() const { return json({"antennas", "AMSX0001"}).json()["antennas"]; }
   nlohmann::json shown(const char* id) const { return json({"show", "AMSX0001", id}).json(); }
-
-  TempSuite suite_;
 };
 
 TEST_F(AntennaCommands, CopyGivesTheIDOfTheCopy) {

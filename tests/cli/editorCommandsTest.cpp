@@ -2,10 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "antenna/hdWrtAntDBF.h"
-#include "antenna/makeAntFiles.h"
-#include "cli/CliRun.h"
-#include "support/TempSuite.h"
+#include "cli/CliSuite.h"
 #include "tables/Database.h"
 
 namespace vantrelix::test {
@@ -20,29 +17,15 @@ constexpr const char* kGood = "X00010000001";
 constexpr const char* kOffAxis = "X00010000002";
 constexpr const char* kTooHigh = "X00010000003";
 
-class EditorCommands : public testing::Test {
+class EditorCommands : public CliLibrary {
  protected:
   EditorCommands() {
-    EXPECT_EQ(run({"suite", "init", suite_.folder().machine()}).status, 0);
-    EXPECT_EQ(MakeAntFiles("X0001"), "");
-    add("Good", {10, 4}, {10, 1});
-    add("Off axis", {7.05, 10}, {7, 1});
-    add("Too high", {10, 11}, {10, 1});
+    const std::vector<double> angles{0, 90};
+    add("Good", angles, {10, 4}, angles, {10, 1});
+    add("Off axis", angles, {7.05, 10}, angles, {7, 1});
+    add("Too high", angles, {10, 11}, angles, {10, 1});
   }
 
-  static void add(const std::string& description, const std::vector<double>& azimuth,
-                  const std::vector<double>& elevation) {
-    const std::vector<double> angles{0, 90};
-    EXPECT_EQ(HDwrtAntDBF("X0001", description, 10, "dBd", 2, angles, azimuth, 2, angles, elevation, 824, 896), "");
-  }
-  CliRun run(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), {"--suite", suite_.folder().machine()});
-    return runCli(arguments);
-  }
-  CliRun json(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), "--json");
-    return run(std::move(arguments));
-  }
   RecordsetPtr table(const std::string& name) const {
     return DBEngine::OpenDatabase(suite_.file("ANTENNAS"))->OpenRecordset("select * from " + name);
   }
@@ -55,8 +38,6 @@ class EditorCommands : public testing::Test {
     }
     return gains;
   }
-
-  TempSuite suite_;
 };
 
 // --- check.

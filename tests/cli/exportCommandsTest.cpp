@@ -7,35 +7,23 @@
 #include <gtest/gtest.h>
 #include <map>
 
-#include "antenna/hdWrtAntDBF.h"
-#include "antenna/makeAntFiles.h"
-#include "cli/CliRun.h"
-#include "support/TempSuite.h"
+#include "cli/CliSuite.h"
 
 namespace vantrelix::test {
 namespace {
 
 namespace fs = std::filesystem;
-using nlohmann::json;
+using Json = nlohmann::json;
 using testing::HasSubstr;
 
 constexpr const char* kPanel = "X00010000001";
 
-class ExportCommands : public testing::Test {
+class ExportCommands : public CliLibrary {
  protected:
-  ExportCommands() {
-    EXPECT_EQ(run({"suite", "init", suite_.folder().machine()}).status, 0);
-    EXPECT_EQ(MakeAntFiles("X0001"), "");
-    EXPECT_EQ(HDwrtAntDBF("X0001", "Panel", 10, "dBd", 2, {0, 90}, {10, 4.5}, 2, {-5, 0}, {1, 10}, 824, 896), "");
-  }
+  ExportCommands() { add("Panel", {0, 90}, {10, 4.5}, {-5, 0}, {1, 10}); }
 
-  CliRun run(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), {"--suite", suite_.folder().machine(), "--json"});
-    return runCli(arguments);
-  }
+  CliRun run(const std::vector<std::string>& arguments) const { return json(arguments); }
   std::string machine(const std::string& name) const { return suite_.folder().machine() + "/" + name; }
-
-  TempSuite suite_;
 };
 
 TEST_F(ExportCommands, ExportWritesTheAntennaFile) {
@@ -78,9 +66,9 @@ TEST_F(ExportCommands, TabulateKnowsNoThirdCut) {
 
 using Cut = std::map<double, double>;
 
-Cut cutOf(const json& points) {
+Cut cutOf(const Json& points) {
   Cut cut;
-  for (const json& point : points) cut[std::round(point[0].get<double>() * 100)] = point[1];
+  for (const Json& point : points) cut[std::round(point[0].get<double>() * 100)] = point[1];
   return cut;
 }
 
@@ -107,11 +95,11 @@ TEST_F(ExportCommands, EveryRealAntennaComesBackThroughTheGenericImporter) {
     const CliRun import = run({"import", "generic", "AMSR0001", entry.path().string()});
     if (import.status != 0 || import.json()["antennas"].empty()) continue;
     const std::string id = import.json()["antennas"][0]["id"];
-    const json before = run({"show", "AMSR0001", id}).json();
+    const Json before = run({"show", "AMSR0001", id}).json();
     ASSERT_EQ(run({"export", "AMSR0001", id, machine("out.ant")}).status, 0) << entry.path();
     const CliRun again = run({"import", "generic", "AMSR0001", machine("out.ant")});
     ASSERT_EQ(again.status, 0) << entry.path() << again.err;
-    const json after = run({"show", "AMSR0001", again.json()["antennas"][0]["id"]}).json();
+    const Json after = run({"show", "AMSR0001", again.json()["antennas"][0]["id"]}).json();
     for (const char* member : {"description", "gain", "gain_units", "f_low"}) {
       EXPECT_EQ(before[member], after[member]) << entry.path() << ' ' << member;
     }

@@ -2,28 +2,22 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "CliRun.h"
-#include "support/TempSuite.h"
+#include "cli/CliSuite.h"
 
 namespace vantrelix::test {
 namespace {
 
 using testing::HasSubstr;
 
-class ImportErrors : public testing::Test {
+class ImportErrors : public CliSuite {
  protected:
   ImportErrors() {
-    EXPECT_EQ(run({"suite", "init", suite_.folder().machine()}).status, 0);
     write("good.msi", "GAIN 1 dBd");
     write("strong.msi", "GAIN 1E13 dBd");
     files_.write("bad.msi", "GAIN x\n");
   }
   void write(const std::string& name, const std::string& gain) const {
     files_.write(name, "NAME " + name + "\n" + gain + "\nHORIZONTAL 1\n0 0\nVERTICAL 1\n0 0\n");
-  }
-  CliRun run(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), {"--suite", suite_.folder().machine()});
-    return runCli(arguments);
   }
   // An import of the files into an empty library.
   CliRun import(const std::vector<std::string>& names, const std::string& library, bool json) const {
@@ -33,7 +27,6 @@ class ImportErrors : public testing::Test {
     return run(arguments);
   }
 
-  TempSuite suite_;
   TempFolder files_;
 };
 

@@ -2,8 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "cli/CliRun.h"
-#include "support/TempSuite.h"
+#include "cli/CliSuite.h"
 
 namespace vantrelix::test {
 namespace {
@@ -16,27 +15,12 @@ std::string planetFile(const std::string& name, const std::string& gain, const s
          "\n180 20.0\n270 3.0\nVERTICAL 3\n0 0.0\n10 6.0\n350 6.0\n";
 }
 
-class LibraryCommands : public testing::Test {
+class LibraryCommands : public CliSuite {
  protected:
-  LibraryCommands() {
-    const std::string suite = suite_.folder().machine();
-    EXPECT_EQ(run({"suite", "init", suite}).status, 0);
-  }
-
-  CliRun run(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), {"--suite", suite_.folder().machine()});
-    return runCli(arguments);
-  }
-  CliRun json(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), "--json");
-    return run(std::move(arguments));
-  }
   std::string pattern(const std::string& file, const std::string& content) const {
     suite_.folder().write(file, content);
     return suite_.folder().machine(file);
   }
-
-  TempSuite suite_;
 };
 
 TEST_F(LibraryCommands, ImportMakesTheLibraryAndNamesItsAntennas) {

@@ -212,14 +212,18 @@ void FacilityRecord::DisconnectDBF() {
 }
 
 void FacilityRecord::bindTo(const std::string& table) {
-  for (const FacilityValue& value : values_) {
+  const auto hookFor = [](const FacilityValue& value) -> IOHooksDBF& {
     if (!(*value.dbf)()) (*value.dbf)(std::make_shared<IOHooksDBF>());
-  }
-  (*file().dbf)()->DBFPathName(table);
-  const RecordsetPtr record = (*file().dbf)()->DBFRS();
+    return *(*value.dbf)();
+  };
+  IOHooksDBF& first = hookFor(file());
+  first.DBFPathName(table);
+  const RecordsetPtr record = first.DBFRS();
   for (const FacilityValue& value : values_) {
-    (*value.dbf)()->DBFRS(record);
-    (*value.dbf)()->DBFField(value.field);
+    if (value.passed & FacilityValue::byBinding) continue;
+    IOHooksDBF& hook = hookFor(value);
+    hook.DBFRS(record);
+    hook.DBFField(value.field);
   }
 }
 

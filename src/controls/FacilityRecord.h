@@ -21,7 +21,7 @@ struct FacilityValue {
   // or "0".
   enum class Kind { text, number, flag };
   // The operations that leave a value out.
-  enum Passed { none = 0, byHookArray = 1, bySave = 2, byRelease = 4 };
+  enum Passed { none = 0, byHookArray = 1, bySave = 2, byRelease = 4, byBinding = 8 };
   // Progress flags: while the table is read, the INI file and the section are handed on, the INI key is read.
   struct Flags {
     int table, file, section, key;
@@ -82,7 +82,7 @@ class FacilityRecord {
   // Disconnects and lets go of the DBF hooks.
   void DisconnectDBF();
   // Gives each value without a DBF hook a new one, hands all of them the recordset of the first, which opens `table`,
-  // and binds each to its field.
+  // and binds each to its field; without those that pass it over.
   void bindTo(const std::string& table);
 
   // Whether the host has the record in edit mode: SaveDBF then begins no edit of its own.

@@ -62,7 +62,8 @@ class LookupControl : public AlertingControl {
   void sHookDBFValue(const std::string& sKey, const std::string& text);
   // Disconnects and lets go of the DBF hooks; the control's end does it too. Gives null.
   Value DisconnectDBF();
-  // For developers: binds all values to the fields of "FACILITY.DBF" in the installation folder.
+  // For developers: binds the values to the fields of "FACILITY.DBF" in the installation folder; the frequency of a
+  // scLookAnt_Desc is left to the host.
   void TestInit();
 
   // Whether the host's record, the one under HookDBFFile, can be edited; true marks it as being edited by the host. A

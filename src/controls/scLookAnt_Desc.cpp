@@ -36,8 +36,9 @@ void scLookAnt_Desc::bindValues() {
   const auto bind = [this](AntennaField field, DBFSlot& dbf, INISlot& ini, std::function<Value()> get,
                            std::function<void(const Value&)> put) {
     FacilityValue value = antennaValue(field);
-    // The frequency's hook is looked through like the others here.
+    // The frequency's hook is looked through like the others here, and never a developer's binding.
     value.passed &= ~FacilityValue::byHookArray;
+    if (field == AntennaField::freq) value.passed |= FacilityValue::byBinding;
     value.dbf = &dbf;
     value.ini = &ini;
     value.get = std::move(get);

@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include <QCommandLineParser>
+#include <QRegularExpression>
 
 #include "foundation/extract.h"
 #include "foundation/suitePaths.h"
@@ -31,6 +32,12 @@ void describe(QCommandLineParser& parser) {
   });
 }
 
+// The toolkit learns the program's name from an application, of which there is none yet.
+QString helpText(const QCommandLineParser& parser) {
+  static const QRegularExpression kUsage("^Usage: .* \\[options\\]");
+  return parser.helpText().replace(kUsage, "Usage: vantrelix-demo [options]");
+}
+
 CommandLine complain(const QString& message) {
   std::cerr << "vantrelix-demo: " << message.toStdString() << "\n";
   return CommandLine::wrong;
@@ -43,7 +50,7 @@ CommandLine readCommandLine(const QStringList& arguments, DemoOptions& options) 
   describe(parser);
   if (!parser.parse(arguments)) return complain(parser.errorText());
   if (parser.isSet("help")) {
-    std::cout << parser.helpText().toStdString();
+    std::cout << helpText(parser).toStdString();
     return CommandLine::finished;
   }
   if (parser.isSet("version")) {

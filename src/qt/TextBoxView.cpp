@@ -134,9 +134,23 @@ void TextBoxView::letGo(const QMouseEvent& event) {
   const int button = event.button() == Qt::LeftButton ? 1 : event.button() == Qt::RightButton ? 2 : 4;
   const QPoint at = event.position().toPoint(), onScreen = event.globalPosition().toPoint();
   ownMenu_ = event.button() == Qt::RightButton;
+  keepsFocus_ = hasFocus();
   const bool stands = handOver(
       [&](TextBox& box) { box.userMouseUp(button, twipsOf(at.x(), logicalDpiX()), twipsOf(at.y(), logicalDpiY())); });
-  if (stands && std::exchange(ownMenu_, false)) popUpOwnMenu(onScreen);
+  if (!stands) return;
+  keepsFocus_ = false;
+  if (std::exchange(ownMenu_, false)) popUpOwnMenu(onScreen);
+}
+
+// The keyboard, which leaves a disabled box, comes back to it unless somebody has put it elsewhere meanwhile.
+void TextBoxView::followEnabled() {
+  QWidget* focus = window()->focusWidget();
+  if (!isEnabled()) {
+    ownMenu_ = false;
+    focusWentTo_ = keepsFocus_ ? focus : nullptr;
+  } else if (focusWentTo_ && std::exchange(focusWentTo_, nullptr) == focus) {
+    setFocus(Qt::OtherFocusReason);
+  }
 }
 
 void TextBoxView::popUpOwnMenu(const QPoint& at) {
@@ -153,7 +167,7 @@ void TextBoxView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void TextBoxView::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::EnabledChange && !isEnabled()) ownMenu_ = false;
+  if (event->type() == QEvent::EnabledChange) followEnabled();
   View::changeEvent(event);
 }
 

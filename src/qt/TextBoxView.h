@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QLineEdit>
+#include <QPointer>
 
 #include "qt/WidgetView.h"
 #include "ui/widgets.h"
@@ -26,6 +27,7 @@ class TextBoxView : public View<QLineEdit, TextBox> {
  private:
   void letGo(const QMouseEvent& event);
   void popUpOwnMenu(const QPoint& at);
+  void followEnabled();
   void takeEdit(const QString& edited);
   void filterEdit(TextBox& box, const QString& edited);
   void showText(const QString& wanted, int cursor);
@@ -36,7 +38,9 @@ class TextBoxView : public View<QLineEdit, TextBox> {
   bool editing_ = false;  // what is shown is ahead of the model
   bool clicked_ = false;  // the focus is coming by a click
   bool allOnRelease_ = false;
-  bool ownMenu_ = false;  // the box's own menu is due
+  bool ownMenu_ = false;     // the box's own menu is due
+  bool keepsFocus_ = false;  // the keyboard is here while a button's release is told
+  QPointer<QWidget> focusWentTo_;
 };
 
 }  // namespace vantrelix::qt

@@ -54,6 +54,14 @@ TEST_F(LookAntEdit, IsNotGrantedOffTheRowsAndNotTold) {
   EXPECT_TRUE(screen.shown().empty());
 }
 
+TEST_F(LookAntEdit, IsNotGrantedOnTheLastRowOnceItIsDeleted) {
+  record->Delete();
+  record->MoveNext();
+  record->Delete();
+  ASSERT_FALSE(record->Bof() || record->Eof());
+  EXPECT_FALSE(control.bEdit().boolean());
+}
+
 TEST_F(LookAntEdit, OnceGrantedStaysGrantedOffTheRows) {
   control.Edit();
   standBehind();

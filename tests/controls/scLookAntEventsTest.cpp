@@ -133,6 +133,7 @@ TEST_F(CmdClear, AsksWithCancelAsTheDefault) {
             "\r\n\r\nClick OK to remove the antenna pattern information.\r\n"
             "Click CANCEL to leave the antenna pattern information.");
   EXPECT_EQ(message.buttons, MsgButtons::okCancel);
+  EXPECT_EQ(message.icon, MsgIcon::none);
   EXPECT_EQ(screen.shown()[0].answer, MsgAnswer::cancel);
 }
 

@@ -177,5 +177,12 @@ TEST_F(Values, CreationWarnsWhenTheRegionalCharactersHaveChanged) {
   EXPECT_EQ(screen.shown()[0].message.title, "Regional Settings Changed");
 }
 
+TEST_F(Values, CreationDoesNotFailWhereTheWarningCannotBeLogged) {
+  setDefault("CONFIG", "Last Decimal", "#");
+  suite.folder().write("QVTECSUP.TXT/in the way", "");
+  EXPECT_NO_THROW(const scLookAnt another);
+  EXPECT_EQ(screen.shown().size(), 1u);
+}
+
 }  // namespace
 }  // namespace vantrelix

@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+#include <iostream>
+#include <sstream>
 
 #include <QAbstractItemModelTester>
 #include <QCheckBox>
@@ -276,6 +278,15 @@ TEST(DemoOptions, ReadsWhatTheProgramTakesAndRefusesTheRest) {
   EXPECT_TRUE(options.dark && options.withoutWindow());
   EXPECT_EQ(readCommandLine({"demo", "--scale", "0"}, options), CommandLine::wrong);
   EXPECT_EQ(readCommandLine({"demo", "file"}, options), CommandLine::wrong);
+}
+
+TEST(DemoOptions, TheHelpNamesTheProgram) {
+  DemoOptions options;
+  std::ostringstream help;
+  std::streambuf* former = std::cout.rdbuf(help.rdbuf());
+  EXPECT_EQ(readCommandLine({"/any/where/demo", "--help"}, options), CommandLine::finished);
+  std::cout.rdbuf(former);
+  EXPECT_EQ(help.str().substr(0, help.str().find('\n')), "Usage: vantrelix-demo [options]");
 }
 
 TEST(DemoOptions, AnInstallationFolderThatIsMissingIsNamedWithTheRemedy) {

@@ -98,6 +98,14 @@ TEST(AntPreviewWidget, IsAPlaceWithoutAnything) {
 
 // --- The menu of the gain box.
 
+// Sees where the keyboard is when a menu comes up.
+class FocusAtMenu : public ScriptedDesktop {
+ public:
+  void popupMenu(Menu&, const Widget*) override { focus = QApplication::focusWidget(); }
+
+  QWidget* focus = nullptr;
+};
+
 class GainMenuView : public ControlInWindow<LookAnt> {
  protected:
   // A click as a platform gives it that asks for the menu on the press.
@@ -116,6 +124,36 @@ TEST_F(GainMenuView, ComesUpInPlaceOfTheBoxesOwn) {
   EXPECT_EQ(screen.menusShown(), std::vector<Menu*>{&look_->control().mnuPopup});
   EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
   EXPECT_TRUE(box("txtGain").isEnabled());
+}
+
+TEST_F(GainMenuView, LeavesTheKeyboardInTheBox) {
+  box("txtGain").setFocus(Qt::TabFocusReason);
+  FocusAtMenu seeing;
+  const DesktopInUse seen(seeing);
+  rightClick();
+  EXPECT_EQ(seeing.focus, &box("txtGain"));
+  EXPECT_EQ(QApplication::focusWidget(), &box("txtGain"));
+}
+
+TEST_F(GainMenuView, LeavesTheKeyboardWhereTheHostPutItMeanwhile) {
+  box("txtGain").setFocus(Qt::TabFocusReason);
+  QTest::keyClicks(&box("txtGain"), "1");
+  QObject::connect(look_.get(), &LookAnt::ChangeAntenna,
+                   [this] { QTimer::singleShot(0, [this] { box("txtOrient").setFocus(Qt::OtherFocusReason); }); });
+  screen.onTurn = [] { QCoreApplication::processEvents(); };
+  rightClick();
+  EXPECT_EQ(QApplication::focusWidget(), &box("txtOrient"));
+}
+
+TEST_F(GainMenuView, ABoxThatTheHostOpensAgainDoesNotTakeTheKeyboard) {
+  TextBox& gain = look_->control().txtGain;
+  for (const char* from : {"txtOrient", "txtGain"}) {
+    gain.setEnabled(true);
+    box(from).setFocus(Qt::TabFocusReason);
+    gain.setEnabled(false);
+    gain.setEnabled(true);
+    EXPECT_NE(QApplication::focusWidget(), &box("txtGain")) << from;
+  }
 }
 
 TEST_F(GainMenuView, LeavesTheBoxItsOwnWhileTheControlIsLocked) {

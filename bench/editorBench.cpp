@@ -2,99 +2,42 @@
 // each cut, through its models without a window. A work folder keeps its libraries for the next run; without one a
 // folder in the place for temporary files is used and removed.
 #include <algorithm>
-#include <chrono>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <exception>
-#include <filesystem>
-#include <functional>
 #include <optional>
 #include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "antenna/hdWrtAntDBF.h"
-#include "antenna/makeAntFiles.h"
+#include "benchSupport.h"
 #include "editor/frmHDAntEditor.h"
 #include "foundation/suitePaths.h"
-#include "foundation/text.h"
-#include "platform/Platform.h"
-#include "tables/installSuite.h"
+#include "makeLibrary.h"
 #include "ui/ScriptedDesktop.h"
 
 namespace vantrelix {
 namespace {
 
-constexpr const char* kCode = "BENCH";
-constexpr const char* kLibrary = "AMSBENCH.DBF";
-constexpr std::int16_t kPoints = 360;
+using namespace bench;
+
+constexpr const char* kMasterTable = "AMSBENCH.DBF";
 constexpr int kClicks = 100;
 constexpr const char* kEditor = " ";
-
-// Milliseconds. Those of the processor tell what a busy machine adds to the wall clock's.
-struct Time {
-  double wall = 0;
-  double processor = 0;
-};
-
-Time timeOf(const std::function<void()>& work) {
-  const std::clock_t used = std::clock();
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  const std::chrono::duration<double, std::milli> wall = std::chrono::steady_clock::now() - start;
-  return {wall.count(), 1000.0 * static_cast<double>(std::clock() - used) / CLOCKS_PER_SEC};
-}
 
 void tell(int antennas, const char* what, Time time) {
   std::printf("%6d  %-40s %9.2f %9.2f\n", antennas, what, time.wall, time.processor);
   std::fflush(stdout);
 }
 
-void require(bool holds, const std::string& what) {
-  if (!holds) throw std::runtime_error(what);
-}
-
-std::string nameOf(int antenna) {
-  const std::string number = std::to_string(antenna);
-  return "Panel " + std::string(5 - std::min<std::size_t>(number.size(), 5), '0') + number;
-}
-
-// Antennas in an order of names that is not that of the table.
-void makeLibrary(int antennas) {
-  MakeAntFiles(kCode);
-  LibraryTables tables = openLibraryTables(getAntennasPath(), kCode);
-  require(tables.rsAVD != nullptr, "the tables of the library cannot be made");
-  std::vector<double> azimuths, elevations, gains;
-  for (int i = 0; i < kPoints; ++i) {
-    azimuths.push_back(i);
-    elevations.push_back(i * 0.5 - 90);
-    gains.push_back(12.5 - std::abs(i - 180) * 0.1);
-  }
-  std::vector<int> order(static_cast<std::size_t>(antennas));
-  for (int i = 0; i < antennas; ++i) order[static_cast<std::size_t>(i)] = i;
-  std::shuffle(order.begin(), order.end(), std::mt19937(1));
-  for (const int antenna : order) {
-    const std::string reason = HDwrtAntDBF(kCode, nameOf(antenna), 12.5, "dBd", kPoints, azimuths, gains, kPoints,
-                                           elevations, gains, 824, 896, tables.rsAMS, tables.rsAHD, tables.rsAVD);
-    require(reason.empty(), reason);
-  }
-}
-
+// The editor reads the libraries of an installation.
 void prepare(const std::filesystem::path& folder, int antennas) {
   const bool isNew = !std::filesystem::exists(folder / "made");
-  if (isNew) {
-    std::filesystem::remove_all(folder);
-    std::filesystem::create_directories(folder);
-  }
-  const std::string library = platform::current().fromMachine(folder.string());
-  if (isNew) installSuite(library);
-  resetSuitePaths();
-  setSuiteDir(library);
+  if (isNew) std::filesystem::remove_all(folder);
+  useSuite(folder);
   if (!isNew) return;
-  makeLibrary(antennas);
+  makeLibrary(getAntennasPath(), antennas);
   std::filesystem::create_directory(folder / "made");
 }
 
@@ -102,7 +45,7 @@ void prepare(const std::filesystem::path& folder, int antennas) {
 Time timeOpening(std::optional<frmHDAntEditor>& form, const std::string& mode, const std::string& id, int antennas) {
   form.reset();
   form.emplace();
-  const Time time = timeOf([&] { form->InitForm(kLibrary, "Bench", mode, 860, "Bench", id); });
+  const Time time = timeOf([&] { form->InitForm(kMasterTable, "Bench", mode, 860, "Bench", id); });
   require(form->SessionResult != sessionResult::cancelled, "the session did not open");
   require(form->DataAMS.RecordCount() == antennas, "the library has other antennas than were written");
   return time;
@@ -119,6 +62,7 @@ void tellClicks(frmHDAntEditor& form, int antennas) {
   std::mt19937 random(7);
   std::uniform_int_distribution<int> anyRow(0, antennas - 1);
   std::vector<Time> times;
+  times.reserve(kClicks);
   for (int i = 0; i < kClicks; ++i) times.push_back(timeClick(form, anyRow(random)));
   std::sort(times.begin(), times.end(), [](Time a, Time b) { return a.wall < b.wall; });
   tell(antennas, "a click at random, median of 100", times[kClicks / 2]);
@@ -173,35 +117,13 @@ Options optionsOf(int count, char** arguments) {
   return options;
 }
 
-// Removed at the end where the caller named none.
-class WorkFolder {
- public:
-  explicit WorkFolder(const std::string& named) : path_(named), temporary_(named.empty()) {
-    if (!temporary_) return;
-    std::string pattern = (std::filesystem::temp_directory_path() / "editorBenchXXXXXX").string();
-    require(::mkdtemp(pattern.data()) != nullptr, "there is no place for temporary files");
-    path_ = pattern;
-  }
-  ~WorkFolder() {
-    std::error_code ignored;
-    if (temporary_) std::filesystem::remove_all(path_, ignored);
-  }
-  WorkFolder(const WorkFolder&) = delete;
-  WorkFolder& operator=(const WorkFolder&) = delete;
-  const std::filesystem::path& path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-  bool temporary_;
-};
-
 void run(const Options& options) {
-  const WorkFolder work(options.work);
+  const WorkFolder work(options.work, "editorBench");
   ScriptedDesktop screen;
   const DesktopInUse use(screen);
   std::printf("%6s  %-40s %9s %9s\n", "", "", "wall ms", "CPU ms");
   for (const int antennas : options.antennas) {
-    prepare(std::filesystem::absolute(work.path()) / ("library" + std::to_string(antennas)), antennas);
+    prepare(work.path() / ("library" + std::to_string(antennas)), antennas);
     tellAll(antennas);
   }
 }

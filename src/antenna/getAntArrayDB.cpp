@@ -1,5 +1,6 @@
 #include "antenna/getAntArrayDB.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "antenna/convertGain.h"
@@ -19,6 +20,7 @@ namespace {
 
 constexpr const char* kWillNotBeUsed = "The antenna specified for this task will not be used.";
 constexpr const char* kNoDescription = "[NO DESCRIPTION]";
+constexpr std::size_t kMostPoints = std::numeric_limits<std::int16_t>::max();
 
 // The arguments of one call. All are the caller's own variables and are used in the order told, so that a caller that
 // passes one variable twice sees what it expects.
@@ -86,7 +88,8 @@ bool libraryExists(Call& call, const std::string& folder) {
 RecordsetPtr openRows(Database& database, const Call& call, const std::string& folder, const std::string& table,
                       const std::string& order) {
   return database.OpenRecordset("Select * from " + TableTokenFromParts(folder, table, ".DBF") + " WHERE ATYPE_ID = '" +
-                                replaceAll(call.AntID, "'", "''") + "'" + order);
+                                    replaceAll(call.AntID, "'", "''") + "'" + order,
+                                RecordsetType::snapshot);
 }
 
 void tellNotFound(Call& call) {
@@ -127,27 +130,41 @@ struct CutOnTheWay {
   long flag;
 };
 
-void appendPoint(CutOnTheWay& cut, double angle, double value) {
-  if (cut.count == std::numeric_limits<std::int16_t>::max()) {
-    throw RunTimeFailure(failure::overflow, "Overflow: a pattern of more than 32767 points cannot be read");
+// The points of a cut, handed over to the caller's variables at the end of its life: what was read before a failure
+// comes to the caller too.
+class Points {
+ public:
+  Points(CutOnTheWay& cut, std::size_t expected) : cut_(cut) {
+    angles_.reserve(expected);
+    values_.reserve(expected);
   }
-  ++cut.count;
-  const auto count = static_cast<std::size_t>(cut.count);
-  cut.angles.resize(count);
-  cut.values.resize(count);
-  cut.angles[count - 1] = angle;
-  cut.values[count - 1] = value;
-}
+  ~Points() {
+    cut_.count = static_cast<std::int16_t>(angles_.size());
+    if (angles_.empty()) return;
+    cut_.angles = std::move(angles_);
+    cut_.values = std::move(values_);
+  }
+  Points(const Points&) = delete;
+  Points& operator=(const Points&) = delete;
+
+  void add(double angle, double value) {
+    if (angles_.size() == kMostPoints) {
+      throw RunTimeFailure(failure::overflow, "Overflow: a pattern of more than 32767 points cannot be read");
+    }
+    angles_.push_back(angle);
+    values_.push_back(value);
+  }
+
+ private:
+  CutOnTheWay& cut_;
+  std::vector<double> angles_;
+  std::vector<double> values_;
+};
 
 void readRows(CutOnTheWay& cut, Recordset& rows) {
-  const Field angleField = rows.Fields(cut.angleField);
-  const Field valueField = rows.Fields(cut.valueField);
-  for (; !rows.Eof(); rows.MoveNext()) {
-    const Value angle = angleField.value();
-    const Value value = valueField.value();
-    if (angle.isNull() || value.isNull()) continue;
-    appendPoint(cut, angle.asNumber(), value.asNumber());
-  }
+  Points points(cut, std::min<std::size_t>(static_cast<std::size_t>(rows.rowCount()), kMostPoints));
+  rows.visitNumbers(rows.Fields(cut.angleField), rows.Fields(cut.valueField),
+                    [&points](double angle, double value) { points.add(angle, value); });
 }
 
 void readCut(const Call& call, Database& database, const std::string& folder, CutOnTheWay cut) {

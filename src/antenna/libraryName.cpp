@@ -20,10 +20,12 @@ LibraryName parseLibraryName(std::string_view text) {
 
 std::string tableFolder(const std::string& path) {
   platform::Platform& platform = platform::current();
+  if (platform.folderExists(path)) return path;
   return platform.fileExists(platform.findIgnoringCase(path)) ? ExtractFolderNoSlash(path) : path;
 }
 
 bool tableFileExists(const std::string& path) {
+  if (platform::current().fileExists(path)) return true;
   return getFileExistLEN(platform::current().findIgnoringCase(path), true);
 }
 

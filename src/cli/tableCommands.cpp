@@ -7,6 +7,7 @@
 #include "foundation/numbers.h"
 #include "foundation/text.h"
 #include "tables/structure.h"
+#include "tables/tableRecovery.h"
 
 namespace vantrelix::cli {
 
@@ -157,6 +158,77 @@ void mend(Session& session, const std::string& file, const std::string& type, Me
   if (code != tableCode::fine) session.fail(displayPath(path) + ": " + GetTblErrText(code));
 }
 
+Json jsonOf(const TableFault& fault) {
+  Json json = {{"kind", faultName(fault.kind)}, {"record", nullptr}, {"field", nullptr}, {"offset", nullptr}};
+  if (fault.record) json["record"] = std::uint64_t{*fault.record} + 1;
+  if (!fault.field.empty()) json["field"] = fault.field;
+  if (fault.offset) json["offset"] = *fault.offset;
+  json["text"] = fault.text;
+  return json;
+}
+
+Json faultsJson(const FaultList& faults) {
+  Json list = Json::array();
+  for (const TableFault& fault : faults.kept()) list.push_back(jsonOf(fault));
+  return list;
+}
+
+Json totalsJson(const FaultList& faults) {
+  Json totals = Json::object();
+  for (const auto& [kind, count] : faults.totals()) totals[faultName(kind)] = count;
+  return totals;
+}
+
+std::uint64_t countOf(const FaultList& faults) {
+  std::uint64_t sum = 0;
+  for (const auto& [kind, count] : faults.totals()) sum += count;
+  return sum;
+}
+
+// The faults in the order in which they were found; what is not shown of a kind is counted at the end.
+void writeFaults(Session& session, const FaultList& faults) {
+  for (const TableFault& fault : faults.kept()) session.text << fault.text << '\n';
+  for (const auto& [kind, count] : faults.totals()) {
+    if (count > FaultList::kKeptOfEach)
+      session.text << "... and " << count - FaultList::kKeptOfEach << " more of the kind " << faultName(kind) << '\n';
+  }
+}
+
+CheckProgress rowsShown(Session& session, const std::string& doing) {
+  return [&session, doing](std::uint64_t done, std::uint64_t all) {
+    session.progress(doing + " row " + std::to_string(done) + " of " + std::to_string(all));
+  };
+}
+
+void check(Session& session, const std::string& file) {
+  const std::string path = pathFromCommandLine(file);
+  const TableCheck result = checkTable(path, rowsShown(session, "Checking"));
+  session.document = {
+      {"file", displayPath(path)}, {"version", versionText(result.version)}, {"rows", result.rows},
+      {"deleted", result.deleted}, {"faults", faultsJson(result.faults)},    {"totals", totalsJson(result.faults)}};
+  writeFaults(session, result.faults);
+  session.text << displayPath(path) << ": " << counted(result.rows, "row") << ", " << result.deleted
+               << " deleted, version " << versionText(result.version) << ", "
+               << counted(countOf(result.faults), "fault") << '\n';
+  if (!result.faults.empty())
+    session.fail(displayPath(path) + " has " + counted(countOf(result.faults), "fault") + ".");
+}
+
+void recover(Session& session, const std::string& file, const std::string& newFile) {
+  const std::string path = pathFromCommandLine(file);
+  const std::string newPath = pathFromCommandLine(newFile);
+  const TableRecovery result = recoverTable(path, newPath, rowsShown(session, "Recovering"));
+  session.document = {
+      {"file", displayPath(path)},    {"new", displayPath(newPath)},         {"rows", result.rows},
+      {"deleted", result.deleted},    {"behind_count", result.behindCount},  {"repaired_values", result.repairedValues},
+      {"lost_rows", result.lostRows}, {"faults", faultsJson(result.faults)}, {"totals", totalsJson(result.faults)}};
+  writeFaults(session, result.faults);
+  session.text << displayPath(newPath) << ": " << counted(result.rows, "row") << " and " << result.deleted
+               << " deleted, " << result.behindCount << " of them from behind the count; "
+               << counted(result.repairedValues, "value") << " mended, " << counted(result.lostRows, "row")
+               << " lost\n";
+}
+
 struct TableArguments {
   std::string first, second;
 };
@@ -189,6 +261,15 @@ void addTableCommands(CLI::App& app, Session& session) {
   addTableCommand(*table, "repair", "Add the fields that a table lacks, keeping the old file under a dated name",
                   "vantrelix table repair AMSX0002.DBF AMSPDBASE", {"FILE", "TYPE"}, session,
                   [](Session& s, const TableArguments& a) { mend(s, a.first, a.second, Mending::repair); });
+  addTableCommand(
+      *table, "check",
+      "Name every fault of a table, of its memo file and of the values in them; status 1 where there is one",
+      "vantrelix table check AMSX0001.DBF", {"FILE"}, session,
+      [](Session& s, const TableArguments& a) { check(s, a.first); });
+  addTableCommand(*table, "recover",
+                  "Save what can be read of a damaged table, its memos and the rows behind its count in a new table",
+                  "vantrelix table recover AMSX0001.DBF SAVED.DBF", {"FILE", "NEW"}, session,
+                  [](Session& s, const TableArguments& a) { recover(s, a.first, a.second); });
 }
 
 }  // namespace vantrelix::cli

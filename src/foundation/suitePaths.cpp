@@ -100,11 +100,18 @@ RunTimeFailure fallBackFailure(const std::string& ini) {
   return {0, "No QuorvendalDirectory in section CONFIG of " + name};
 }
 
-std::string fallBackFolder() {
-  const std::string ini = setPathName(hostFolder(), "QVRegistry.INI");
+std::string fallBackFile() { return setPathName(hostFolder(), "QVRegistry.INI"); }
+
+std::string quietFallBackFolder() {
   std::string folder;
-  getINI("CONFIG", "QuorvendalDirectory", ini, "", folder);
-  if (getLenTrim(folder) > 0) return trim(folder);
+  getINI("CONFIG", "QuorvendalDirectory", fallBackFile(), "", folder);
+  return trim(folder);
+}
+
+std::string fallBackFolder() {
+  std::string folder = quietFallBackFolder();
+  if (!folder.empty()) return folder;
+  const std::string ini = fallBackFile();
   const RunTimeFailure failure = fallBackFailure(ini);
   std::string text = "No Registry Entry found; try INI file";
   text = AddALine(text, "Unable to get Quorvendal Directory from Windows Registry");
@@ -184,6 +191,12 @@ std::string getSuiteDir() {
   if (!state().givenFolder.empty()) return state().givenFolder;
   const auto hit = searchRegistry();
   return normalised(hit ? folderOfHit(*hit) : fallBackFolder());
+}
+
+std::string findSuiteDir() {
+  if (!state().givenFolder.empty()) return state().givenFolder;
+  const auto hit = searchRegistry();
+  return normalised(hit ? folderOfHit(*hit) : quietFallBackFolder());
 }
 
 void setSuiteDir(const std::string& folder) {

@@ -11,6 +11,8 @@ namespace vantrelix {
 // The installation folder: the one set by setSuiteDir, or the registry's, or QuorvendalDirectory of section CONFIG in
 // QVRegistry.INI beside the running program. Blank where there is none; the log in the program's folder then says so.
 std::string getSuiteDir();
+// The same for who can do without one: no log tells that there is none.
+std::string findSuiteDir();
 // Names the installation folder for this process (a command-line option, a host's setting) and forgets what was kept.
 // Blank returns to the search.
 void setSuiteDir(const std::string& folder);

@@ -1,9 +1,10 @@
-// A platform that goes wrong on purpose: it hands every call to a real one, counts those that change anything, and lets
-// one of them fail. For tests.
+// A platform that goes wrong on purpose: it hands every call to a real one, counts them, and lets one of them fail. For
+// tests.
 //
-// Changing calls are: opening with create, createNew or append; writeAt, append, truncate and sync of a file; rename,
-// renameNew, remove, makeFolder, copyPermissions and syncFolder. A test runs its operation once to learn their count
-// and then once for each call that is to fail.
+// Calls are counted twice: those that change anything (opening with create, createNew or append; writeAt, overwriteAt,
+// append, truncate and sync of a file; rename, renameNew, remove, makeFolder, copyPermissions and syncFolder), and all
+// that go to the operating system for a file or folder, questions, reads and locks among them. A test runs its
+// operation once to learn their count and then once for each call that is to fail.
 #pragma once
 
 #include <memory>
@@ -21,13 +22,16 @@ class FaultPlatform : public Platform {
   ~FaultPlatform() override;
 
   // Each of these counts from 1, beginning anew, and takes the place of a fault set before.
-  // Call number `call` fails with `number` and changes nothing; the others work.
+  // Changing call number `call` fails with `number` and changes nothing; the others work.
   void failAt(int call, int number);
-  // From that call on the disk is full: a write puts down half of its bytes and fails with 61, creating fails; what
-  // needs no room still works.
+  // The same of all calls. One that cannot throw answers as it does where the system refuses: a question with no or
+  // nothing, a name as it was given.
+  void failAnyAt(int call, int number);
+  // From that changing call on the disk is full: a write puts down half of its bytes and fails with 61, creating fails;
+  // what needs no room still works.
   void fillDiskAt(int call);
-  // That call and all later ones fail with 57 and change nothing, but for the first, which writes half of its bytes
-  // where `torn` is set. What the disk holds then is what a program killed there leaves behind.
+  // That changing call and all later ones fail with 57 and change nothing, but for the first, which writes half of its
+  // bytes (overwriteAt none) where `torn` is set. What the disk holds then is what a program killed there leaves.
   void crashAt(int call, bool torn = false);
   // No fault, and the count starts anew.
   void reset();
@@ -35,6 +39,9 @@ class FaultPlatform : public Platform {
   // Changing calls since the start of the count, and each as text ("writeAt /a/b").
   int calls() const;
   const std::vector<std::string>& journal() const;
+  // The same of all calls; empty before the first of the functions above is used.
+  int anyCalls() const;
+  const std::vector<std::string>& anyJournal() const;
 
   // What registryValue gives for a key, cut to its limit; nothing where none was set.
   void setRegistryValue(int root, const std::string& key, const std::string& value);
@@ -48,12 +55,13 @@ class FaultPlatform : public Platform {
   void syncFolder(const std::string& path) override;
   std::optional<std::string> registryValue(int root, const std::string& key, std::size_t limit) override;
 
-  bool fileExists(const std::string& path) override { return real_.fileExists(path); }
-  bool folderExists(const std::string& path) override { return real_.folderExists(path); }
-  std::optional<FileState> state(const std::string& path) override { return real_.state(path); }
-  std::vector<std::string> list(const std::string& folder) override { return real_.list(folder); }
-  std::string findIgnoringCase(const std::string& path) override { return real_.findIgnoringCase(path); }
-  std::string linkTarget(const std::string& path) override { return real_.linkTarget(path); }
+  bool fileExists(const std::string& path) override;
+  bool folderExists(const std::string& path) override;
+  std::optional<FileState> state(const std::string& path) override;
+  std::vector<std::string> list(const std::string& folder) override;
+  std::string findIgnoringCase(const std::string& path) override;
+  std::string linkTarget(const std::string& path) override;
+
   std::string toMachine(std::string_view path) override { return real_.toMachine(path); }
   std::string fromMachine(std::string_view path) override { return real_.fromMachine(path); }
   std::string absolute(const std::string& path) override { return real_.absolute(path); }
@@ -66,6 +74,7 @@ class FaultPlatform : public Platform {
   int processId() override { return real_.processId(); }
   bool errorIsTerminal() override { return real_.errorIsTerminal(); }
   void sleepMilliseconds(int milliseconds) override { real_.sleepMilliseconds(milliseconds); }
+  void yield() override { real_.yield(); }
   std::int64_t wallNanoseconds() override { return real_.wallNanoseconds(); }
   std::int64_t steadyMilliseconds() override { return real_.steadyMilliseconds(); }
   void runProgram(const std::string& program, const std::vector<std::string>& arguments) override {

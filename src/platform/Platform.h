@@ -21,6 +21,7 @@ struct FileState {
   std::uint64_t inode = 0;
   std::uint64_t size = 0;
   std::int64_t modifiedNanoseconds = 0;
+  std::uint64_t links = 1;  // names that lead to it; 0 of an open file that was removed or replaced
 
   friend bool operator==(const FileState&, const FileState&) = default;
 };
@@ -52,6 +53,11 @@ class File {
   virtual std::size_t readAt(std::uint64_t offset, void* buffer, std::size_t count) = 0;
   // Writes all bytes or throws. What was written before a failure stays.
   virtual void writeAt(std::uint64_t offset, const void* bytes, std::size_t count) = 0;
+  // Writes over bytes that are there, so that a sudden end of this program leaves all of the old ones or all of the
+  // new. For a few of them, up to some thousand. A failure that is thrown may leave a part, as with writeAt.
+  virtual void overwriteAt(std::uint64_t offset, const void* bytes, std::size_t count) {
+    writeAt(offset, bytes, count);
+  }
   virtual void append(const void* bytes, std::size_t count) = 0;
   virtual std::uint64_t size() = 0;
   virtual void truncate(std::uint64_t size) = 0;
@@ -144,6 +150,8 @@ class Platform {
   // Whether standard error is a terminal that a person looks at.
   virtual bool errorIsTerminal() = 0;
   virtual void sleepMilliseconds(int milliseconds) = 0;
+  // Lets others run who wait for a processor; comes back within microseconds where there are none.
+  virtual void yield() = 0;
   // Nanoseconds since 1970, as precise as the clock is; file times have the same origin but may go in steps of up to
   // two seconds.
   virtual std::int64_t wallNanoseconds() = 0;

@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include "platform/RunTimeFailure.h"
+#include "platform/posixWriteAside.h"
 
 namespace vantrelix::platform::posix {
 
@@ -74,6 +75,7 @@ std::string describe(int number, int error, const std::string& path) {
   }
 }
 
+constexpr std::uint64_t kPage = 4096;  // no system's are smaller
 constexpr std::uint64_t kLargestOffset = static_cast<std::uint64_t>(std::numeric_limits<off_t>::max());
 
 class PosixMap : public MemoryMap {
@@ -124,6 +126,17 @@ class PosixFile : public File {
       if (part == 0) fail(ENOSPC, path_);
       done += static_cast<std::size_t>(part);
     }
+  }
+
+  // Within a page a write comes to its end by itself.
+  void overwriteAt(std::uint64_t offset, const void* bytes, std::size_t count) override {
+    std::size_t done = 0;
+    if (count > 0 && offset / kPage != (offset + count - 1) / kPage && offset <= kLargestOffset - count) {
+      const auto part = writeAside(descriptor_, bytes, count, static_cast<off_t>(offset));
+      if (part < 0) fail(errno, path_);
+      done = static_cast<std::size_t>(part);
+    }
+    writeAt(offset + done, static_cast<const char*>(bytes) + done, count - done);
   }
 
   // A descriptor opened for appending writes to the end by itself, beside other writers too.
@@ -238,6 +251,7 @@ FileState stateOf(const struct stat& found) {
   state.inode = static_cast<std::uint64_t>(found.st_ino);
   state.size = static_cast<std::uint64_t>(std::max<off_t>(found.st_size, 0));
   state.modifiedNanoseconds = static_cast<std::int64_t>(found.st_mtim.tv_sec) * 1'000'000'000 + found.st_mtim.tv_nsec;
+  state.links = static_cast<std::uint64_t>(found.st_nlink);
   return state;
 }
 

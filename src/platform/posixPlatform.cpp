@@ -256,6 +256,7 @@ class PosixPlatform : public Platform {
   void sleepMilliseconds(int milliseconds) override {
     std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
   }
+  void yield() override { std::this_thread::yield(); }
   std::int64_t wallNanoseconds() override {
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     return std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();

@@ -17,19 +17,24 @@ std::size_t ColumnScan::tableField(const Recordset::Implementation& state, const
 ColumnScan::ColumnScan(Recordset& cursor, const std::string& field)
     : state_(cursor.state()), table_(state_.query->table()), field_(tableField(state_, field)) {}
 
+bool ColumnScan::isWhole() const { return !state_.query->select().where; }
+
+// Of a whole table also those that others have added since between two of the cursor's own.
 void ColumnScan::run(const std::function<void(const unsigned char* record)>& visit) const {
   RowNumbers sorted;
-  if (state_.query->ordered()) {
+  if (state_.query->ordered() && !isWhole()) {
     std::vector<std::uint32_t> numbers(state_.rows.begin(), state_.rows.end());
     std::sort(numbers.begin(), numbers.end());
     sorted = RowNumbers(std::move(numbers));
   }
   const RowNumbers& rows = state_.query->ordered() ? sorted : state_.rows;
   auto next = rows.begin();
-  table_.scan([&](std::uint32_t number, const unsigned char* record) {
+  const auto isOurs = [&](std::uint32_t number) {
     while (next != rows.end() && *next < number) ++next;
-    const bool ours = next == rows.end() || *next == number;
-    if (ours && *record != '*') visit(record);
+    return next == rows.end() || *next == number;
+  };
+  table_.scan([&](std::uint32_t number, const unsigned char* record) {
+    if (*record != '*' && (isWhole() || isOurs(number))) visit(record);
     return true;
   });
 }

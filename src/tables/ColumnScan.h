@@ -14,12 +14,16 @@ class ColumnScan {
   // 3265 for a name that the cursor does not have, 3027 for a column that its query computes.
   ColumnScan(Recordset& cursor, const std::string& field);
 
+  DbfFile& table() const { return table_; }
+  std::size_t index() const { return field_; }  // of the field in the table
   const DbfField& field() const { return table_.fields()[field_]; }
+  // Whether the cursor's query is for all rows of the table.
+  bool isWhole() const;
   // The field's value in the bytes of a record.
   Value value(const unsigned char* record) const { return table_.value(record, field_); }
 
-  // Visits the cursor's live rows in file order, whatever their order in the cursor, and behind them the rows that
-  // other cursors and programs have added to the table since. The cursor does not move.
+  // Visits in file order the live rows of the table or, where the cursor has a part of them, its own and behind those
+  // the rows that other cursors and programs have added since. The cursor does not move.
   void run(const std::function<void(const unsigned char* record)>& visit) const;
 
  private:

@@ -6,6 +6,7 @@
 #include "tables/SqlInsert.h"
 #include "tables/SqlLexer.h"
 #include "tables/SqlParser.h"
+#include "tables/tableSettings.h"
 
 namespace vantrelix {
 
@@ -14,22 +15,29 @@ namespace {
 constexpr std::string_view kExtension = ".DBF";
 constexpr std::string_view kSlashes = "\\/";
 
-// The file of a table: as named, or found without regard to case.
-std::string tablePath(const std::string& folder, const std::string& name) {
+std::string namedPath(const std::string& folder, const std::string& name) {
   if (trim(name).empty() || name.find_first_of(kSlashes) != std::string::npos || name.find('\0') != std::string::npos) {
     throw RunTimeFailure(failure::noSuchTable, "'" + name + "' cannot be the name of a table in '" +
                                                    displayPath(folder) + "'. Name a file of that folder.");
   }
-  return platform::current().findIgnoringCase(setPathName(folder, name + std::string(kExtension)));
+  return setPathName(folder, name + std::string(kExtension));
+}
+
+// The file of a table: as named, or found without regard to case.
+std::string tablePath(const std::string& folder, const std::string& name) {
+  return platform::current().findIgnoringCase(namedPath(folder, name));
 }
 
 std::shared_ptr<DbfFile> openTable(const std::string& folder, const std::string& name, bool readOnly, Sharing sharing) {
-  const std::string path = tablePath(folder, name);
-  if (!platform::current().fileExists(path)) {
-    throw RunTimeFailure(failure::noSuchTable, "There is no table '" + name + "': the file '" + displayPath(path) +
+  const std::string path = namedPath(folder, name);
+  try {
+    return DbfFile::open(path, readOnly, sharing);
+  } catch (const RunTimeFailure&) {
+    const std::string found = platform::current().findIgnoringCase(path);
+    if (platform::current().fileExists(found)) throw;
+    throw RunTimeFailure(failure::noSuchTable, "There is no table '" + name + "': the file '" + displayPath(found) +
                                                    "' does not exist. Check the name and the folder.");
   }
-  return DbfFile::open(path, readOnly, sharing);
 }
 
 // A table's name without the brackets of its token.
@@ -173,8 +181,13 @@ void Database::Close() { open_ = false; }
 
 DatabasePtr DBEngine::OpenDatabase(const std::string& folder, bool exclusive, bool readOnly,
                                    const std::string& connect) {
+  readTableSettings();
   platform::Platform& system = platform::current();
-  std::string found = folder.empty() ? folder : system.findIgnoringCase(withoutEndSlash(folder));
+  const std::string bare = withoutEndSlash(folder);
+  if (!bare.empty() && system.folderExists(bare)) {
+    return std::make_shared<Database>(Database::Opening{bare, exclusive, readOnly, connect});
+  }
+  std::string found = bare.empty() ? bare : system.findIgnoringCase(bare);
   if (!found.empty() && !system.folderExists(found) && (system.fileExists(found) || looksLikeTable(found))) {
     found = parentFolder(found);
     if (!found.empty()) found = system.findIgnoringCase(found);

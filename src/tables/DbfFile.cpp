@@ -8,6 +8,7 @@
 #include "foundation/text.h"
 #include "tables/DbfFileState.h"
 #include "tables/dbfOpening.h"
+#include "tables/knownHeaders.h"
 #include "tables/partnerFile.h"
 
 namespace vantrelix {
@@ -67,14 +68,33 @@ DbfFile::~DbfFile() = default;
 std::shared_ptr<DbfFile> DbfFile::open(const std::string& path, bool readOnly, Sharing sharing) {
   std::shared_ptr<DbfFile> table(new DbfFile);
   Implementation& inside = *table->implementation_;
-  table->path_ = platform::current().findIgnoringCase(path);
+  table->path_ = path;
+  inside.sharing = sharing;
+  try {
+    inside.file = dbf::openHeld(path, sharing, readOnly);
+  } catch (const RunTimeFailure& cause) {
+    // Most tables stand at the very path; looking for the others before every opening would cost more than this.
+    if (cause.number() != failure::noSuchTable) throw;
+    table->path_ = platform::current().findIgnoringCase(path);
+    if (table->path_ == path) throw;
+    inside.file = dbf::openHeld(table->path_, sharing, readOnly);
+  }
   table->readOnly_ = readOnly;
   inside.context.displayName = displayPath(table->path_);
-  inside.sharing = sharing;
-  inside.file = dbf::openHeld(table->path_, sharing, table->readOnly_);
-  inside.header = dbf::readHeader(*inside.file, inside.context.displayName);
+  inside.rest.emplace(*inside.file);
+  inside.readHeader();
   table->takeHeader();
   return table;
+}
+
+void DbfFile::Implementation::readHeader() {
+  const std::optional<platform::FileState> state = rest->look();
+  std::optional<dbf::Header> known = state ? dbf::knownHeader(*state) : std::nullopt;
+  header = known ? std::move(*known) : dbf::readHeader(*file, context.displayName);
+  if (!state || (!known && !rest->isUnchanged())) return;
+  if (!known) dbf::keepHeader(*state, header);
+  knownCount = dbf::rowsWithin(state->size, header, header.count);
+  countedAtRest = true;
 }
 
 void DbfFile::takeHeader() {
@@ -90,6 +110,10 @@ void DbfFile::takeHeader() {
   version_ = header.version;
   recordLength_ = static_cast<int>(header.recordLength);
 }
+
+bool DbfFile::hasStructuralIndex() const { return implementation_->header.structuralIndex; }
+
+bool DbfFile::hasOwnClock() const { return implementation_->file->hasOwnClock(); }
 
 int DbfFile::fieldIndex(std::string_view name) const {
   for (std::size_t i = 0; i < fields_.size(); ++i) {
@@ -109,7 +133,13 @@ Value DbfFile::value(const unsigned char* record, std::size_t field) {
 }
 
 void DbfFile::put(unsigned char* record, std::size_t field, const Value& value) const {
-  dbf::encodeField(record, implementation_->field(field), implementation_->context, value);
+  Implementation& inside = *implementation_;
+  const DbfField& stored = inside.field(field);
+  const bool blank = value.isNull() || (value.isText() && value.text().empty());
+  if (blank || !dbf::isMemo(stored, inside.context) || !dbf::holdsAnyBlock(stored))
+    return dbf::encodeField(record, stored, inside.context, value);
+  inside.checkWritable(readOnly_, false);
+  inside.putMemo(record, stored, value, path_);
 }
 
 std::string DbfFile::cut(std::string_view text, std::size_t field) const {

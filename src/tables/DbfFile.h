@@ -69,6 +69,8 @@ class DbfFile {
   const std::string& path() const { return path_; }
   int version() const { return version_; }
   bool readOnly() const { return readOnly_; }
+  // Whether its header says that an index belongs to it, which no change of it would keep up.
+  bool hasStructuralIndex() const;
   const CodePage& codePage() const { return codePage_; }
   int recordLength() const { return recordLength_; }
   // Fields in table order, system fields included.
@@ -78,6 +80,8 @@ class DbfFile {
 
   // The state of the open file, whatever stands at its path meanwhile.
   platform::FileState state() const;
+  // Whether this machine's clock gives the file its times (platform::File::hasOwnClock).
+  bool hasOwnClock() const;
 
   // Records in the file as it stands now: never more than header and file length both promise.
   std::uint32_t recordCount();
@@ -97,8 +101,11 @@ class DbfFile {
   // Puts a value into record bytes. Text longer than the field, or a number whose whole part does not fit, fails with
   // 3163 and changes nothing; fewer decimals are written only where the whole part needs the room. Null and empty text
   // give a blank field (and the null flag where the table has one). A value of the wrong kind fails with 13. A field
-  // type that cannot be written fails with 3027.
+  // type that cannot be written fails with 3027. The text of a memo field is written to the memo file at once, in blocks
+  // of its own: 3027 where that cannot be, 3211 where another holds its lock for longer than lockWait().
   void put(unsigned char* record, std::size_t field, const Value& value) const;
+  // The same for a value that was put into the bytes `from` before: a memo text is not written once more.
+  void carry(unsigned char* record, std::size_t field, const Value& value, const unsigned char* from) const;
   // The longest start of the text that fits into the field, without splitting a character.
   std::string cut(std::string_view text, std::size_t field) const;
   // Bytes of an empty live record.
@@ -114,14 +121,19 @@ class DbfFile {
   // the file as it is. 3211, 3027, 3011 as append; 3167 where the record is deleted or gone.
   void update(std::uint32_t number, const std::function<void(unsigned char* record)>& change);
   void markDeleted(std::uint32_t number);
-  // Takes the lock of a record and keeps it until release(); changes of it through this object need no other. 3211,
-  // 3027 as append.
+  // Takes the lock of a record and keeps it until release(): others read it meanwhile, but neither change nor hold it;
+  // changes through this object go on. 3211, 3027 as append.
   void hold(std::uint32_t number);
   void release();
 
   // Milliseconds a write waits for another program's lock; 2000 unless set.
   static int lockWait();
   static void setLockWait(int milliseconds);
+  // Whether every append, change and deletion is on the disk before it returns; not unless set. Where the disk fails at
+  // that they fail with its number (57, 61): an append is taken back like any that fails; a change stands in the file
+  // for every reader, but perhaps not on the disk.
+  static bool durable();
+  static void setDurable(bool durable);
 
  private:
   DbfFile();

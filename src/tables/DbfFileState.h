@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/Platform.h"
 #include "platform/RunTimeFailure.h"
@@ -13,19 +14,28 @@
 #include "tables/dbfHeader.h"
 #include "tables/dbfLocks.h"
 #include "tables/fieldCodec.h"
+#include "tables/restingFile.h"
 
 namespace vantrelix {
 
 struct DbfFile::Implementation {
   std::unique_ptr<platform::File> file;
+  std::optional<dbf::RestingFile> rest;
+  bool countedAtRest = false;  // knownCount is that of the state at rest
   dbf::Header header;
   dbf::FieldContext context;
   Sharing sharing = Sharing::shared;
   std::uint32_t knownCount = 0;
+  bool toldOfIndexes = false;
   std::unique_ptr<MemoFile> memo;
   bool memoMissing = false;
-  std::optional<dbf::HeldLock> held;  // of heldRecord
+  std::unique_ptr<MemoFile> memoWriter;
+  std::optional<dbf::HeldLock> held;  // of heldRecord; shared but while it is written
   std::uint32_t heldRecord = 0;
+  std::optional<std::uint32_t> lockedForWrite;  // the record whose lock a RowWrite has taken
+  // A record that another program holds, as it stood long enough to be whole.
+  std::uint32_t settledRecord = 0;
+  std::vector<unsigned char> settledBytes;
 
   std::uint64_t offsetOf(std::uint32_t number) const {
     return header.headerLength + std::uint64_t{number} * header.recordLength;
@@ -44,16 +54,62 @@ struct DbfFile::Implementation {
   void checkWritable(bool readOnly, bool adding) const;
   void lockWriting(std::optional<dbf::HeldLock>& lock) const;
   void lockRecord(std::optional<dbf::HeldLock>& lock, std::uint32_t number) const;
-  void requireStanding(const std::string& path) const;
+  void requireStanding(const std::string& path);
+  void readHeader();
   std::uint32_t countRows(std::uint64_t fileSize);
+  bool countAtRest();
   void writeRows(std::uint32_t first, const unsigned char* records, std::uint32_t count, std::uint64_t formerSize);
+  void overwrite(std::uint64_t offset, const std::vector<unsigned char>& before,
+                 const std::vector<unsigned char>& after);
   void takeBack(std::uint64_t offset, std::uint64_t formerSize) noexcept;
+  void takeBackCount(std::uint32_t count) noexcept;
   void writeCount(std::uint32_t count);
+  void makeDurable();
   void touchDate();
+
+  struct Rows;
+  std::uint32_t readRows(const Rows& rows, std::int64_t& patience);
+  std::uint32_t readUnlocked(const Rows& rows);
+  std::uint32_t readAgreeing(const Rows& rows);
+  std::uint32_t readInParts(const Rows& rows, std::uint32_t cut, std::int64_t& patience);
+  std::uint32_t readContended(const Rows& row, std::int64_t& patience);
+  class RowWrite;
+  class RememberedWrite;
 
   void noteUnreadable(const DbfField& field, const std::string& reason);
   void openMemo(const std::string& path);
   Value memoText(const unsigned char* record, const DbfField& field, const std::string& path);
+  MemoFile& memoToWrite(const std::string& path);
+  void putMemo(unsigned char* record, const DbfField& field, const Value& value, const std::string& path);
+  static bool standsIn(MemoFile& memos, std::uint32_t block, std::string_view text);
+};
+
+// Keeps others from a record while it is read and written: by a lock of its own or, where the object holds the record
+// already, by making that one exclusive meanwhile.
+class DbfFile::Implementation::RowWrite {
+ public:
+  RowWrite(Implementation& inside, std::uint32_t number) : inside_(inside) {
+    if (inside.held && inside.heldRecord == number) {
+      inside.held->makeExclusive();
+    } else {
+      inside.lockRecord(lock_, number);
+      inside.lockedForWrite = number;
+    }
+  }
+  ~RowWrite() {
+    if (lock_) inside_.lockedForWrite.reset();
+    try {
+      if (!lock_) inside_.held->share();
+    } catch (const RunTimeFailure&) {
+      // The record stays locked for readers too until the edit ends; a destructor has nobody to tell.
+    }
+  }
+  RowWrite(const RowWrite&) = delete;
+  RowWrite& operator=(const RowWrite&) = delete;
+
+ private:
+  Implementation& inside_;
+  std::optional<dbf::HeldLock> lock_;
 };
 
 }  // namespace vantrelix

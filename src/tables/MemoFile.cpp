@@ -6,6 +6,7 @@
 #include "foundation/extract.h"
 #include "platform/RunTimeFailure.h"
 #include "tables/dbfHeader.h"
+#include "tables/dbfLocks.h"
 
 namespace vantrelix {
 
@@ -14,7 +15,10 @@ namespace {
 constexpr std::uint32_t kDefaultBlock = 512;
 constexpr std::size_t kMinimumHeader = 24;
 constexpr std::size_t kEntryHead = 8;
-constexpr std::uint32_t kNewBlock = 64;
+constexpr std::uint64_t kLargestFile = 0x7FFFFFFF;
+constexpr std::uint64_t kReservedAhead = 65536;
+constexpr char kTextEnd = '\x1A';
+constexpr std::string_view kCountedMark("\xFF\xFF\x08\0", 4);
 
 std::uint32_t bigEndian(const unsigned char* bytes, int count) {
   std::uint32_t value = 0;
@@ -22,10 +26,28 @@ std::uint32_t bigEndian(const unsigned char* bytes, int count) {
   return value;
 }
 
+void putBigEndian(char* bytes, std::uint32_t value, int count) {
+  for (int i = 0; i < count; ++i) bytes[i] = static_cast<char>(value >> (8 * (count - 1 - i)));
+}
+
+std::string littleEndianBytes(std::uint32_t value) {
+  std::string bytes(4, '\0');
+  dbf::putLittleEndian(reinterpret_cast<unsigned char*>(bytes.data()), value, 4);
+  return bytes;
+}
+
+std::string bigEndianBytes(std::uint32_t value) {
+  std::string bytes(4, '\0');
+  putBigEndian(bytes.data(), value, 4);
+  return bytes;
+}
+
 [[noreturn]] void damaged(const std::string& path, const std::string& fault) {
   throw RunTimeFailure(failure::damagedTable, "The memo file " + displayPath(path) + " cannot be read: " + fault +
                                                   ". Take a sound copy of it.");
 }
+
+bool sameByte(char left, unsigned char right) { return static_cast<unsigned char>(left) == right; }
 
 std::uint32_t blockSizeOf(const std::array<unsigned char, kMinimumHeader>& header, MemoKind kind) {
   std::uint32_t size = kDefaultBlock;
@@ -36,8 +58,8 @@ std::uint32_t blockSizeOf(const std::array<unsigned char, kMinimumHeader>& heade
 
 }  // namespace
 
-MemoFile::MemoFile(const std::string& path, MemoKind kind)
-    : path_(path), kind_(kind), file_(platform::current().open(path, platform::OpenMode::read)) {
+MemoFile::MemoFile(const std::string& path, MemoKind kind, platform::OpenMode mode)
+    : path_(path), kind_(kind), file_(platform::current().open(path, mode)) {
   std::array<unsigned char, kMinimumHeader> header{};
   // A short header of a dBase III file loses nothing: its block size is fixed.
   const std::size_t got = file_->readAt(0, header.data(), header.size());
@@ -49,54 +71,134 @@ MemoFile::MemoFile(const std::string& path, MemoKind kind)
 
 MemoFile::~MemoFile() = default;
 
+std::uint64_t MemoFile::size() { return file_->size(); }
+
+std::uint32_t MemoFile::nextFree() {
+  std::array<unsigned char, 4> bytes{};
+  file_->readAt(0, bytes.data(), bytes.size());
+  return kind_ == MemoKind::foxpro ? bigEndian(bytes.data(), 4) : dbf::littleEndian(bytes.data(), 4);
+}
+
 std::string MemoFile::read(std::uint32_t block) {
+  const MemoExtent extent = find(block);
+  std::string text(extent.length, '\0');
+  text.resize(file_->readAt(extent.offset, text.data(), text.size()));
+  return text;
+}
+
+MemoExtent MemoFile::find(std::uint32_t block) {
   const std::uint64_t offset = std::uint64_t{block} * blockSize_;
-  const std::uint64_t size = file_->size();
-  if (block == 0 || offset >= size) {
-    damaged(path_, "block " + std::to_string(block) + " lies outside the file of " + std::to_string(size) + " bytes");
+  const std::uint64_t fileSize = file_->size();
+  if (block == 0 || offset >= fileSize) {
+    damaged(path_,
+            "block " + std::to_string(block) + " lies outside the file of " + std::to_string(fileSize) + " bytes");
   }
-  if (kind_ == MemoKind::dbase3) return readUntilMark(offset, size);
+  if (kind_ == MemoKind::dbase3) return untilMark(offset, fileSize);
   std::array<unsigned char, kEntryHead> head{};
   const std::size_t got = file_->readAt(offset, head.data(), head.size());
   if (kind_ == MemoKind::dbase4) {
-    const bool counted = got == kEntryHead && head[0] == 0xFF && head[1] == 0xFF && head[2] == 0x08 && head[3] == 0;
-    if (!counted) return readUntilMark(offset, size);
+    if (got < kEntryHead || !std::equal(kCountedMark.begin(), kCountedMark.end(), head.begin(), sameByte))
+      return untilMark(offset, fileSize);
     const std::uint32_t length = dbf::littleEndian(&head[4], 4);
     if (length < kEntryHead)
       damaged(path_, "block " + std::to_string(block) + " claims " + std::to_string(length) + " bytes");
-    return readCounted(offset + kEntryHead, length - kEntryHead, size);
+    return counted(offset + kEntryHead, length - kEntryHead, fileSize);
   }
   if (got < kEntryHead) damaged(path_, "block " + std::to_string(block) + " is cut short");
-  return readCounted(offset + kEntryHead, bigEndian(&head[4], 4), size);
+  MemoExtent extent = counted(offset + kEntryHead, bigEndian(&head[4], 4), fileSize);
+  extent.kind = bigEndian(head.data(), 4);
+  return extent;
 }
 
-std::string MemoFile::readCounted(std::uint64_t offset, std::uint64_t length, std::uint64_t fileSize) {
+MemoExtent MemoFile::counted(std::uint64_t offset, std::uint64_t length, std::uint64_t fileSize) const {
   if (length > fileSize - std::min(offset, fileSize)) {
     damaged(path_, "a text at byte " + std::to_string(offset) + " claims " + std::to_string(length) +
                        " bytes, more than the file holds");
   }
-  std::string text(length, '\0');
-  text.resize(file_->readAt(offset, text.data(), text.size()));
-  return text;
+  return {1, offset, length, offset + length};
 }
 
-std::string MemoFile::readUntilMark(std::uint64_t offset, std::uint64_t fileSize) {
-  std::string text;
+MemoExtent MemoFile::untilMark(std::uint64_t offset, std::uint64_t fileSize) {
   std::array<char, kDefaultBlock> block{};
-  while (offset < fileSize) {
-    const std::size_t got = file_->readAt(offset, block.data(), block.size());
-    const char* end = std::find(block.data(), block.data() + got, '\x1A');
-    text.append(block.data(), static_cast<std::size_t>(end - block.data()));
-    if (got == 0 || end != block.data() + got) break;
-    offset += got;
+  for (std::uint64_t at = offset; at < fileSize;) {
+    const std::size_t got = file_->readAt(at, block.data(), block.size());
+    const char* end = std::find(block.data(), block.data() + got, kTextEnd);
+    const auto before = static_cast<std::size_t>(end - block.data());
+    if (before < got) return {1, offset, at + before - offset, at + before + 1};
+    if (got == 0) break;
+    at += got;
   }
-  return text;
+  return {1, offset, fileSize - offset, fileSize};
 }
 
-void MemoFile::create(const std::string& path) {
+// The blocks that hold anything, the header's own among them.
+std::uint64_t MemoFile::blocksUsed(std::uint64_t fileSize) const {
+  return (std::max<std::uint64_t>(fileSize, kDefaultBlock) + blockSize_ - 1) / blockSize_;
+}
+
+std::uint32_t MemoFile::append(std::string_view text, std::uint32_t textKind) {
+  if (kind_ == MemoKind::dbase3 && text.find(kTextEnd) != std::string_view::npos) {
+    throw RunTimeFailure(failure::fieldTooSmall,
+                         "The text cannot be written to " + displayPath(path_) +
+                             ": it holds the character 26, which ends a text there. Take it out of the text.");
+  }
+  const dbf::HeldLock lock(*file_, dbf::kHeaderLock, platform::LockKind::exclusive, displayPath(path_));
+  const std::uint64_t formerSize = file_->size();
+  std::uint64_t block = blocksUsed(formerSize);
+  // A program may keep some room of its own behind the last text; a number far out is damage.
+  const std::uint64_t promised = nextFree();
+  if (promised > block && (promised - block) * blockSize_ <= kReservedAhead) block = promised;
+  const std::uint64_t needed = text.size() + kEntryHead + blockSize_;
+  if (block * blockSize_ + needed > kLargestFile) {
+    throw RunTimeFailure(failure::readOnlyTable, "The memo file " + displayPath(path_) +
+                                                     " cannot take another text: it would grow beyond 2 GB, more than "
+                                                     "the format holds. Begin another table.");
+  }
+  writeEntry(static_cast<std::uint32_t>(block), text, textKind, formerSize);
+  return static_cast<std::uint32_t>(block);
+}
+
+void MemoFile::writeEntry(std::uint32_t block, std::string_view text, std::uint32_t textKind,
+                          std::uint64_t formerSize) {
+  std::string entry;
+  const auto length = static_cast<std::uint32_t>(text.size());
+  if (kind_ == MemoKind::foxpro) entry = bigEndianBytes(textKind) + bigEndianBytes(length);
+  if (kind_ == MemoKind::dbase4) entry = std::string(kCountedMark) + littleEndianBytes(length + kEntryHead);
+  entry += text;
+  if (kind_ == MemoKind::dbase3) entry.append(2, kTextEnd);
+  entry.resize((entry.size() + blockSize_ - 1) / blockSize_ * blockSize_, '\0');
+  const auto next = static_cast<std::uint32_t>(block + entry.size() / blockSize_);
+  const std::string header = kind_ == MemoKind::foxpro ? bigEndianBytes(next) : littleEndianBytes(next);
+  try {
+    file_->writeAt(std::uint64_t{block} * blockSize_, entry.data(), entry.size());
+    file_->writeAt(0, header.data(), header.size());
+  } catch (const RunTimeFailure&) {
+    try {
+      file_->truncate(formerSize);
+    } catch (const RunTimeFailure&) {
+      // What stays lies behind all texts, where nobody points to it.
+    }
+    throw;
+  }
+}
+
+void MemoFile::create(const std::string& path, MemoKind kind, std::uint32_t blockSize) {
   std::string header(kDefaultBlock, '\0');
-  header[3] = static_cast<char>(kDefaultBlock / kNewBlock);  // the next free block
-  header[7] = static_cast<char>(kNewBlock);
+  if (kind == MemoKind::dbase3) blockSize = kDefaultBlock;
+  const std::uint32_t next = (kDefaultBlock + blockSize - 1) / blockSize;
+  header.replace(0, 4, kind == MemoKind::foxpro ? bigEndianBytes(next) : littleEndianBytes(next));
+  switch (kind) {
+    case MemoKind::foxpro:
+      putBigEndian(&header[6], blockSize, 2);
+      break;
+    case MemoKind::dbase4:
+      header[18] = 2;  // as dBase IV writes it
+      header[19] = 1;
+      header.replace(20, 2, littleEndianBytes(blockSize), 0, 2);
+      break;
+    case MemoKind::dbase3:
+      header[16] = 3;
+  }
   platform::replaceWholeFile(path, header);
 }
 

@@ -55,6 +55,14 @@ Field Recordset::Fields(std::size_t index) {
   return Field(*this, index);
 }
 
+void Recordset::visitNumbers(const Field& first, const Field& second,
+                             const std::function<void(double, double)>& visit) {
+  if (first.owner_ != this || second.owner_ != this) {
+    throw RunTimeFailure(failure::noSuchField, "A field of another cursor cannot be read here. Take it of this one.");
+  }
+  state().visitNumbers(first.index_, second.index_, visit);
+}
+
 void Recordset::AddNew() { state().beginAdd(); }
 void Recordset::Edit() { state().beginEdit(); }
 void Recordset::Update() { state().update(); }

@@ -1,12 +1,15 @@
 // A cursor over the rows of a query.
 //
-// A cursor keeps which rows it has and reads each row's values from the file when they are asked for: what another
-// cursor of this process has written to a row is seen at the next read, what another program has written at the next
-// move or Edit. Rows that others add are seen after Requery. A row that this cursor adds stands at its end. One thread
-// alone uses the cursors of a process.
+// A table or dynaset cursor keeps which rows it has and reads each row's values from the file when they are asked for:
+// what another cursor of this process has written to a row is seen at the next read, what another program has written
+// at the next move or Edit. Rows that others add are seen after Requery. A row that this cursor adds stands at its end.
+// A snapshot or forward-only cursor is a picture of the rows as its opening, or Requery, found them: nothing written
+// later is seen, but for the texts of a memo file. A picture of more than 64 MiB would take too much memory; such a
+// cursor keeps which rows it has and reads them as a dynaset does. One thread alone uses the cursors of a process.
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -99,6 +102,10 @@ class Recordset {
   std::size_t fieldCount() const;
   Field Fields(std::string_view name);
   Field Fields(std::size_t index);
+  // Visits the current row and all behind it with two fields' values as numbers, but those rows in which one of them is
+  // null, and ends behind the last row. 13 for a text that is no number, 3021 before the first row, 3265 for a field of
+  // another cursor.
+  void visitNumbers(const Field& first, const Field& second, const std::function<void(double, double)>& visit);
   // Short forms of Fields(name).value() and Fields(name).put(...).
   Value value(std::string_view name) { return Fields(name).value(); }
   void put(std::string_view name, const vantrelix::Value& value) { Fields(name).put(value); }

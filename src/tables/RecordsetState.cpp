@@ -12,29 +12,26 @@ namespace vantrelix {
 namespace {
 
 constexpr int kBookmarkShift = 32;
+// A cursor that only reads keeps its rows where they take no more memory than this.
+constexpr std::size_t kMostKept = std::size_t{64} << 20;
 
 std::uint64_t nextSerial() {
   static std::uint64_t last = 0;
   return ++last;
 }
 
-RunTimeFailure noCurrentRecord() {
-  return {failure::noCurrentRecord, "There is no current record. Move to a row first."};
-}
-
-RunTimeFailure recordDeleted(const DbfFile& table) {
-  return {failure::recordDeleted,
-          "The record of table '" + displayPath(table.path()) + "' has been deleted. Move to another row."};
-}
-
 }  // namespace
 
-std::shared_ptr<std::uint64_t> writesTo(const std::string& path) {
-  static std::map<std::string, std::weak_ptr<std::uint64_t>> counters;
-  std::weak_ptr<std::uint64_t>& kept = counters[platform::current().absolute(path)];
-  std::shared_ptr<std::uint64_t> counter = kept.lock();
-  if (!counter) kept = counter = std::make_shared<std::uint64_t>(0);
+std::shared_ptr<std::uint64_t> writesTo(const platform::FileState& file) {
+  static std::map<std::pair<std::uint64_t, std::uint64_t>, std::weak_ptr<std::uint64_t>> counters;
+  std::weak_ptr<std::uint64_t>& held = counters[{file.device, file.inode}];
+  std::shared_ptr<std::uint64_t> counter = held.lock();
+  if (!counter) held = counter = std::make_shared<std::uint64_t>(0);
   return counter;
+}
+
+RunTimeFailure Recordset::Implementation::noCurrentRecord() {
+  return {failure::noCurrentRecord, "There is no current record. Move to a row first."};
 }
 
 Recordset::Implementation::Implementation(SqlSelect select, Opener opener_, RecordsetType type_, bool shared_)
@@ -47,7 +44,7 @@ void Recordset::Implementation::open(SqlSelect select) {
   std::shared_ptr<DbfFile> table = opener();
   opened = table->state();
   noteFileState(*table);
-  writes = writesTo(table->path());
+  writes = writesTo(opened);
   query = std::make_unique<SqlQuery>(std::move(select), std::move(table));
 }
 
@@ -55,11 +52,14 @@ void Recordset::Implementation::run() {
   dropEdit();
   currentDeleted = false;
   recordRead = false;
+  kept.clear();
   if (query->aggregated()) {
     aggregates = query->aggregates();
     rows = RowNumbers(std::vector<std::uint32_t>(1, 0));
   } else {
-    rows = query->rows();
+    SqlRows found = query->rows(onlyReads() ? kMostKept : 0);
+    rows = RowNumbers(std::move(found.numbers));
+    kept = std::move(found.records);
   }
   index = 0;
   reached = type == RecordsetType::table ? size() : 0;
@@ -86,7 +86,7 @@ void Recordset::Implementation::reach() {
 
 // Every move begins here: an edit is dropped, a row deleted by this cursor leaves. True where one left.
 bool Recordset::Implementation::settle() {
-  dropEdit();
+  if (editing != Editing::none) dropEdit();
   recordRead = false;
   if (!currentDeleted) return false;
   currentDeleted = false;
@@ -173,6 +173,12 @@ std::optional<long> Recordset::Implementation::search(SqlFilter& filter) {
   // One read for a few rows costs less than a run over the whole file.
   constexpr std::size_t kRunPays = 8;
   DbfFile& table = query->table();
+  if (!kept.empty()) {
+    for (long i = 0; i < size(); ++i) {
+      if (filter.matches(keptRecord(i))) return i;
+    }
+    return std::nullopt;
+  }
   if (rows.size() * kRunPays >= table.recordCount()) return searchFile(filter);
   std::vector<unsigned char> bytes(static_cast<std::size_t>(table.recordLength()));
   for (long i = 0; i < size(); ++i) {
@@ -198,64 +204,11 @@ std::optional<long> Recordset::Implementation::searchFile(SqlFilter& filter) {
   return first == rows.end() ? std::optional<long>() : first - rows.begin();
 }
 
-std::size_t Recordset::Implementation::columnNumber(std::string_view name) const {
-  const auto& columns = query->columns();
-  const auto found = std::find_if(columns.begin(), columns.end(),
-                                  [&](const SqlColumn& column) { return equalIgnoringCase(column.name, name); });
-  if (found == columns.end()) {
-    throw RunTimeFailure(failure::noSuchField, "There is no field '" + std::string(name) + "' in the rows of table '" +
-                                                   displayPath(query->table().path()) + "'. Check its name.");
-  }
-  return static_cast<std::size_t>(found - columns.begin());
-}
-
-const unsigned char* Recordset::Implementation::currentRecord() {
-  requireCurrent();
-  DbfFile& table = query->table();
-  if (currentDeleted) throw recordDeleted(table);
-  if (!recordRead || recordWrites != *writes) {
-    record.resize(static_cast<std::size_t>(table.recordLength()));
-    if (!table.readRecord(rows[static_cast<std::size_t>(index)], record.data())) throw recordDeleted(table);
-    recordRead = true;
-    recordWrites = *writes;
-  }
-  if (record[0] == '*') throw recordDeleted(table);
-  return record.data();
-}
-
-Value Recordset::Implementation::value(std::size_t number) {
-  const SqlColumn& shown = column(number);
-  const auto field = static_cast<std::size_t>(shown.field);
-  if (editing != Editing::none) return query->table().value(changed.data(), field);
-  if (query->aggregated()) {
-    requireCurrent();
-    return aggregates[number];
-  }
-  return shownValue(shown, currentRecord());
-}
-
-Value Recordset::Implementation::shownValue(const SqlColumn& shown, const unsigned char* bytes) const {
-  if (shown.field >= 0) return query->table().value(bytes, static_cast<std::size_t>(shown.field));
-  RecordRow row(query->table());
-  row.show(bytes);
-  return evaluate(shown.expression, row);
-}
-
-Value Recordset::Implementation::valueAt(long position, std::size_t number) const {
-  if (position < 0 || position >= size()) throw noCurrentRecord();
-  if (query->aggregated()) return aggregates[number];
-  DbfFile& table = query->table();
-  std::vector<unsigned char> bytes(static_cast<std::size_t>(table.recordLength()));
-  const bool there = table.readRecord(rows[static_cast<std::size_t>(position)], bytes.data()) && bytes[0] != '*';
-  return there ? shownValue(column(number), bytes.data()) : Value();
-}
-
 void Recordset::Implementation::requireUpdatable() const {
   const std::string name = "Table '" + displayPath(query->table().path()) + "' cannot be changed here: ";
   if (!query->updatable())
     throw RunTimeFailure(failure::readOnlyTable, name + "the query computes its values. Query the table's own fields.");
-  const bool live = type == RecordsetType::table || type == RecordsetType::dynaset;
-  if (!live)
+  if (onlyReads())
     throw RunTimeFailure(failure::readOnlyTable, name + "the cursor is of a type that only reads. Open a dynaset.");
   if (query->table().readOnly())
     throw RunTimeFailure(failure::readOnlyTable, name + "it is open for reading only. Open it for writing.");
@@ -324,7 +277,6 @@ void Recordset::Implementation::update() {
 void Recordset::Implementation::appendRows(const unsigned char* records, std::uint32_t count) {
   const bool atEnd = index == size();
   const std::uint32_t first = query->table().append(records, count);
-  noteFileState(query->table());
   rows.append(first, count);
   if (atEnd) index = size();
   reached += static_cast<long>(count);
@@ -334,15 +286,12 @@ void Recordset::Implementation::writeChange() {
   if (puts.empty()) return;
   query->table().update(rows[static_cast<std::size_t>(index)], [this](unsigned char* now) {
     for (const auto& [field, given] : puts) checkUnchanged(field, now);
-    for (const auto& [field, given] : puts) query->table().put(now, field, given);
+    for (const auto& [field, given] : puts) query->table().carry(now, field, given, changed.data());
   });
   countWrite();
 }
 
-void Recordset::Implementation::countWrite() {
-  ++*writes;
-  noteFileState(query->table());
-}
+void Recordset::Implementation::countWrite() { ++*writes; }
 
 void Recordset::Implementation::checkUnchanged(std::size_t field, const unsigned char* now) {
   DbfFile& table = query->table();

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/RunTimeFailure.h"
 #include "tables/Recordset.h"
 #include "tables/RowNumbers.h"
 #include "tables/SqlFilter.h"
@@ -16,8 +17,8 @@
 namespace vantrelix {
 
 // Counts the changes of this process to the rows of a table file: a cursor keeps the bytes of its row only while the
-// count stands. New rows change none.
-std::shared_ptr<std::uint64_t> writesTo(const std::string& path);
+// count stands. New rows change none. The file is open for as long as its counter is held.
+std::shared_ptr<std::uint64_t> writesTo(const platform::FileState& file);
 
 struct Recordset::Implementation {
   using Opener = std::function<std::shared_ptr<DbfFile>()>;
@@ -42,6 +43,8 @@ struct Recordset::Implementation {
   void findFirst(std::string_view criterion);
 
   // Columns and values.
+  bool onlyReads() const { return type == RecordsetType::snapshot || type == RecordsetType::forwardOnly; }
+  void visitNumbers(std::size_t first, std::size_t second, const std::function<void(double, double)>& visit);
   const SqlColumn& column(std::size_t number) const { return query->columns()[number]; }
   std::size_t columnNumber(std::string_view name) const;
   Value value(std::size_t number);
@@ -67,7 +70,8 @@ struct Recordset::Implementation {
   platform::FileState opened;
   std::shared_ptr<std::uint64_t> writes;
 
-  RowNumbers rows;  // of a query of aggregates one that means nothing
+  RowNumbers rows;                  // of a query of aggregates one that means nothing
+  std::vector<unsigned char> kept;  // the bytes of all rows of a picture; else empty
   std::vector<Value> aggregates;
   long index = 0;  // -1 before the first row, the number of rows behind the last
   long reached = 0;
@@ -90,7 +94,9 @@ struct Recordset::Implementation {
   bool settle();
   void reach();
   void requireCurrent() const;
+  static RunTimeFailure noCurrentRecord();
   const unsigned char* currentRecord();
+  const unsigned char* keptRecord(long position) const;
   Value shownValue(const SqlColumn& shown, const unsigned char* bytes) const;
   std::optional<long> search(SqlFilter& filter);
   std::optional<long> searchFile(SqlFilter& filter);

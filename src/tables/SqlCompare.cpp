@@ -33,11 +33,6 @@ int compareFolded(std::string_view a, std::string_view b) {
 
 auto dateParts(const DateTime& d) { return std::make_tuple(d.year, d.month, d.day, d.hour, d.minute, d.second); }
 
-double dateNumber(const DateTime& d) {
-  const double seconds = d.hour * 3600.0 + d.minute * 60.0 + d.second;
-  return static_cast<double>(daysFromCivil(d.year, d.month, d.day)) * 86400.0 + seconds;
-}
-
 // Numbers, booleans and texts that say one; nothing else.
 std::optional<double> numberOf(const Value& value) {
   if (value.isNumber()) return value.number();
@@ -158,25 +153,6 @@ std::optional<int> compareValues(const Value& a, const Value& b) {
   }
   if (a.isBoolean() || b.isBoolean()) return threeWayOf(truthOf(a), truthOf(b));
   return threeWayOf(numberOf(a), numberOf(b));
-}
-
-SortKey::SortKey(const Value& value) {
-  if (value.isNull()) return;
-  if (value.isText()) {
-    rank = 3;
-    text = withoutPadding(value.text());
-    folded = upperCase(text);
-    return;
-  }
-  rank = value.isDate() ? 2 : 1;
-  number = value.isDate() ? dateNumber(value.date()) : numberOf(value).value_or(0);
-}
-
-int compareKeys(const SortKey& a, const SortKey& b) {
-  if (a.rank != b.rank) return threeWay(a.rank, b.rank);
-  if (a.rank < 3) return threeWay(a.number, b.number);
-  const int folded = threeWay(a.folded, b.folded);
-  return folded != 0 ? folded : threeWay(a.text, b.text);
 }
 
 std::optional<double> sqlNumber(std::string_view text) {

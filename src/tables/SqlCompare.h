@@ -5,7 +5,6 @@
 #pragma once
 
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "foundation/Value.h"
@@ -19,17 +18,6 @@ std::string_view withoutPadding(std::string_view text);
 int compareText(std::string_view a, std::string_view b);
 // The same; nothing where one is null or the two cannot be compared.
 std::optional<int> compareValues(const Value& a, const Value& b);
-
-// A value made ready for being sorted many times. Nulls come first, then numbers and booleans, dates, texts.
-struct SortKey {
-  explicit SortKey(const Value& value);
-
-  int rank = 0;
-  double number = 0;
-  std::string folded;
-  std::string text;
-};
-int compareKeys(const SortKey& a, const SortKey& b);
 
 // A number with a point for its decimals, outer blanks allowed; nothing where the text is anything else.
 std::optional<double> sqlNumber(std::string_view text);

@@ -1,7 +1,8 @@
 // Which records of a table a condition lets through.
 //
-// Equalities of a character field and a text, joined by AND, are compared on the record's bytes: that decides nearly
-// every row of a search without a value being made. The rest of the condition is evaluated for what is left.
+// Equalities of a character field and a text, and comparisons of a number field and a number, joined by AND, are
+// decided on the record's bytes: that settles nearly every row of a search without a value being made. The rest of the
+// condition is evaluated for what is left.
 #pragma once
 
 #include <optional>
@@ -11,6 +12,7 @@
 #include "tables/DbfFile.h"
 #include "tables/SqlEvaluator.h"
 #include "tables/TextRuns.h"
+#include "tables/dbfNumber.h"
 
 namespace vantrelix {
 
@@ -31,6 +33,8 @@ class SqlFilter {
   // `condition` is bound to the table and outlives the filter; none lets every live record through.
   SqlFilter(DbfFile& table, const SqlExpression* condition);
   bool matches(const unsigned char* record);
+  // Adds those of `count` records behind one another that match.
+  void choose(const unsigned char* records, std::uint32_t count, std::vector<const unsigned char*>& chosen);
   // A text without which no record is let through; nothing where there is no such text.
   std::optional<SoughtText> soughtText() const;
 
@@ -43,13 +47,24 @@ class SqlFilter {
     bool matches(const unsigned char* record) const;
   };
 
+  struct NumberTest {
+    dbf::DigitsField field;
+    SqlComparison comparison;
+    double wanted = 0;
+    bool matches(const unsigned char* record) const;
+  };
+
   void add(const SqlExpression& term);
+  bool addTests(const SqlExpression& term);
   bool addEquality(const SqlExpression& field, const SqlExpression& literal);
+
+  bool addTest(SqlComparison comparison, const SqlExpression& field, const SqlExpression& number);
 
   DbfFile& table_;
   RecordRow row_;
   bool never_ = false;
   std::vector<ByteEquality> equalities_;
+  std::vector<NumberTest> tests_;
   std::vector<const SqlExpression*> rest_;
 };
 

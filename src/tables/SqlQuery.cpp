@@ -1,11 +1,10 @@
 #include "tables/SqlQuery.h"
 
 #include <algorithm>
-#include <numeric>
 
 #include "foundation/extract.h"
 #include "foundation/text.h"
-#include "tables/SqlCompare.h"
+#include "tables/SqlAggregates.h"
 #include "tables/SqlFilter.h"
 #include "tables/SqlLexer.h"
 
@@ -15,6 +14,8 @@ namespace {
 
 constexpr int kComputedTextSize = 255;
 constexpr int kNumberSize = 8;
+// Room for the points of one antenna, so that a search does not move what it finds again and again.
+constexpr std::size_t kUsualFinds = 512;
 
 RunTimeFailure noSuchFieldFailure(const DbfFile& table, const std::string& name, const std::string& text,
                                   std::size_t position) {
@@ -61,61 +62,6 @@ FieldType typeOf(const SqlExpression& e, const DbfFile& table) {
 int sizeOf(FieldType type) {
   if (type == FieldType::boolean) return 1;
   return type == FieldType::text || type == FieldType::memo ? kComputedTextSize : kNumberSize;
-}
-
-// One aggregate over the rows seen so far; nulls do not count.
-class Accumulator {
- public:
-  explicit Accumulator(const SqlColumn& column) : column_(column) {}
-
-  void add(const SqlRow& row) {
-    const Value value = evaluate(column_.expression, row);
-    if (value.isNull()) return;
-    if (column_.aggregate == SqlAggregate::sum || column_.aggregate == SqlAggregate::average) return addNumber(value);
-    ++count_;
-    if (column_.aggregate == SqlAggregate::count) return;
-    const int wanted = column_.aggregate == SqlAggregate::minimum ? -1 : 1;
-    const auto order = compareValues(value, extreme_);
-    if (extreme_.isNull() || (order && *order * wanted > 0)) extreme_ = value;
-  }
-
-  Value result() const {
-    if (column_.aggregate == SqlAggregate::count) return static_cast<double>(count_);
-    if (count_ == 0) return {};
-    if (column_.aggregate == SqlAggregate::sum) return sum_;
-    return column_.aggregate == SqlAggregate::average ? Value(sum_ / static_cast<double>(count_)) : extreme_;
-  }
-
- private:
-  void addNumber(const Value& value) {
-    const auto number = value.isText() ? sqlNumber(value.text()) : std::optional<double>();
-    if (!number && !value.isNumber() && !value.isBoolean()) return;
-    sum_ += number ? *number : value.asNumber();
-    ++count_;
-  }
-
-  const SqlColumn& column_;
-  std::uint64_t count_ = 0;
-  double sum_ = 0;
-  Value extreme_;
-};
-
-// Sorts row numbers by the keys taken beside them, `terms` keys a row.
-std::vector<std::uint32_t> sortedRows(const std::vector<std::uint32_t>& rows, const std::vector<SortKey>& keys,
-                                      const std::vector<SqlOrder>& terms) {
-  std::vector<std::size_t> order(rows.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-    for (std::size_t term = 0; term < terms.size(); ++term) {
-      const int result = compareKeys(keys[a * terms.size() + term], keys[b * terms.size() + term]);
-      if (result != 0) return terms[term].descending ? result > 0 : result < 0;
-    }
-    return false;
-  });
-  std::vector<std::uint32_t> sorted;
-  sorted.reserve(rows.size());
-  for (const std::size_t index : order) sorted.push_back(rows[index]);
-  return sorted;
 }
 
 }  // namespace
@@ -205,19 +151,41 @@ bool SqlQuery::updatable() const {
   return std::all_of(columns_.begin(), columns_.end(), [](const SqlColumn& column) { return column.field >= 0; });
 }
 
-void SqlQuery::visitRows(const std::function<void(std::uint32_t, const unsigned char*)>& visit) const {
+// Gives records in file order, many at a time where they stand behind one another; their bytes are valid during the
+// call.
+template <class Visit>
+void SqlQuery::eachRows(const Visit& visit) const {
   SqlFilter filter(*table_, select_.where ? &*select_.where : nullptr);
-  const std::uint32_t count = table_->recordCount();
-  const RecordVisitor look = [&](std::uint32_t number, const unsigned char* record) {
-    if (number >= count) return false;
-    if (filter.matches(record)) visit(number, record);
+  std::vector<const unsigned char*> chosen;
+  const BlockVisitor look = [&](std::uint32_t first, const unsigned char* records, std::uint32_t rows) {
+    chosen.clear();
+    filter.choose(records, rows, chosen);
+    visit(chosen, first, records);
     return true;
   };
   if (const auto sought = filter.soughtText()) {
-    scanForText(*table_, *sought, look);
+    scanBlocksForText(*table_, *sought, look);
   } else {
-    table_->scan(look);
+    table_->scanBlocks(look);
   }
+}
+
+template <class Visit>
+void SqlQuery::eachRow(const Visit& visit) const {
+  const auto length = table_->recordLength();
+  eachRows([&](const std::vector<const unsigned char*>& chosen, std::uint32_t first, const unsigned char* records) {
+    for (const unsigned char* record : chosen) {
+      visit(first + static_cast<std::uint32_t>((record - records) / length), record);
+    }
+  });
+}
+
+// A visitor may add rows to the table.
+void SqlQuery::visitRows(const std::function<void(std::uint32_t, const unsigned char*)>& visit) const {
+  const std::uint32_t count = table_->recordCount();
+  eachRow([&](std::uint32_t number, const unsigned char* record) {
+    if (number < count) visit(number, record);
+  });
 }
 
 // Of a table of millions of rows a step less for each counts.
@@ -237,30 +205,39 @@ std::vector<std::uint32_t> SqlQuery::liveRows() const {
   return found;
 }
 
-std::vector<std::uint32_t> SqlQuery::rows() const {
-  if (!select_.where && !ordered()) return liveRows();
-  std::vector<std::uint32_t> found;
-  std::vector<SortKey> keys;
-  RecordRow row(*table_);
-  visitRows([&](std::uint32_t number, const unsigned char* record) {
-    found.push_back(number);
-    row.show(record);
-    for (const SqlOrder& order : select_.order) keys.emplace_back(evaluate(order.expression, row));
+SqlRows SqlQuery::rows(std::size_t mostKept) const {
+  if (!select_.where) {
+    const std::size_t count = table_->recordCount();
+    if (count * static_cast<std::size_t>(table_->recordLength()) > mostKept) mostKept = 0;
+    if (mostKept == 0 && !ordered()) return {liveRows(), {}, false};
+    return collectRows(mostKept, count);
+  }
+  return collectRows(mostKept, kUsualFinds);
+}
+
+SqlRows SqlQuery::collectRows(std::size_t mostKept, std::size_t expected) const {
+  RowCollector collector(*table_, select_.order, mostKept);
+  collector.reserve(expected);
+  const auto length = static_cast<std::size_t>(table_->recordLength());
+  eachRows([&](const std::vector<const unsigned char*>& chosen, std::uint32_t first, const unsigned char* records) {
+    for (auto run = chosen.begin(); run != chosen.end();) {
+      const unsigned char* const begin = *run;
+      const unsigned char* end = begin;
+      for (; run != chosen.end() && *run == end; ++run) end += length;
+      const auto place = static_cast<std::size_t>(begin - records) / length;
+      collector.add(first + static_cast<std::uint32_t>(place), begin,
+                    static_cast<std::uint32_t>(static_cast<std::size_t>(end - begin) / length));
+    }
   });
-  return ordered() ? sortedRows(found, keys, select_.order) : found;
+  return collector.take();
 }
 
 std::vector<Value> SqlQuery::aggregates() const {
-  std::vector<Accumulator> accumulators(columns_.begin(), columns_.end());
-  RecordRow row(*table_);
-  visitRows([&](std::uint32_t, const unsigned char* record) {
-    row.show(record);
-    for (Accumulator& accumulator : accumulators) accumulator.add(row);
+  SqlAggregates totals(*table_, columns_);
+  eachRows([&](const std::vector<const unsigned char*>& chosen, std::uint32_t, const unsigned char*) {
+    totals.add(chosen);
   });
-  std::vector<Value> values;
-  values.reserve(accumulators.size());
-  for (const Accumulator& accumulator : accumulators) values.push_back(accumulator.result());
-  return values;
+  return totals.results();
 }
 
 }  // namespace vantrelix

@@ -10,6 +10,7 @@
 #include "tables/DbfFile.h"
 #include "tables/FieldType.h"
 #include "tables/SqlEvaluator.h"
+#include "tables/SqlRows.h"
 
 namespace vantrelix {
 
@@ -38,11 +39,10 @@ class SqlQuery {
   bool aggregated() const { return aggregated_; }
   bool ordered() const { return !select_.order.empty(); }
 
-  // The numbers of the records that the query gives, in its order.
-  std::vector<std::uint32_t> rows() const;
+  // The rows that the query gives, in its order; their bytes as well where they are no more than `mostKept`.
+  SqlRows rows(std::size_t mostKept = 0) const;
   // Runs over the same records in file order; the bytes are valid during the call. Records added meanwhile are left
   // out.
-  std::vector<std::uint32_t> liveRows() const;
   void visitRows(const std::function<void(std::uint32_t number, const unsigned char* record)>& visit) const;
   // The one row of a query of aggregates.
   std::vector<Value> aggregates() const;
@@ -51,6 +51,12 @@ class SqlQuery {
   void bind(SqlExpression& condition, const std::string& text) const;
 
  private:
+  template <class Visit>
+  void eachRows(const Visit& visit) const;
+  template <class Visit>
+  void eachRow(const Visit& visit) const;
+  std::vector<std::uint32_t> liveRows() const;
+  SqlRows collectRows(std::size_t mostKept, std::size_t expected) const;
   void makeColumns();
   SqlColumn tableColumn(int field) const;
   SqlColumn itemColumn(const SqlItem& item, std::size_t number) const;

@@ -2,93 +2,27 @@
 
 #include <algorithm>
 #include <cstring>
-#include <map>
+#include <memory>
 #include <optional>
-#include <tuple>
 #include <vector>
 
 #include "platform/Platform.h"
+#include "tables/RememberedTable.h"
+#include "tables/RunList.h"
 #include "tables/learnTexts.h"
 
 namespace vantrelix {
 
 namespace {
 
-constexpr std::uint64_t kSmallestRemembered = std::uint64_t{1} << 20;
+constexpr std::uint64_t kSmallestRemembered = std::uint64_t{1} << 16;
 // A table that is so many times larger takes longer to read than a user notices: it pays to wait for its notes.
-constexpr std::uint64_t kWaitingPays = 32;
+constexpr std::uint64_t kWaitingPays = 512;
 std::uint64_t smallest = kSmallestRemembered;
+// Milliseconds that a user does not notice.
+constexpr int kLongestWait = 101;
 // A field whose texts change more often than this is not remembered: the notes would outgrow their use.
 constexpr std::size_t kMostRuns = std::size_t{1} << 18;
-constexpr std::size_t kMostFiles = 16;
-// Ticks of file systems: two seconds where times are whole seconds, else the system's own of 16 ms at most.
-constexpr std::int64_t kCoarseTick = 2100;
-constexpr std::int64_t kFineTick = 100;
-constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
-
-// Rows in succession with one text, known by its hash: rows of another text may be among those found.
-struct Run {
-  std::size_t hash;
-  std::uint32_t first;
-  std::uint32_t count;
-};
-
-struct Known {
-  platform::FileState state;
-  std::int64_t seen = 0;   // when this state was first seen
-  std::uint64_t used = 0;  // counts the uses of all files; the one just used has the highest
-  // By the offset of a field: by hash, then by place; nothing where the texts change too often.
-  std::map<std::size_t, std::optional<std::vector<Run>>> runs;
-};
-
-using FileNumber = std::pair<std::uint64_t, std::uint64_t>;
-
-std::map<FileNumber, Known>& knownFiles() {
-  static std::map<FileNumber, Known> files;
-  return files;
-}
-
-void forgetOldest(std::map<FileNumber, Known>& files) {
-  if (files.size() <= kMostFiles) return;
-  files.erase(std::min_element(files.begin(), files.end(),
-                               [](const auto& a, const auto& b) { return a.second.used < b.second.used; }));
-}
-
-Known& knownOf(const DbfFile& table) {
-  const platform::FileState state = table.state();
-  const std::int64_t now = platform::current().steadyMilliseconds();
-  auto& files = knownFiles();
-  const auto [found, isNew] = files.try_emplace({state.device, state.inode});
-  Known& known = found->second;
-  static std::uint64_t uses = 0;
-  known.used = ++uses;
-  if (!isNew && known.state == state) return known;
-  known.state = state;
-  known.seen = now;
-  known.runs.clear();
-  forgetOldest(files);
-  return known;
-}
-
-bool isLarge(const Known& known) { return known.state.size >= smallest; }
-
-// Milliseconds from when its state was first seen until the file may be taken to stand still; nothing where never.
-std::optional<std::int64_t> proving(const Known& known) {
-  if (known.state.modifiedNanoseconds == 0) return std::nullopt;
-  return known.state.modifiedNanoseconds % kNanosecondsPerSecond == 0 ? kCoarseTick : kFineTick;
-}
-
-bool standsStill(const Known& known) {
-  const auto needed = proving(known);
-  return needed && platform::current().steadyMilliseconds() - known.seen > *needed;
-}
-
-// Where it does soon.
-void waitUntilStill(const Known& known) {
-  if (proving(known) != kFineTick) return;
-  const std::int64_t left = known.seen + kFineTick + 1 - platform::current().steadyMilliseconds();
-  if (left > 0) platform::current().sleepMilliseconds(static_cast<int>(left));
-}
 
 // The text of a field, as SoughtText has it.
 std::string textIn(const unsigned char* field, std::size_t width) {
@@ -111,48 +45,99 @@ bool sameBytes(const unsigned char* a, const unsigned char* b, std::size_t width
   return ((eightBytes(a) ^ eightBytes(b)) | (eightBytes(a + tail) ^ eightBytes(b + tail))) == 0;
 }
 
+std::size_t hashOf(const unsigned char* field, std::size_t width) {
+  return std::hash<std::string>()(textIn(field, width));
+}
+
+// The runs of a field in all rows of a table.
+class NotedRuns : public RowNotes {
+ public:
+  NotedRuns(std::size_t offset, std::size_t width) : offset_(offset), width_(width) {}
+
+  static std::string nameOf(std::size_t offset) { return "texts at " + std::to_string(offset); }
+
+  // Rows behind those noted, whose field has the same bytes.
+  void add(const unsigned char* field, std::uint32_t count) {
+    note(field, {rows_, count});
+    rows_ += count;
+  }
+
+  // Rows that are noted, deleted ones included.
+  std::uint32_t rows() const { return rows_; }
+  bool tooMany() const { return tooMany_; }
+  std::vector<RowRun> find(const std::string& text) const { return runs_.find(std::hash<std::string>()(text)); }
+
+  bool rowsAdded(DbfFile& table, std::uint32_t first, const unsigned char* records, std::uint32_t count) override {
+    if (first != rows_) return false;
+    const auto length = static_cast<std::size_t>(table.recordLength());
+    const unsigned char* const field = records + offset_;
+    for (std::uint32_t row = 0; row < count;) {
+      const std::uint32_t from = row;
+      while (++row < count && sameBytes(field + row * length, field + from * length, width_)) {
+      }
+      add(field + from * length, row - from);
+    }
+    return true;
+  }
+
+  // A row may stay noted for the text that it had: rows are looked at again whenever they are found.
+  bool rowChanged(DbfFile& /*table*/, std::uint32_t number, const unsigned char* before,
+                  const unsigned char* after) override {
+    if (!sameBytes(before + offset_, after + offset_, width_)) note(after + offset_, {number, 1});
+    return true;
+  }
+
+ private:
+  void note(const unsigned char* field, RowRun rows) {
+    if (tooMany_) return;
+    runs_.add(hashOf(field, width_), rows);
+    tooMany_ = runs_.size() > kMostRuns;
+    if (tooMany_) runs_ = RunList();
+  }
+
+  std::size_t offset_;
+  std::size_t width_;
+  RunList runs_;
+  std::uint32_t rows_ = 0;
+  bool tooMany_ = false;  // then none is known
+};
+
 // Walks over a table by runs of rows with the same bytes in the field, visits, if there is a visitor, the rows of those
 // that may have the sought text, and notes where each run stands if asked to.
 class RunWalk {
  public:
-  RunWalk(const DbfFile& table, const SoughtText& sought, const RecordVisitor& visit, bool takesNotes)
+  RunWalk(const DbfFile& table, const SoughtText& sought, const BlockVisitor& visit, NotedRuns* notes)
       : length_(static_cast<std::size_t>(table.recordLength())),
         sought_(sought),
         visit_(visit),
-        takesNotes_(takesNotes),
+        notes_(notes),
         last_(sought.width) {}
 
   // The next records. False where the visitor stops.
   bool walk(std::uint32_t first, const unsigned char* records, std::uint32_t count) {
     const unsigned char* const field = records + sought_.offset;
-    end_ = first + count;
     for (std::uint32_t row = 0; row < count;) {
-      if (!begun_ || !sameBytes(field + row * length_, last_.data(), sought_.width)) {
-        begin(first + row, field + row * length_);
-      }
+      if (run_ == 0 || !sameBytes(field + row * length_, last_.data(), sought_.width)) begin(field + row * length_);
       const std::uint32_t from = row;
       while (++row < count && sameBytes(field + row * length_, last_.data(), sought_.width)) {
       }
-      if (isSought_ && !visitRows(first + from, records + from * length_, row - from)) return false;
+      run_ += row - from;
+      if (isSought_ && !visit_(first + from, records + from * length_, row - from)) return false;
     }
     return true;
   }
 
-  std::optional<std::vector<Run>> takeNotes() {
-    if (tooMany_) return std::nullopt;
-    closeRun(end_);
-    std::sort(runs_.begin(), runs_.end(),
-              [](const Run& a, const Run& b) { return std::tie(a.hash, a.first) < std::tie(b.hash, b.first); });
-    runs_.shrink_to_fit();
-    return std::move(runs_);
+  // Behind the last records.
+  void end() {
+    if (run_ > 0 && notes_ != nullptr) notes_->add(last_.data(), run_);
+    run_ = 0;
   }
 
  private:
-  void begin(std::uint32_t number, const unsigned char* field) {
-    begun_ = true;
+  void begin(const unsigned char* field) {
+    end();
     std::memcpy(last_.data(), field, sought_.width);
     isSought_ = visit_ && beginsAsSought(field);
-    if (takesNotes_) note(number, field);
   }
 
   // What stands behind the text is for the visitor to look at.
@@ -161,52 +146,32 @@ class RunWalk {
                       [](char wanted, unsigned char c) { return upperByte(c) == static_cast<unsigned char>(wanted); });
   }
 
-  void note(std::uint32_t number, const unsigned char* field) {
-    closeRun(number);
-    tooMany_ = tooMany_ || runs_.size() >= kMostRuns;
-    if (!tooMany_) runs_.push_back({std::hash<std::string>()(textIn(field, sought_.width)), number, 0});
-  }
-
-  void closeRun(std::uint32_t end) {
-    if (!runs_.empty() && !tooMany_) runs_.back().count = end - runs_.back().first;
-  }
-
-  bool visitRows(std::uint32_t number, const unsigned char* records, std::uint32_t count) const {
-    for (std::uint32_t row = 0; row < count; ++row) {
-      if (!visit_(number + row, records + row * length_)) return false;
-    }
-    return true;
-  }
-
   std::size_t length_;
   const SoughtText& sought_;
-  const RecordVisitor& visit_;
-  bool takesNotes_;
+  const BlockVisitor& visit_;
+  NotedRuns* notes_;
   std::vector<unsigned char> last_;  // the field's bytes in the run
-  bool begun_ = false;
+  std::uint32_t run_ = 0;            // rows of the run so far
   bool isSought_ = false;
-  std::uint32_t end_ = 0;  // behind the rows walked over
-  std::vector<Run> runs_;
-  bool tooMany_ = false;
 };
 
-// Notes are kept only of a walk to the end: what was not read is not known.
-void walk(DbfFile& table, const SoughtText& sought, const RecordVisitor& visit, const platform::FileState* noted) {
-  RunWalk runs(table, sought, visit, noted != nullptr);
+// Where nothing is known of the field, and that may change, notes are taken; they are kept only of a walk to the end:
+// what was not read is not known.
+void walk(DbfFile& table, const SoughtText& sought, const BlockVisitor& visit, const TableLook* noting) {
+  const auto notes = noting != nullptr ? std::make_shared<NotedRuns>(sought.offset, sought.width) : nullptr;
+  RunWalk runs(table, sought, visit, notes.get());
   const bool whole = table.scanBlocks([&](std::uint32_t first, const unsigned char* records, std::uint32_t count) {
     return runs.walk(first, records, count);
   });
-  if (!whole || noted == nullptr) return;
-  const auto known = knownFiles().find({noted->device, noted->inode});
-  if (known == knownFiles().end() || known->second.state != *noted) return;
-  known->second.runs.insert_or_assign(sought.offset, runs.takeNotes());
+  if (!whole || !notes) return;
+  runs.end();
+  noting->keep(NotedRuns::nameOf(sought.offset), notes);
 }
 
-// By place.
-std::vector<Run> runsOf(const std::vector<Run>& runs, const std::string& text) {
-  const auto [first, last] = std::equal_range(runs.begin(), runs.end(), Run{std::hash<std::string>()(text), 0, 0},
-                                              [](const Run& a, const Run& b) { return a.hash < b.hash; });
-  return {first, last};
+bool isLarge(const TableLook& look) { return look.state().size >= smallest; }
+
+std::shared_ptr<const NotedRuns> notedRuns(const TableLook& look, std::size_t offset) {
+  return std::dynamic_pointer_cast<const NotedRuns>(look.notes(NotedRuns::nameOf(offset)));
 }
 
 }  // namespace
@@ -214,20 +179,31 @@ std::vector<Run> runsOf(const std::vector<Run>& runs, const std::string& text) {
 std::uint64_t smallestRemembered() { return smallest; }
 void setSmallestRemembered(std::uint64_t bytes) { smallest = bytes; }
 
-void noteFileState(const DbfFile& table) { knownOf(table); }
+void noteFileState(const DbfFile& table) { const TableLook look(table); }
 
 void scanForText(DbfFile& table, const SoughtText& sought, const RecordVisitor& visit) {
-  const Known& known = knownOf(table);
-  const auto noted = known.runs.find(sought.offset);
-  if (noted == known.runs.end()) {
-    const platform::FileState state = known.state;
-    return walk(table, sought, visit, isLarge(known) && standsStill(known) ? &state : nullptr);
+  const auto length = static_cast<std::size_t>(table.recordLength());
+  scanBlocksForText(table, sought, [&](std::uint32_t first, const unsigned char* records, std::uint32_t count) {
+    for (std::uint32_t row = 0; row < count; ++row) {
+      if (!visit(first + row, records + row * length)) return false;
+    }
+    return true;
+  });
+}
+
+void scanBlocksForText(DbfFile& table, const SoughtText& sought, const BlockVisitor& visit) {
+  const TableLook look(table);
+  const std::shared_ptr<const NotedRuns> noted = notedRuns(look, sought.offset);
+  if (!noted) {
+    const bool trusted = isLarge(look) && look.canBeTrusted();
+    if (isLarge(look) && !trusted) look.askForTrust();
+    return walk(table, sought, visit, trusted ? &look : nullptr);
   }
-  if (!noted->second) return walk(table, sought, visit, nullptr);
-  // What is visited may ask for other texts, which can forget the notes.
-  const std::vector<Run> runs = runsOf(*noted->second, sought.text);
-  for (const Run& run : runs) {
-    if (!table.scan(visit, run.first, run.count)) return;
+  if (noted->tooMany() || noted->rows() != table.recordCount()) return walk(table, sought, visit, nullptr);
+  // What is visited may write to the table, which changes the notes.
+  const std::vector<RowRun> runs = noted->find(sought.text);
+  for (const RowRun& run : runs) {
+    if (!table.scanBlocks(visit, run.first, run.count)) return;
   }
 }
 
@@ -238,13 +214,14 @@ void learnTexts(const std::string& path, const std::string& field) {
   const DbfField& column = table->fields()[static_cast<std::size_t>(index)];
   if (column.type != 'C') return;
   const SoughtText nothing{static_cast<std::size_t>(column.offset), static_cast<std::size_t>(column.width), ""};
-  const auto wanted = [&](const Known& known) { return isLarge(known) && !known.runs.contains(nothing.offset); };
-  const Known& first = knownOf(*table);
+  const auto wanted = [&](const TableLook& look) { return isLarge(look) && !notedRuns(look, nothing.offset); };
+  const TableLook first(*table);
   if (!wanted(first)) return;
-  if (first.state.size / kWaitingPays >= smallest) waitUntilStill(first);
-  const Known& known = knownOf(*table);
-  const platform::FileState state = known.state;
-  if (wanted(known) && standsStill(known)) walk(*table, nothing, {}, &state);
+  const std::optional<int> left = first.untilTrusted();
+  const bool isShort = left && *left <= kLongestWait && first.state().size / kWaitingPays >= smallest;
+  if (isShort && *left > 0) platform::current().sleepMilliseconds(*left);
+  const TableLook now(*table);
+  if (wanted(now) && now.canBeTrusted()) walk(*table, nothing, {}, &now);
 }
 
 }  // namespace vantrelix

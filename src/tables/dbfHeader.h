@@ -15,6 +15,10 @@ inline constexpr std::uint64_t kFixedHeader = 32;
 inline constexpr std::uint64_t kDescriptor = 32;
 inline constexpr unsigned char kHeaderEnd = 0x0D;
 inline constexpr unsigned char kFileEnd = 0x1A;
+inline constexpr std::uint64_t kBackLink = 263;  // bytes behind the terminator in the visual family
+// The flags of the table, byte 28.
+inline constexpr unsigned char kTableFlagIndex = 0x01;
+inline constexpr unsigned char kTableFlagMemo = 0x02;
 
 enum class MemoFormat { none, dbase3, dbase4, foxpro };
 
@@ -42,6 +46,9 @@ Header parseHeader(std::string_view bytes, std::uint64_t fileSize, const std::st
 // Rows that both the header's count and the file's size promise.
 std::uint32_t rowsWithin(std::uint64_t fileSize, const Header& header, std::uint32_t count);
 
+bool isReadable(int version);
+// Of a format that is refused by its name.
+bool isStranger(int version);
 // Whether a table of the version is of the family that keeps numbers in binary (0x30 to 0x32).
 bool isVisual(int version);
 MemoFormat memoFormatOf(int version);

@@ -1,9 +1,12 @@
 #include "tables/dbfNumber.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 
 #include "foundation/millionths.h"
 #include "foundation/numbers.h"
@@ -71,29 +74,59 @@ std::optional<double> magnitude(const char* first, const char* last) {
   return scan.scale < 0 ? whole / kPowers[-scan.scale] : whole * kPowers[scan.scale];
 }
 
-std::optional<std::string> digitsOfText(double value, std::size_t width, int decimals) {
-  const std::string digits = fixedDecimals(value, decimals);
-  if (digits.size() > width) return std::nullopt;
-  return std::string(width - digits.size(), ' ') + digits;
+// The whole number of units of the last decimal that the value's text of 15 digits is rounded to, without its sign.
+// Nothing where that is not plain from the value itself: the text is off the value by half a unit of its 15th digit at
+// most, which is 5e-15 of it, so that only a value so near to a half may be rounded to either side.
+std::optional<std::uint64_t> plainUnits(double value, int decimals) {
+  constexpr double kLargest = 1e12;
+  constexpr double kDoubtful = 1e-14;
+  if (decimals > kExactPower) return std::nullopt;
+  const double scaled = std::abs(value) * kPowers[decimals];
+  if (!(scaled < kLargest)) return std::nullopt;
+  const auto whole = static_cast<std::int64_t>(scaled);
+  const double rest = scaled - static_cast<double>(whole);
+  if (std::abs(rest - 0.5) <= kDoubtful * (scaled + 1)) return std::nullopt;
+  return static_cast<std::uint64_t>(whole) + (rest > 0.5 ? 1 : 0);
 }
 
-// What digitsOfText gives for a number of whole millionths, in a fraction of its time: nearly every point of a pattern
-// is one, and writing patterns is little else. Written from the last digit to the first.
-std::optional<std::string> digitsOfMillionths(std::int64_t number, std::size_t width, int decimals) {
-  const auto step = static_cast<std::int64_t>(kPowers[kMillionthsDecimals - decimals]);
-  std::int64_t rest = (std::abs(number) + step / 2) / step;
-  const bool negative = number < 0 && rest > 0;
-  std::string text(width, ' ');
-  std::size_t left = width;
-  for (int place = 0; place <= decimals || rest > 0; ++place, rest /= 10) {
-    const bool point = place == decimals && decimals > 0;
-    if (left < (point ? 2U : 1U)) return std::nullopt;
-    if (point) text[--left] = '.';
-    text[--left] = static_cast<char>('0' + rest % 10);
-  }
-  if (negative && left == 0) return std::nullopt;
-  if (negative) text[--left] = '-';
-  return text;
+// The same of a number of whole millionths, halves among them.
+std::optional<std::uint64_t> unitsOfMillionths(double value, int decimals) {
+  if (decimals > kMillionthsDecimals) return std::nullopt;
+  const std::optional<std::int64_t> number = millionths(value);
+  if (!number) return std::nullopt;
+  const auto step = static_cast<std::uint64_t>(kPowers[kMillionthsDecimals - decimals]);
+  return (static_cast<std::uint64_t>(std::abs(*number)) + step / 2) / step;
+}
+
+// Writes from the last digit to the first. False, and nothing is written, where the field is too narrow.
+bool putUnits(std::uint64_t units, bool negative, char* at, std::size_t width, int decimals) {
+  std::array<char, 32> digits;
+  char* const end = digits.data() + digits.size();
+  char* first = end;
+  for (int place = 0; place < decimals; ++place, units /= 10) *--first = static_cast<char>('0' + units % 10);
+  if (decimals > 0) *--first = '.';
+  do *--first = static_cast<char>('0' + units % 10);
+  while ((units /= 10) > 0);
+  if (negative) *--first = '-';
+  const auto length = static_cast<std::size_t>(end - first);
+  if (length > width) return false;
+  std::memset(at, ' ', width - length);
+  std::memcpy(at + width - length, first, length);
+  return true;
+}
+
+bool putText(double value, char* at, std::size_t width, int decimals) {
+  const std::string digits = fixedDecimals(value, decimals);
+  if (digits.size() > width) return false;
+  std::fill_n(at, width - digits.size(), ' ');
+  std::copy(digits.begin(), digits.end(), at + width - digits.size());
+  return true;
+}
+
+bool putRounded(double value, char* at, std::size_t width, int decimals) {
+  std::optional<std::uint64_t> units = plainUnits(value, decimals);
+  if (!units) units = unitsOfMillionths(value, decimals);
+  return units ? putUnits(*units, value < 0 && *units > 0, at, width, decimals) : putText(value, at, width, decimals);
 }
 
 }  // namespace
@@ -114,16 +147,63 @@ std::optional<double> parseNumber(std::string_view bytes) {
   return -*value;
 }
 
-std::optional<std::string> numberDigits(double value, std::size_t width, int decimals) {
-  if (!std::isfinite(value)) return std::nullopt;
-  const std::optional<std::int64_t> number = millionths(value);
-  for (; decimals >= 0; --decimals) {
-    std::optional<std::string> digits = number && decimals <= kMillionthsDecimals
-                                            ? digitsOfMillionths(*number, width, decimals)
-                                            : digitsOfText(value, width, decimals);
-    if (digits) return digits;
+std::optional<DigitsField> DigitsField::of(const DbfField& field) {
+  if ((field.type != 'N' && field.type != 'F') || field.nullBit >= 0 || field.width <= 0) return std::nullopt;
+  constexpr int kMostDecimals = 7;
+  DigitsField result;
+  result.offset_ = static_cast<std::size_t>(field.offset);
+  result.width_ = static_cast<std::size_t>(field.width);
+  const int whole = field.decimals > 0 ? field.width - field.decimals - 1 : field.width;
+  result.usual_ = std::endian::native == std::endian::little && field.width >= 8 && whole > 0 && field.decimals >= 0 &&
+                  field.decimals <= kMostDecimals;
+  if (!result.usual_) return result;
+  result.whole_ = static_cast<unsigned>(whole);
+  result.decimals_ = static_cast<unsigned>(field.decimals);
+  result.skipped_ = static_cast<unsigned>(std::max(whole - 8, 0));
+  const int missing = 8 * std::max(8 - whole, 0);
+  result.shift_ = static_cast<unsigned>(missing);
+  if (missing > 0) result.padding_ = ' ' * kEachByte >> (64 - missing);
+  if (field.decimals > 0) {
+    result.decimalBytes_ = ~std::uint64_t{0} << (64 - 8 * field.decimals);
+    result.blankBytes_ = ~std::uint64_t{0} >> (64 - 8 * field.decimals);
   }
-  return std::nullopt;
+  result.leastBehind_ = 8 * std::max(field.decimals, 1);
+  result.divisor_ = kPowers[field.decimals];
+  return result;
+}
+
+bool DigitsField::readAny(const unsigned char* at, double& number) const {
+  const std::optional<double> any = parseNumber({reinterpret_cast<const char*>(at), width_});
+  number = any.value_or(0);
+  return any.has_value();
+}
+
+void DigitsField::readAll(const std::vector<const unsigned char*>& records, std::vector<double>& numbers) const {
+  const std::size_t before = numbers.size();
+  numbers.resize(before + records.size());
+  const DigitsField field = *this;  // its members cannot change by what is written
+  double* next = numbers.data() + before;
+  for (const unsigned char* const record : records) {
+    double number = 0;
+    const bool there = field.read(record, number);
+    *next = number;
+    next += there ? 1 : 0;
+  }
+  numbers.resize(static_cast<std::size_t>(next - numbers.data()));
+}
+
+bool putDigits(double value, char* at, std::size_t width, int decimals) {
+  if (!std::isfinite(value)) return false;
+  for (; decimals >= 0; --decimals) {
+    if (putRounded(value, at, width, decimals)) return true;
+  }
+  return false;
+}
+
+std::optional<std::string> numberDigits(double value, std::size_t width, int decimals) {
+  std::string digits(width, ' ');
+  if (!putDigits(value, digits.data(), width, decimals)) return std::nullopt;
+  return digits;
 }
 
 }  // namespace vantrelix::dbf

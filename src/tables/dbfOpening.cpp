@@ -16,7 +16,7 @@ namespace {
 using platform::File;
 using platform::OpenMode;
 
-constexpr std::size_t kFirstRead = 4096;
+constexpr std::size_t kFirstRead = 1024;
 constexpr std::size_t kLongestHeader = 65535 + 32;
 constexpr std::uint64_t kLongestPageName = 4096;
 constexpr int kReplacementsFollowed = 20;
@@ -59,8 +59,8 @@ std::unique_ptr<File> openFile(const std::string& path, Sharing sharing, bool& r
 }
 
 // Compressed rows stand behind a sound header, in less room than it promises, and look like none from the first byte.
-void checkFirstRow(File& file, const Header& header, const std::string& displayName) {
-  if (rowsWithin(file.size(), header, header.count) == header.count) return;
+void checkFirstRow(File& file, std::uint64_t size, const Header& header, const std::string& displayName) {
+  if (rowsWithin(size, header, header.count) == header.count) return;
   unsigned char first = ' ';
   file.readAt(header.headerLength, &first, 1);
   if (first == ' ' || first == '*' || first == '\0') return;
@@ -68,6 +68,16 @@ void checkFirstRow(File& file, const Header& header, const std::string& displayN
                        "The table " + displayName +
                            " cannot be read: its header is that of a dBase table, but what stands behind it is "
                            "compressed or no rows at all. Expand it with the program that made it.");
+}
+
+}  // namespace
+
+namespace {
+
+// Who only reads is content with a file that stood at the path when it was opened; of one that was removed or replaced
+// since then its links tell.
+bool isStanding(const std::string& path, File& file, bool onlyReads) {
+  return onlyReads ? file.state().links > 0 : standsAt(path, file);
 }
 
 }  // namespace
@@ -85,7 +95,7 @@ std::unique_ptr<File> openHeld(const std::string& path, Sharing sharing, bool& r
     bool onlyReads = readOnly;
     std::unique_ptr<File> file = openFile(path, sharing, onlyReads);
     lockForSharing(*file, sharing, displayPath(path));
-    if (!standsAt(path, *file)) continue;
+    if (!isStanding(path, *file, onlyReads && sharing == Sharing::shared)) continue;
     readOnly = onlyReads;
     return file;
   }
@@ -102,8 +112,9 @@ Header readHeader(File& file, const std::string& displayName) {
     bytes.resize(kLongestHeader);
     bytes.resize(file.readAt(0, bytes.data(), bytes.size()));
   }
-  Header header = parseHeader(bytes, file.size(), displayName);
-  checkFirstRow(file, header, displayName);
+  const std::uint64_t size = file.size();
+  Header header = parseHeader(bytes, size, displayName);
+  checkFirstRow(file, size, header, displayName);
   return header;
 }
 

@@ -1,4 +1,9 @@
 // Reading the records of a table file.
+//
+// A read call gives no whole record by itself: file systems copy to a reader what they are just copying from a writer,
+// in steps of bytes to pages. So a reader holds the records' own locks, shared, for the microseconds of its read. It
+// never waits for them: where a lock is not to be had, a record counts as whole once it has stood unchanged for longer
+// than any write takes. A file at rest needs no lock: a look at its state behind the read tells whether it was whole.
 #include <algorithm>
 #include <array>
 #include <vector>
@@ -11,8 +16,19 @@ namespace {
 
 constexpr std::size_t kScanBytes = std::size_t{256} * 1024;
 constexpr std::uint64_t kCountPlace = 4;
+// Milliseconds that a record under another program's lock has to stand unchanged; and those that a read spends on
+// waiting in all, after which two reads that agree must do.
+constexpr std::int64_t kSettled = 20;
+constexpr std::int64_t kPatience = 500;
 
 }  // namespace
+
+// Records that stand behind one another, and where their bytes go.
+struct DbfFile::Implementation::Rows {
+  std::uint32_t first;
+  std::uint32_t count;
+  unsigned char* bytes;
+};
 
 std::uint32_t DbfFile::Implementation::countRows(std::uint64_t fileSize) {
   std::array<unsigned char, 4> bytes{};
@@ -21,15 +37,118 @@ std::uint32_t DbfFile::Implementation::countRows(std::uint64_t fileSize) {
   return knownCount;
 }
 
-std::uint32_t DbfFile::recordCount() { return implementation_->countRows(implementation_->file->size()); }
+// False where the file is not at rest.
+bool DbfFile::Implementation::countAtRest() {
+  if (rest->isUnchanged() && countedAtRest) return true;
+  countedAtRest = false;
+  const std::optional<platform::FileState>& state = rest->look();
+  if (!state) return false;
+  countRows(state->size);
+  return countedAtRest = rest->isUnchanged();
+}
+
+// The file's size comes first: a count that is younger counts no row that is not whole.
+std::uint32_t DbfFile::recordCount() {
+  Implementation& inside = *implementation_;
+  if (inside.countAtRest()) return inside.knownCount;
+  const std::uint64_t size = inside.file->size();
+  {
+    const dbf::ReadLock header(*inside.file, dbf::kHeaderLock);
+    if (header) return inside.countRows(size);
+  }
+  // Rows are being added. The count is four bytes, written at the end of that.
+  std::uint32_t count = inside.countRows(size);
+  for (std::uint32_t again = inside.countRows(size); again != count; again = inside.countRows(size)) count = again;
+  return count;
+}
 
 platform::FileState DbfFile::state() const { return implementation_->file->state(); }
+
+std::uint32_t DbfFile::Implementation::readUnlocked(const Rows& rows) {
+  const std::size_t got = file->readAt(offsetOf(rows.first), rows.bytes, std::size_t{rows.count} * header.recordLength);
+  return static_cast<std::uint32_t>(got / header.recordLength);
+}
+
+std::uint32_t DbfFile::Implementation::readAgreeing(const Rows& rows) {
+  std::vector<unsigned char> former;
+  for (;;) {
+    const std::uint32_t got = readUnlocked(rows);
+    unsigned char* const end = rows.bytes + std::size_t{got} * header.recordLength;
+    if (std::equal(rows.bytes, end, former.begin(), former.end())) return got;
+    former.assign(rows.bytes, end);
+    platform::current().yield();
+  }
+}
+
+// Reads whole records; gives how many of them are in the file.
+std::uint32_t DbfFile::Implementation::readRows(const Rows& rows, std::int64_t& patience) {
+  if (rest->isKnown()) {
+    const std::uint32_t got = readUnlocked(rows);
+    if (rest->isUnchanged()) return got;
+  }
+  // Nobody else writes a record whose lock this object holds, and to take that once more would be to give it up.
+  for (const std::optional<std::uint32_t> own : {held ? std::optional(heldRecord) : std::nullopt, lockedForWrite}) {
+    if (!own || *own < rows.first || *own - rows.first >= rows.count) continue;
+    if (rows.count == 1) return readUnlocked(rows);
+    return readInParts(rows, *own == rows.first ? 1 : *own - rows.first, patience);
+  }
+  const auto range =
+      dbf::blockLock(offsetOf(rows.first), header.recordLength, rows.first, rows.count, header.structuralIndex);
+  if (range) {
+    const dbf::ReadLock lock(*file, *range);
+    if (lock) return readUnlocked(rows);
+    if (patience <= 0) return readAgreeing(rows);
+  }
+  if (rows.count == 1) return readContended(rows, patience);
+  return readInParts(rows, rows.count / 2, patience);  // halves narrow it down to the records that are locked
+}
+
+std::uint32_t DbfFile::Implementation::readInParts(const Rows& rows, std::uint32_t cut, std::int64_t& patience) {
+  const std::uint32_t got = readRows({rows.first, cut, rows.bytes}, patience);
+  if (got < cut) return got;
+  return cut +
+         readRows({rows.first + cut, rows.count - cut, rows.bytes + std::size_t{cut} * header.recordLength}, patience);
+}
+
+// Somebody is writing the record, or another program holds it for an edit that may take minutes. Who edits by this
+// library lets readers in, so that its writers, known by their mark, are always done soon.
+std::uint32_t DbfFile::Implementation::readContended(const Rows& row, std::int64_t& patience) {
+  const std::size_t length = header.recordLength;
+  const dbf::LockRange range = dbf::recordLock(offsetOf(row.first), length, row.first, header.structuralIndex);
+  if (readUnlocked(row) == 0) return 0;
+  // Bytes that were whole when they were looked at last are so still.
+  if (row.first == settledRecord && std::equal(settledBytes.begin(), settledBytes.end(), row.bytes, row.bytes + length))
+    return 1;
+  platform::Platform& system = platform::current();
+  const std::int64_t begin = system.steadyMilliseconds();
+  const std::int64_t end = begin + patience;
+  std::int64_t unchangedSince = begin;
+  std::vector<unsigned char> former(length);
+  for (dbf::Pauses pauses;;) {
+    std::copy(row.bytes, row.bytes + length, former.begin());
+    pauses.pause();
+    const dbf::ReadLock lock(*file, range);
+    if (readUnlocked(row) == 0) return 0;
+    const std::int64_t now = system.steadyMilliseconds();
+    patience = end - now;
+    if (lock) return 1;
+    const bool changed = !std::equal(former.begin(), former.end(), row.bytes);
+    if (changed) unchangedSince = now;
+    const bool settled =
+        now - unchangedSince >= kSettled &&
+        !file->lockedByOther(dbf::kDenyWriteLock.offset, dbf::kDenyWriteLock.length, platform::LockKind::exclusive);
+    if (changed || (!settled && patience > 0)) continue;
+    settledRecord = row.first;
+    settledBytes = std::move(former);
+    return 1;
+  }
+}
 
 bool DbfFile::readRecord(std::uint32_t number, unsigned char* bytes) {
   Implementation& inside = *implementation_;
   if (number >= inside.knownCount && number >= recordCount()) return false;
-  const auto length = static_cast<std::size_t>(recordLength_);
-  return inside.file->readAt(inside.offsetOf(number), bytes, length) == length;
+  std::int64_t patience = kPatience;
+  return inside.readRows({number, 1, bytes}, patience) == 1;
 }
 
 bool DbfFile::scan(const RecordVisitor& visit, std::uint32_t first, std::uint32_t count) {
@@ -44,20 +163,20 @@ bool DbfFile::scan(const RecordVisitor& visit, std::uint32_t first, std::uint32_
 }
 
 bool DbfFile::scanBlocks(const BlockVisitor& visit, std::uint32_t first, std::uint32_t count) {
-  const std::uint32_t end =
-      static_cast<std::uint32_t>(std::min<std::uint64_t>(std::uint64_t{first} + count, recordCount()));
+  const std::uint64_t wanted = std::uint64_t{first} + count;
+  const auto end = static_cast<std::uint32_t>(
+      wanted <= implementation_->knownCount ? wanted : std::min<std::uint64_t>(wanted, recordCount()));
   if (first >= end) return true;
   const auto length = static_cast<std::size_t>(recordLength_);
   const auto perBlock =
       static_cast<std::uint32_t>(std::min<std::size_t>(std::max<std::size_t>(1, kScanBytes / length), end - first));
   std::vector<unsigned char> block(perBlock * length);
+  std::int64_t patience = kPatience;
   for (std::uint32_t number = first; number < end;) {
-    const std::uint32_t wanted = std::min(perBlock, end - number);
-    const std::size_t got =
-        implementation_->file->readAt(implementation_->offsetOf(number), block.data(), wanted * length);
-    const auto rows = static_cast<std::uint32_t>(got / length);
+    const std::uint32_t asked = std::min(perBlock, end - number);
+    const std::uint32_t rows = implementation_->readRows({number, asked, block.data()}, patience);
     if (rows > 0 && !visit(number, block.data(), rows)) return false;
-    if (rows < wanted) return true;
+    if (rows < asked) return true;
     number += rows;
   }
   return true;

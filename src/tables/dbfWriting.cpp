@@ -1,12 +1,13 @@
 // Writing the records of a table file: the locks, the order of the writes, and what is taken back.
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <optional>
 #include <vector>
 
 #include "tables/DbfFileState.h"
+#include "tables/RememberedTable.h"
 #include "tables/dbfOpening.h"
+#include "tables/indexFiles.h"
 
 namespace vantrelix {
 
@@ -14,11 +15,17 @@ namespace {
 
 using platform::LockKind;
 
+using dbf::LockRange;
+
 // Every program of the family counts file offsets in 31 bits.
 constexpr std::uint64_t kLargestFile = 0x7FFFFFFF;
 constexpr std::uint64_t kDatePlace = 1;
-
-std::atomic<int> lockWaitMilliseconds{2000};
+// Where the header and all records have their locks: before the bytes for sharing and, from 1 GB on, behind them.
+constexpr std::uint64_t kSharingEnd = dbf::kSharingLock.offset + dbf::kSharingLock.length;
+constexpr LockRange kLockPlaces[] = {
+    {dbf::kHeaderLock.offset, dbf::kDenyWriteLock.offset - dbf::kHeaderLock.offset},
+    {kSharingEnd, dbf::kHeaderLock.offset + kLargestFile + 1 - kSharingEnd},
+};
 
 std::array<unsigned char, 3> dateBytes() {
   const platform::DateTime today = platform::current().now();
@@ -26,7 +33,78 @@ std::array<unsigned char, 3> dateBytes() {
           static_cast<unsigned char>(today.day)};
 }
 
+// Keeps everybody else from changing header and records, beside a lock of a part of them that the writer has already.
+// The locks are shared: readers go on. Not waited for: where another writer, or a program that reads under exclusive
+// locks, holds one for longer than a moment, nothing is taken.
+class OthersKeptOut {
+ public:
+  OthersKeptOut(platform::File& file, LockRange taken) : file_(file) {
+    const std::uint64_t takenEnd = taken.offset + taken.length;
+    for (const LockRange& place : kLockPlaces) {
+      const std::uint64_t end = place.offset + place.length;
+      if (taken.offset < place.offset || takenEnd > end) {
+        whole_ = whole_ && take(place);
+        continue;
+      }
+      whole_ = whole_ && take({place.offset, taken.offset - place.offset}) && take({takenEnd, end - takenEnd});
+    }
+  }
+  ~OthersKeptOut() {
+    for (const LockRange& range : ranges_) {
+      try {
+        file_.unlock(range.offset, range.length);
+      } catch (const RunTimeFailure&) {
+        // Closing the file drops the lock at the latest; a destructor has nobody to tell.
+      }
+    }
+  }
+  OthersKeptOut(const OthersKeptOut&) = delete;
+  OthersKeptOut& operator=(const OthersKeptOut&) = delete;
+
+  bool whole() const { return whole_; }
+
+ private:
+  bool take(LockRange range) {
+    constexpr int kMoments = 20;
+    for (int moment = 0; moment < kMoments; ++moment) {
+      if (file_.tryLock(range.offset, range.length, LockKind::shared)) {
+        ranges_.push_back(range);
+        return true;
+      }
+      platform::current().yield();
+    }
+    return false;
+  }
+
+  platform::File& file_;
+  std::vector<LockRange> ranges_;
+  bool whole_ = true;
+};
+
 }  // namespace
+
+// A write and what this process remembers of the table. The table must not read meanwhile: its locks for a read would
+// end those for the write.
+class DbfFile::Implementation::RememberedWrite {
+ public:
+  // `taken` is what the writer has locked. Where it also holds a record for an edit that lock would end with the
+  // others.
+  RememberedWrite(DbfFile& table, LockRange taken, bool besideEdit) {
+    platform::File& file = *table.implementation_->file;
+    if (!besideEdit && hasNotes(file.state())) others_.emplace(file, taken);
+    before_ = file.state();
+    remembered_.emplace(table, file, before_, others_ && others_->whole());
+  }
+
+  // The file as it was before the write.
+  const platform::FileState& before() const { return before_; }
+  OwnWrite* operator->() { return &*remembered_; }
+
+ private:
+  std::optional<OthersKeptOut> others_;
+  platform::FileState before_;
+  std::optional<OwnWrite> remembered_;
+};
 
 void DbfFile::Implementation::checkWritable(bool readOnly, bool adding) const {
   if (readOnly) refuse("it is open for reading only, or its file is write-protected. Open it for writing");
@@ -44,8 +122,10 @@ void DbfFile::Implementation::lockWriting(std::optional<dbf::HeldLock>& lock) co
   if (sharing == Sharing::shared) lock.emplace(*file, dbf::kDenyWriteLock, LockKind::shared, context.displayName);
 }
 
-// What is written to a file that nobody finds any more is lost without a word.
-void DbfFile::Implementation::requireStanding(const std::string& path) const {
+// What is written to a file that nobody finds any more is lost without a word. So is an index of what is written.
+void DbfFile::Implementation::requireStanding(const std::string& path) {
+  if (!toldOfIndexes) tellOfIndexFiles(path);
+  toldOfIndexes = true;
   if (dbf::standsAt(path, *file)) return;
   throw RunTimeFailure(failure::noSuchTable, "The table " + context.displayName +
                                                  " was removed or replaced since it was opened. Open it again.");
@@ -75,12 +155,29 @@ void DbfFile::Implementation::writeRows(std::uint32_t first, const unsigned char
   const std::size_t length = static_cast<std::size_t>(count) * header.recordLength;
   std::vector<unsigned char> bytes(records, records + length);
   bytes.push_back(dbf::kFileEnd);
+  bool counted = false;
   try {
     file->writeAt(offsetOf(first), bytes.data(), bytes.size());
+    makeDurable();  // a count on the disk before its rows would promise what is not there
+    counted = true;
     writeCount(first + count);
+    makeDurable();
   } catch (...) {
+    if (counted) takeBackCount(first);
     takeBack(offsetOf(first), formerSize);
     throw;
+  }
+}
+
+void DbfFile::Implementation::makeDurable() {
+  if (durable()) file->sync();
+}
+
+void DbfFile::Implementation::takeBackCount(std::uint32_t count) noexcept {
+  try {
+    writeCount(count);
+  } catch (...) {
+    // A disk that takes not even this: the caller's failure tells of it.
   }
 }
 
@@ -101,6 +198,26 @@ void DbfFile::Implementation::touchDate() {
   if (stored != date) file->writeAt(kDatePlace, date.data(), date.size());
 }
 
+// Writes the bytes that differ alone, which mostly lie within one page.
+void DbfFile::Implementation::overwrite(std::uint64_t offset, const std::vector<unsigned char>& before,
+                                        const std::vector<unsigned char>& after) {
+  const auto first =
+      static_cast<std::size_t>(std::mismatch(before.begin(), before.end(), after.begin()).first - before.begin());
+  const auto same =
+      static_cast<std::size_t>(std::mismatch(before.rbegin(), before.rend(), after.rbegin()).first - before.rbegin());
+  const std::size_t length = before.size() - same - first;
+  try {
+    file->overwriteAt(offset + first, &after[first], length);
+  } catch (...) {
+    try {
+      file->overwriteAt(offset + first, &before[first], length);
+    } catch (...) {
+      // A disk that takes not even this: the first failure tells of it.
+    }
+    throw;
+  }
+}
+
 std::uint32_t DbfFile::append(const unsigned char* record) { return append(record, 1); }
 
 std::uint32_t DbfFile::append(const unsigned char* records, std::uint32_t count) {
@@ -110,13 +227,15 @@ std::uint32_t DbfFile::append(const unsigned char* records, std::uint32_t count)
   inside.lockWriting(writing);
   inside.requireStanding(path_);
   const dbf::HeldLock header(*inside.file, dbf::kHeaderLock, LockKind::exclusive, inside.context.displayName);
-  const std::uint64_t size = inside.file->size();
+  if (count == 0) return inside.countRows(inside.file->size());
+  Implementation::RememberedWrite write(*this, dbf::kHeaderLock, inside.held.has_value());
+  const std::uint64_t size = write.before().size;
   const std::uint32_t first = inside.countRows(size);
-  if (count == 0) return first;
   const std::uint64_t added = std::uint64_t{count} * inside.header.recordLength;
   if (inside.offsetOf(first) + added + 1 > kLargestFile)
     inside.refuse("it would grow beyond 2 GB, more than the format holds. Begin another table");
   inside.writeRows(first, records, count, size);
+  write->rowsAdded(first, records, count);
   return first;
 }
 
@@ -127,8 +246,7 @@ void DbfFile::update(std::uint32_t number, const std::function<void(unsigned cha
   inside.lockWriting(writing);
   inside.requireStanding(path_);
   const std::uint64_t offset = inside.offsetOf(number);
-  std::optional<dbf::HeldLock> lock;
-  if (!inside.held || inside.heldRecord != number) inside.lockRecord(lock, number);
+  const Implementation::RowWrite lock(inside, number);
   std::vector<unsigned char> before(inside.header.recordLength);
   if (number >= recordCount() || !readRecord(number, before.data()) || before[0] == '*') {
     throw RunTimeFailure(failure::recordDeleted, "Record " + std::to_string(std::uint64_t{number} + 1) +
@@ -138,8 +256,12 @@ void DbfFile::update(std::uint32_t number, const std::function<void(unsigned cha
   std::vector<unsigned char> after = before;
   change(after.data());
   if (after == before) return;
-  inside.file->writeAt(offset, after.data(), after.size());
+  const LockRange taken = dbf::recordLock(offset, inside.header.recordLength, number, false);
+  Implementation::RememberedWrite write(*this, taken, inside.held && inside.heldRecord != number);
+  inside.overwrite(offset, before, after);
   inside.touchDate();
+  inside.makeDurable();
+  write->rowChanged(number, before.data(), after.data());
 }
 
 void DbfFile::hold(std::uint32_t number) {
@@ -148,6 +270,7 @@ void DbfFile::hold(std::uint32_t number) {
   inside.held.reset();
   inside.lockRecord(inside.held, number);
   inside.heldRecord = number;
+  inside.held->share();
 }
 
 void DbfFile::release() { implementation_->held.reset(); }
@@ -155,8 +278,5 @@ void DbfFile::release() { implementation_->held.reset(); }
 void DbfFile::markDeleted(std::uint32_t number) {
   update(number, [](unsigned char* record) { record[0] = '*'; });
 }
-
-int DbfFile::lockWait() { return lockWaitMilliseconds; }
-void DbfFile::setLockWait(int milliseconds) { lockWaitMilliseconds = milliseconds; }
 
 }  // namespace vantrelix

@@ -20,6 +20,7 @@ namespace {
 constexpr long kJulianDayOf1970 = 2440588;
 constexpr int kSecondsOfDay = 86400;
 constexpr int kBinaryPointer = 4;
+constexpr int kLongestBlock = 10;  // digits
 
 std::string_view bytesOf(const unsigned char* record, const DbfField& field) {
   return {reinterpret_cast<const char*>(record) + field.offset, static_cast<std::size_t>(field.width)};
@@ -121,9 +122,11 @@ Value decodeDouble(const unsigned char* bytes) {
   return value;
 }
 
-Value decodeNumber(std::string_view bytes) {
-  const std::optional<double> number = parseNumber(bytes);
-  return number ? Value(*number) : Value();
+Value decodeNumber(const unsigned char* record, const DbfField& field) {
+  double number = 0;
+  if (const auto digits = DigitsField::of(field)) return digits->read(record, number) ? Value(number) : Value();
+  const std::optional<double> any = parseNumber(bytesOf(record, field));
+  return any ? Value(*any) : Value();
 }
 
 Value decodeBinary(const unsigned char* at, const DbfField& field, const char*& reason) {
@@ -197,10 +200,9 @@ double numberOf(const DbfField& field, const FieldContext& context, const Value&
 }
 
 void encodeNumber(unsigned char* record, const DbfField& field, const FieldContext& context, const Value& value) {
-  const auto digits =
-      numberDigits(numberOf(field, context, value), static_cast<std::size_t>(field.width), field.decimals);
-  if (!digits) tooSmall(field, context, value);
-  putBytes(record, field, *digits, ' ');
+  char* const at = reinterpret_cast<char*>(record) + field.offset;
+  const auto width = static_cast<std::size_t>(field.width);
+  if (!putDigits(numberOf(field, context, value), at, width, field.decimals)) tooSmall(field, context, value);
 }
 
 // The number times a power of ten as an integer, by its decimal text.
@@ -293,8 +295,24 @@ std::uint32_t memoBlock(const unsigned char* record, const DbfField& field) {
   return static_cast<std::uint32_t>(*block);
 }
 
+bool holdsAnyBlock(const DbfField& field) { return field.width == kBinaryPointer || field.width >= kLongestBlock; }
+
+void putMemoBlock(unsigned char* record, const DbfField& field, const FieldContext& context, std::uint32_t block) {
+  if (field.width == kBinaryPointer) {
+    putLittleEndian(record + field.offset, block, kBinaryPointer);
+  } else {
+    const std::string digits = std::to_string(block);
+    putBytes(record, field, std::string(static_cast<std::size_t>(field.width) - digits.size(), ' ') + digits, ' ');
+  }
+  setFlag(record, field.nullBit, context, false);
+}
+
 bool isNullByFlag(const unsigned char* record, const DbfField& field, const FieldContext& context) {
   return flag(record, field.nullBit, context);
+}
+
+bool hasLength(const unsigned char* record, const DbfField& field, const FieldContext& context) {
+  return flag(record, field.lengthBit, context);
 }
 
 Value decodeField(const unsigned char* record, const DbfField& field, const FieldContext& context,
@@ -306,7 +324,7 @@ Value decodeField(const unsigned char* record, const DbfField& field, const Fiel
       return decodeText(bytes, context);
     case 'N':
     case 'F':
-      return decodeNumber(bytes);
+      return decodeNumber(record, field);
     case 'D':
       return decodeDate(bytes);
     case 'L':

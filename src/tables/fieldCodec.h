@@ -22,7 +22,12 @@ struct FieldContext {
 bool isMemo(const DbfField& field, const FieldContext& context);
 // The block that a memo field points to; 0 where it is blank or holds no number.
 std::uint32_t memoBlock(const unsigned char* record, const DbfField& field);
+// Makes a memo field of a width that holds any block point to that one.
+void putMemoBlock(unsigned char* record, const DbfField& field, const FieldContext& context, std::uint32_t block);
+bool holdsAnyBlock(const DbfField& field);
 bool isNullByFlag(const unsigned char* record, const DbfField& field, const FieldContext& context);
+// Whether the last byte of a field of varying length holds the length of its text.
+bool hasLength(const unsigned char* record, const DbfField& field, const FieldContext& context);
 
 // The value of a field that is no memo. Where its type cannot be read the value is null and `reason` is set.
 Value decodeField(const unsigned char* record, const DbfField& field, const FieldContext& context, const char*& reason);

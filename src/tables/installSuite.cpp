@@ -42,6 +42,12 @@ constexpr std::array<StarterFile, 2> kStarterFiles{{
      "; Lowest pattern value that is written to a library.\r\n"
      ";MinValidGain=-50\r\n"
      "\r\n"
+     "[Tables]\r\n"
+     "; Milliseconds that a write waits for another program.\r\n"
+     ";LockWait=2000\r\n"
+     "; 1: every write is on the disk before the program goes on, which takes longer.\r\n"
+     ";DurableWrites=0\r\n"
+     "\r\n"
      "[Antenna Lookup]\r\n"
      "; Units in which antennas are shown: dBd, dBi or REL\r\n"
      ";Units=dBd\r\n"},

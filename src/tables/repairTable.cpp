@@ -9,6 +9,7 @@
 #include "tables/Database.h"
 #include "tables/SqlInsert.h"
 #include "tables/SqlParser.h"
+#include "tables/indexFiles.h"
 #include "tables/structure.h"
 #include "tables/tableFiles.h"
 
@@ -26,6 +27,14 @@ void refuseMemos(const DbfFile& table, const FieldList& fields) {
   throw RunTimeFailure(failure::readOnlyTable, "The table " + displayPath(table.path()) +
                                                    " lacks a field and holds memos, which a repair does not carry "
                                                    "along. Add the field with the program that made the table.");
+}
+
+// The new table's rows stand at other places, and its header names no index.
+void refuseIndex(const DbfFile& table) {
+  if (!table.hasStructuralIndex()) return tellOfIndexFiles(table.path());
+  throw RunTimeFailure(failure::readOnlyTable, "The table " + displayPath(table.path()) +
+                                                   " lacks a field and has a structural index, which a repair would "
+                                                   "leave wrong. Add the field with the program that made the table.");
 }
 
 std::string insertStatement(const FieldList& fields, const DbfFile& old, const std::string& target,
@@ -73,6 +82,7 @@ bool repairTable(const FieldList& fields, const std::string& tablePath, TableTra
   const auto old = DbfFile::open(path, false, Sharing::exclusive);
   if (!lacksField(*old, fields)) return true;
   refuseMemos(*old, fields);
+  refuseIndex(*old);
   SetFlag(3100);
   const std::string folder = ExtractFolderNoSlash(path);
   const std::string temporary = makeStampedTable(fields, folder, "SSMMHHYY");
@@ -80,11 +90,12 @@ bool repairTable(const FieldList& fields, const std::string& tablePath, TableTra
   fillTemporary(fields, old, temporary, trace);
   SetFlag(4500);
   trace.newName = keepDatedCopy(path);
+  system.syncFolder(folder);  // the dated name is on the disk before the old table's own one goes
   SetFlag(4600);
   // The old table stays held until the new one stands in its place: a row that another writes meanwhile would be lost.
   system.copyPermissions(path, temporary);
   system.rename(temporary, path);
-  system.syncFolder(folder);
+  syncFolderQuietly(folder);
   SetFlag(4700);
   return true;
 }

@@ -1,5 +1,7 @@
 #include "tables/structure.h"
 
+#include <optional>
+
 #include "foundation/errHand.h"
 #include "foundation/extract.h"
 #include "foundation/messages.h"
@@ -35,8 +37,8 @@ struct Check {
 std::string nameOfToken(const std::string& token) { return trim(token.substr(1, token.size() - 2)); }
 
 // Makes the missing table, complete, under a name of its own first: another program finds it at its path with its final
-// header or not at all, and a table that another made meanwhile is not replaced.
-int createMissing(const Check& check) {
+// header or not at all. Nothing where another has made the table meanwhile: that one stays and is to be checked.
+std::optional<int> createMissing(const Check& check) {
   const std::string made = makeStampedTable(check.fields, ExtractFolderNoSlash(check.path), "YYHHMMSS");
   if (made.empty()) {
     SetFlag(1400);
@@ -48,7 +50,7 @@ int createMissing(const Check& check) {
     removeQuietly(made);
     return tableCode::headerError;
   }
-  settleNewTable(made, check.path);
+  if (!settleNewTable(made, check.path)) return std::nullopt;
   return tableCode::fine;
 }
 
@@ -76,7 +78,7 @@ int checkTable(const Check& check, TableTrace& trace) {
   if (!getFileExistLEN(check.path)) {
     SetFlag(1100);
     if (!check.create) return tableCode::missingFile;
-    return createMissing(check);
+    if (const auto code = createMissing(check)) return *code;
   }
   SetFlag(2000);
   if (check.fields.empty()) throw RunTimeFailure(failure::objectNotSet, "There is no field list to check against.");
@@ -167,6 +169,7 @@ bool NewTable(const FieldList& fields, const std::string& path) {
     createTable(fields, working);
     SetFlag(400);
     platform::current().rename(working, path);
+    syncFolderQuietly(ExtractFolderNoSlash(path));
     return true;
   } catch (const RunTimeFailure& failure) {
     ErrHand(failure, "PathName: " + displayPath(path));

@@ -57,6 +57,12 @@ void copyBytes(const std::string& from, const std::string& to) {
   target->sync();
 }
 
+// By the size that the system tells: a state that it does not tell is no reason to remove anything.
+void removeEmpty(const std::string& path) {
+  const auto state = platform::current().state(path);
+  if (state && state->size == 0 && platform::current().fileExists(path)) platform::current().remove(path);
+}
+
 bool renameToFree(const std::string& from, const std::string& to) {
   if (platform::current().fileExists(to)) return false;
   try {
@@ -134,19 +140,29 @@ std::string keepDatedCopy(const std::string& path) {
   }
 }
 
-void settleNewTable(const std::string& made, const std::string& path) {
+bool settleNewTable(const std::string& made, const std::string& path) {
   platform::Platform& system = platform::current();
   try {
     syncFile(made);
-    if (system.fileExists(path) && !getFileExistLEN(path)) system.remove(path);
+    removeEmpty(path);
     system.renameNew(made, path);
+    syncFolderQuietly(ExtractFolderNoSlash(path));
+    return true;
   } catch (const RunTimeFailure& failure) {
     removeQuietly(made);
     if (failure.number() != failure::fileExists) throw;
   }
+  return false;
 }
 
 void syncFile(const std::string& path) { platform::current().open(path, platform::OpenMode::readWrite)->sync(); }
+
+void syncFolderQuietly(const std::string& folder) {
+  try {
+    platform::current().syncFolder(folder);
+  } catch (const RunTimeFailure&) {
+  }
+}
 
 void removeQuietly(const std::string& path) {
   try {

@@ -26,12 +26,15 @@ void createTable(const FieldList& fields, const std::string& path);
 // or the date of the next second that is free. A reader never finds half a copy. Gives the name.
 std::string keepDatedCopy(const std::string& path);
 
-// Gives a finished table its name. Where another has made a table of that name meanwhile, that one stays and the
+// Gives a finished table its name. False where another has made a table of that name meanwhile: that one stays, and the
 // finished one is removed; a file of no bytes is no table.
-void settleNewTable(const std::string& made, const std::string& path);
+bool settleNewTable(const std::string& made, const std::string& path);
 
 // Makes the file's content durable.
 void syncFile(const std::string& path);
+// Makes a new name in the folder durable. Of no interest where that fails: the table stands complete under its name,
+// and after a power loss either it or the one before it does.
+void syncFolderQuietly(const std::string& folder);
 // Removes a file of ours that serves no purpose any more; a failure to do so is of no interest.
 void removeQuietly(const std::string& path);
 

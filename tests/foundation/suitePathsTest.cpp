@@ -171,6 +171,18 @@ TEST_F(SuiteSearch, ALogThatCannotBeWrittenStopsNothing) {
   EXPECT_FALSE(host.exists("none"));
 }
 
+TEST_F(SuiteSearch, WhoCanDoWithoutAnInstallationFindsItOrNothingWithoutAWord) {
+  EXPECT_EQ(findSuiteDir(), "");
+  EXPECT_EQ(hostLog(), "");
+  host.write("QVRegistry.INI", "[CONFIG]\r\nQuorvendalDirectory=C:\\FALLBACK\r\n");
+  EXPECT_EQ(findSuiteDir(), "C:\\FALLBACK");
+  registry(0, "qvzor32.exe", "C:\\QV\\QVZOR32.EXE");
+  EXPECT_EQ(findSuiteDir(), "C:\\QV\\");
+  setSuiteDir("C:\\GIVEN");
+  EXPECT_EQ(findSuiteDir(), "C:\\GIVEN");
+  EXPECT_EQ(hostLog(), "");
+}
+
 TEST_F(SuiteSearch, WithoutAnInstallationPathsAreRelativeAndNothingIsMade) {
   EXPECT_EQ(getDefaultsINI(), "QVDEFAULTS.INI");
   EXPECT_EQ(getSuiteINI(), "QVZOR32.INI");

@@ -5,9 +5,9 @@
 #include <string_view>
 
 #include "platform/RunTimeFailure.h"
-#include "tables/SqlCompare.h"
 #include "tables/SqlEvaluator.h"
 #include "tables/SqlParser.h"
+#include "tables/SqlSort.h"
 
 namespace {
 
@@ -40,8 +40,10 @@ void bind(SqlExpression& expression) {
 void evaluateAll(SqlExpression& expression) {
   const AnyRow row;
   bind(expression);
-  const SortKey key(evaluate(expression, row));
-  if (isMet(expression, row) && compareKeys(key, key) != 0) __builtin_trap();
+  SortKeys keys({false});
+  keys.add(evaluate(expression, row));
+  keys.add(evaluate(expression, row));
+  if (isMet(expression, row) && keys.order().front() != 0) __builtin_trap();
 }
 
 void runSelect(SqlSelect& select) {

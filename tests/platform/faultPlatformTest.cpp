@@ -80,6 +80,56 @@ TEST_F(Faults, ATornCrashWritesHalfOnceAlone) {
   EXPECT_EQ(folder.read("a"), "ab");
 }
 
+TEST_F(Faults, AnOverwriteIsCutByAFullDiskAndByNoCrash) {
+  const auto file = create("a");
+  file->append("abcd", 4);
+  platform.crashAt(1, true);
+  EXPECT_EQ(failureOf([&] { file->overwriteAt(0, "WXYZ", 4); }), failure::deviceIO);
+  EXPECT_EQ(folder.read("a"), "abcd");
+  platform.fillDiskAt(1);
+  EXPECT_EQ(failureOf([&] { file->overwriteAt(0, "WXYZ", 4); }), failure::diskFull);
+  EXPECT_EQ(folder.read("a"), "WXcd");
+  EXPECT_EQ(platform.journal().back(), "overwriteAt " + folder.machine("a"));
+}
+
+TEST_F(Faults, EveryCallCanFailTheQuestionsByAnsweringNo) {
+  const std::string path = folder.write("a", "content");
+  std::unique_ptr<File> file;
+  char byte = 0;
+  const std::vector<std::pair<std::string, std::function<bool()>>> calls = {
+      {"fileExists", [&] { return platform.fileExists(path); }},
+      {"folderExists", [&] { return platform.folderExists(folder.path()); }},
+      {"state", [&] { return platform.state(path).has_value(); }},
+      {"list", [&] { return !platform.list(folder.path()).empty(); }},
+      {"findIgnoringCase", [&] { return platform.findIgnoringCase(folder.file("A")) == path; }},
+      {"linkTarget", [&] { return platform.linkTarget(path) == path; }},
+      {"open", [&] { return (file = platform.open(path, OpenMode::readWrite)) != nullptr; }},
+      {"readAt", [&] { return file->readAt(0, &byte, 1) == 1; }},
+      {"size", [&] { return file->size() == 7; }},
+      {"state", [&] { return file->state().size == 7; }},
+      {"tryLock", [&] { return file->tryLock(0, 1, LockKind::exclusive); }},
+      {"unlock", [&] { return file->unlock(0, 1), true; }},
+      {"map", [&] { return file->map() != nullptr; }},
+      {"writeAt", [&] { return file->writeAt(0, "c", 1), true; }},
+      {"sync", [&] { return file->sync(), true; }},
+  };
+  for (std::size_t failing = 0; failing < calls.size(); ++failing) {
+    file = platform.open(path, OpenMode::readWrite);  // for where it cannot be opened again
+    platform.failAnyAt(static_cast<int>(failing) + 1, failure::deviceIO);
+    for (std::size_t call = 0; call < calls.size(); ++call) {
+      const auto& [name, work] = calls[call];
+      bool answer = false;
+      const int number = failureOf([&] { answer = work(); });
+      EXPECT_EQ(platform.anyJournal().back().substr(0, name.size()), name);
+      const bool works = call != failing || name == "linkTarget";  // which gives a path as it was given
+      EXPECT_EQ(answer, works) << name << " with a fault at " << calls[failing].first;
+      EXPECT_TRUE(number == 0 || !works) << name;
+    }
+    EXPECT_EQ(platform.anyCalls(), static_cast<int>(calls.size()));
+    EXPECT_EQ(platform.calls(), 2);
+  }
+}
+
 TEST_F(Faults, GivesRegistryValuesCutToTheirLimit) {
   platform.setRegistryValue(1, "KEY", "0123456789");
   EXPECT_EQ(platform.registryValue(1, "KEY", 4), "0123");

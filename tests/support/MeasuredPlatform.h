@@ -1,4 +1,4 @@
-// A machine whose clock the test moves, and which counts the bytes read.
+// A machine whose clock the test moves, whose files' times go as the test tells, and which counts the bytes read.
 #pragma once
 
 #include <cstdint>
@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/FaultPlatform.h"
+#include "platform/ForwardingFile.h"
 
 namespace vantrelix::test {
 
@@ -20,8 +21,23 @@ class MeasuredPlatform : public platform::FaultPlatform {
   std::size_t bytesRead = 0;
   std::string counted;            // part of the names of the files that count; blank for all
   std::function<void()> onSleep;  // what goes on meanwhile
+  std::function<void()> onWrite;  // what goes on right before a write
+
+  // Whether files have their times from this machine's clock; the steps in which they come, and whether this program
+  // may set them. A time set by a program is rounded too.
+  bool ownClock = false;
+  std::int64_t nanosecondsPerTick = 1;
+  bool maySetTimes = true;
+  std::int64_t setBackNanoseconds = 0;       // the clock, by the test
+  std::int64_t lastTimeBeforeOneWasSet = 0;  // what the file system showed of a write
+  int timesSet = 0;
 
   std::int64_t steadyMilliseconds() override { return now; }
+  // Time that the test lets go by goes by on this clock too.
+  std::int64_t wallNanoseconds() override {
+    constexpr std::int64_t perMillisecond = 1'000'000;
+    return asShown(FaultPlatform::wallNanoseconds() + (now - start_) * perMillisecond - setBackNanoseconds);
+  }
   void sleepMilliseconds(int milliseconds) override {
     now += milliseconds;
     if (onSleep) onSleep();
@@ -29,41 +45,43 @@ class MeasuredPlatform : public platform::FaultPlatform {
   std::unique_ptr<platform::File> open(const std::string& path, platform::OpenMode mode) override {
     auto file = FaultPlatform::open(path, mode);
     if (path.find(counted) == std::string::npos) return file;
-    return std::make_unique<MeasuredFile>(std::move(file), bytesRead);
+    return std::make_unique<MeasuredFile>(std::move(file), *this);
   }
 
  private:
-  class MeasuredFile : public platform::File {
+  class MeasuredFile : public platform::ForwardingFile {
    public:
-    MeasuredFile(std::unique_ptr<File> real, std::size_t& bytesRead) : real_(std::move(real)), bytesRead_(bytesRead) {}
+    MeasuredFile(std::unique_ptr<File> real, MeasuredPlatform& machine)
+        : ForwardingFile(std::move(real)), machine_(machine) {}
     std::size_t readAt(std::uint64_t offset, void* buffer, std::size_t count) override {
       const std::size_t got = real_->readAt(offset, buffer, count);
-      bytesRead_ += got;
+      machine_.bytesRead += got;
       return got;
     }
     void writeAt(std::uint64_t offset, const void* bytes, std::size_t count) override {
+      if (machine_.onWrite) machine_.onWrite();
       real_->writeAt(offset, bytes, count);
     }
-    void append(const void* bytes, std::size_t count) override { real_->append(bytes, count); }
-    std::uint64_t size() override { return real_->size(); }
-    void truncate(std::uint64_t size) override { real_->truncate(size); }
-    void sync() override { real_->sync(); }
-    platform::FileState state() override { return real_->state(); }
-    bool tryLock(std::uint64_t offset, std::uint64_t length, platform::LockKind kind) override {
-      return real_->tryLock(offset, length, kind);
+    platform::FileState state() override {
+      platform::FileState state = real_->state();
+      state.modifiedNanoseconds = machine_.asShown(state.modifiedNanoseconds);
+      return state;
     }
-    void unlock(std::uint64_t offset, std::uint64_t length) override { real_->unlock(offset, length); }
-    bool lockedByOther(std::uint64_t offset, std::uint64_t length, platform::LockKind kind) override {
-      return real_->lockedByOther(offset, length, kind);
+    bool setModified(std::int64_t nanoseconds) override {
+      if (!machine_.maySetTimes) return false;
+      machine_.lastTimeBeforeOneWasSet = state().modifiedNanoseconds;
+      ++machine_.timesSet;
+      return real_->setModified(machine_.asShown(nanoseconds));
     }
-    bool setModified(std::int64_t nanoseconds) override { return real_->setModified(nanoseconds); }
-    bool hasOwnClock() override { return real_->hasOwnClock(); }
-    std::unique_ptr<platform::MemoryMap> map() override { return real_->map(); }
+    bool hasOwnClock() override { return machine_.ownClock; }
 
    private:
-    std::unique_ptr<File> real_;
-    std::size_t& bytesRead_;
+    MeasuredPlatform& machine_;
   };
+
+  const std::int64_t start_ = now;
+
+  std::int64_t asShown(std::int64_t nanoseconds) const { return nanoseconds - nanoseconds % nanosecondsPerTick; }
 };
 
 }  // namespace vantrelix::test

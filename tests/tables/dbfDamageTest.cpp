@@ -254,6 +254,80 @@ TEST_F(DamagedTables, AMemoPointerIntoNowhereIsNullWithItsReason) {
   EXPECT_EQ(valueOf(*table, 2, "M"), Value("text"));
 }
 
+TEST_F(DamagedTables, DisplacementsDoNotCount) {
+  std::string bytes = good.bytes();
+  bytes[32 + 12] = '\x7F';
+  bytes[64 + 13] = '\x7F';
+  EXPECT_EQ(valueOf(*opened(bytes), 1, "N"), Value(2));
+}
+
+TEST_F(DamagedTables, ADateOfTheHeaderThatIsNoneIsMendedByTheNextChange) {
+  std::string bytes = good.bytes();
+  bytes[2] = 13;
+  bytes[3] = 0;
+  const auto table = opened(bytes);
+  EXPECT_EQ(valueOf(*table, 1, "N"), Value(2));
+  table->markDeleted(0);
+  const DateTime today = platform::current().now();
+  EXPECT_EQ(suite.folder().read("T.DBF")[2], static_cast<char>(today.month));
+  EXPECT_EQ(suite.folder().read("T.DBF")[3], static_cast<char>(today.day));
+}
+
+TEST_F(DamagedTables, ARowIsLiveWhereItsDeletionByteIsNoAsterisk) {
+  for (const char byte : {'\0', '\x1A', '\r', 'x'}) {
+    RawTable raw = good;
+    raw.rows[8] = byte;
+    const auto table = opened(raw);
+    EXPECT_EQ(table->recordCount(), 2U);
+    table->update(1, [&](unsigned char* record) { table->put(record, 1, 9); });
+    EXPECT_EQ(valueOf(*table, 1, "N"), Value(9));
+  }
+}
+
+TEST_F(DamagedTables, OfTwoFieldsWithOneNameTheFirstIsFound) {
+  RawTable raw = good;
+  raw.fields[1].name = "a";
+  EXPECT_EQ(opened(raw)->fieldIndex("A"), 0);
+}
+
+TEST_F(DamagedTables, ANulAmongDigitsMakesNoNumber) {
+  RawTable raw = good;
+  raw.rows.replace(4, 4, "1\0002 "s);
+  EXPECT_TRUE(valueOf(*opened(raw), 0, "N").isNull());
+}
+
+TEST_F(DamagedTables, EndMarksAndTerminatorsAmongTheDataAreBytesLikeOthers) {
+  RawTable raw = good;
+  raw.rows =
+      " \r\x1A"
+      "c   1 d\rf   2";
+  const auto table = opened(raw);
+  EXPECT_EQ(valueOf(*table, 0, "A"), Value("\r\x1A"
+                                           "c"));
+  EXPECT_EQ(valueOf(*table, 1, "N"), Value(2));
+}
+
+TEST_F(DamagedTables, BytesBehindTheEndMarkAreKeptUntilRowsNeedTheirPlace) {
+  RawTable raw = good;
+  raw.end = "\x1Aremains of former rows";
+  const auto table = opened(raw);
+  EXPECT_EQ(table->recordCount(), 2U);
+  table->markDeleted(0);
+  EXPECT_TRUE(suite.folder().read("T.DBF").ends_with("\x1Aremains of former rows"));
+  appendRow(*table, {"new", 3});
+  EXPECT_TRUE(
+      suite.folder().read("T.DBF").ends_with(" new   3\x1A"
+                                             "of former rows"));
+}
+
+TEST_F(DamagedTables, TwoRecordsMayShareAMemo) {
+  suite.folder().write("T.DBT", std::string(512, '\0') + "text\x1A");
+  const auto table =
+      opened({.version = 0x83, .fields = {{"M", 'M', 10}}, .rows = "          1          1", .count = 2});
+  EXPECT_EQ(valueOf(*table, 0, "M"), Value("text"));
+  EXPECT_EQ(valueOf(*table, 1, "M"), Value("text"));
+}
+
 TEST_F(DamagedTables, AFileThatShrinksWhileItIsOpenHasFewerRows) {
   const auto table = opened(good);
   EXPECT_EQ(table->recordCount(), 2U);

@@ -94,5 +94,28 @@ TEST(NumberDigits, AreRoundedOnTheTextOf15Digits) {
   }
 }
 
+TEST(NumberDigits, AreTheFixedDecimalsBesideAndAtHalves) {
+  std::mt19937_64 random(29);
+  for (int round = 0; round < 1'000'000; ++round) {
+    const int decimals = static_cast<int>(random() % 7);
+    const auto whole = static_cast<double>(random() % (std::uint64_t{1} << (random() % 42)));
+    double value = (whole + 0.5) / std::pow(10, decimals);
+    // From one step beside the half to distances that the 15 digits of the text just tell apart.
+    if (round % 4 != 0) value = std::nextafter(value, (random() & 1) != 0 ? 1e300 : 0);
+    if (round % 4 > 1) value *= 1 + (static_cast<double>(random() % 201) - 100) * 1.1e-16;
+    if (round % 4 == 3) value *= 1 + (static_cast<double>(random() % 201) - 100) * 1.1e-15;
+    if ((random() & 1) != 0) value = -value;
+    ASSERT_EQ(numberDigits(value, 20, decimals), byFixedDecimals(value, 20, decimals)) << value << ' ' << decimals;
+  }
+}
+
+TEST(NumberDigits, AreNotWrittenWhereTheyDoNotFit) {
+  char field[] = "unchanged";
+  EXPECT_FALSE(putDigits(-12345.5, field, 5, 2));
+  EXPECT_STREQ(field, "unchanged");
+  EXPECT_TRUE(putDigits(-1234.5, field, 5, 2));
+  EXPECT_STREQ(field, "-1235nged");
+}
+
 }  // namespace
 }  // namespace vantrelix::dbf

@@ -1,8 +1,10 @@
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "platform/FaultPlatform.h"
 #include "support/Processes.h"
+#include "support/UnsyncedPlatform.h"
 #include "tables/dictionaryTables.h"
 #include "tables/structure.h"
 
@@ -215,6 +217,42 @@ TEST(Repair, ThousandsOfRowsComeAcrossInTheirOrder) {
   for (int i = 0; i < rows; ++i) ASSERT_EQ(numbers[static_cast<std::size_t>(i)], std::to_string(i));
 }
 
+TEST(Repair, OfATableWithAStructuralIndexIsRefusedAndLeavesItAsItIs) {
+  DictionarySuite suite;
+  const std::string path = oldMaster(suite.folder());
+  std::string bytes = suite.folder().read(kTable);
+  bytes[28] = 1;
+  suite.folder().write(kTable, bytes);
+  EXPECT_EQ(repair(path), tableCode::unknown);
+  EXPECT_EQ(suite.folder().read(kTable), bytes);
+  EXPECT_THAT(filesThatBegin(suite.folder(), "AMS"), ElementsAre(kTable));
+  EXPECT_THAT(suite.log(), HasSubstr("Error 3027: "));
+}
+
+// A power loss leaves what was synced: at each rename all that it relies on is on the disk.
+TEST(Repair, BringsToTheDiskWhatARenameReliesOn) {
+  DictionarySuite suite;
+  StoppedClock clock(platform::current());
+  platform::Substitute substitute(clock);
+  const std::string path = oldMaster(suite.folder());
+  clock.reset();
+  ASSERT_EQ(repair(path), tableCode::fine);
+  std::vector<std::string> order;
+  for (const std::string& call : clock.journal()) {
+    if (call.rfind("sync", 0) == 0 || call.rfind("rename", 0) == 0) order.push_back(call);
+  }
+  const std::string temporary = suite.folder().machine("48111626.DBF");
+  const std::string dated = suite.folder().machine("AMSTEST1_202611211648");
+  const std::string folder = "syncFolder " + suite.folder().machine();
+  ASSERT_GE(order.size(), 6u);
+  const std::vector<std::string> last(order.end() - 6, order.end());
+  EXPECT_THAT(last, ElementsAre("sync " + temporary, "sync " + dated + ".TMP", "renameNew " + dated + ".DBF", folder,
+                                "rename " + suite.folder().machine(kTable), folder));
+  // No byte of the temporary table is written behind its sync.
+  const auto synced = std::find(clock.journal().rbegin(), clock.journal().rend(), "sync " + temporary);
+  EXPECT_EQ(std::find(clock.journal().rbegin(), synced, "writeAt " + temporary), synced);
+}
+
 // What must hold of the table after a repair that was stopped anywhere: it opens, and both rows are in it.
 void expectCompleteTable(const DictionarySuite& suite, const std::string& where) {
   SCOPED_TRACE(where);
@@ -222,30 +260,34 @@ void expectCompleteTable(const DictionarySuite& suite, const std::string& where)
   EXPECT_THAT(column(suite.file(kTable), "GAIN"), ElementsAre("10.25", "(null)"));
 }
 
-enum class Stop { failure, fullDisk, crash, tornCrash };
+// All but the second count changing calls alone.
+enum class Stop { failure, anyFailure, fullDisk, crash, tornCrash };
 
 void stopAt(FaultPlatform& faults, Stop how, int call) {
+  if (how == Stop::anyFailure) faults.failAnyAt(call, failure::deviceIO);
   if (how == Stop::failure) faults.failAt(call, failure::deviceIO);
   if (how == Stop::fullDisk) faults.fillDiskAt(call);
   if (how == Stop::crash || how == Stop::tornCrash) faults.crashAt(call, how == Stop::tornCrash);
 }
 
-// Runs one repair that is stopped at that changing call; gives the calls it came to.
+// Runs one repair that is stopped at that call; gives the calls it came to.
 int stoppedRepair(Stop how, int call) {
   DictionarySuite suite;
   const std::string path = oldMaster(suite.folder());
   const std::string before = suite.folder().read(kTable);
   FaultPlatform faults(platform::current());
+  const auto calls = [&] { return how == Stop::anyFailure ? faults.anyCalls() : faults.calls(); };
   {
     platform::Substitute substitute(faults);
     stopAt(faults, how, call);
     try {
-      repair(path);
+      const bool fine = repair(path) == tableCode::fine;
+      EXPECT_TRUE(!fine || DbfFile::open(path)->fieldIndex("POWER") >= 0) << call;
     } catch (const RunTimeFailure&) {
       // The log itself could not be written.
     }
   }
-  expectCompleteTable(suite, "call " + std::to_string(call) + " of " + std::to_string(faults.calls()));
+  expectCompleteTable(suite, "call " + std::to_string(call) + " of " + std::to_string(calls()));
   const bool replaced = suite.folder().read(kTable) != before;
   if (replaced) {
     const std::vector<std::string> kept = filesThatBegin(suite.folder(), "AMSTEST1_2");
@@ -254,19 +296,52 @@ int stoppedRepair(Stop how, int call) {
   }
   EXPECT_EQ(repair(path), tableCode::fine);
   expectCompleteTable(suite, "repaired again after call " + std::to_string(call));
-  return faults.calls();
+  return calls();
 }
 
-class StoppedRepair : public ::testing::TestWithParam<Stop> {};
+class StoppedRepair : public ::testing::TestWithParam<Stop> {
+  test::UnsyncedPlatform machine_;
+  const platform::Substitute substitute_{machine_};
+};
 
-TEST_P(StoppedRepair, LeavesACompleteTableAtThePathAtEveryChangingCall) {
-  const int calls = stoppedRepair(GetParam(), 1 << 20);
-  ASSERT_GT(calls, 10);
-  for (int call = 1; call <= calls; ++call) stoppedRepair(GetParam(), call);
+TEST_P(StoppedRepair, LeavesACompleteTableAtThePathAtEveryCall) {
+  ASSERT_GT(stoppedRepair(GetParam(), 1 << 20), 10);
+  // To the first stop that a repair does not come to.
+  for (int call = 1; call <= stoppedRepair(GetParam(), call); ++call) {
+  }
+}
+
+// Runs one making of a missing table that is stopped at that call; gives the calls it came to.
+int stoppedMaking(Stop how, int call) {
+  DictionarySuite suite;
+  const std::string path = suite.file(kTable);
+  FaultPlatform faults(platform::current());
+  {
+    platform::Substitute substitute(faults);
+    stopAt(faults, how, call);
+    try {
+      const bool fine = repair(path) == tableCode::fine;
+      EXPECT_EQ(fine, fine && suite.folder().exists(kTable)) << call;
+    } catch (const RunTimeFailure&) {
+      // The log itself could not be written.
+    }
+  }
+  // As the dictionary has it from its first moment.
+  EXPECT_TRUE(!suite.folder().exists(kTable) || DbfFile::open(path)->fields().at(2).width == 12) << call;
+  EXPECT_EQ(repair(path), tableCode::fine) << call;
+  EXPECT_EQ(DbfFile::open(path)->fields().at(2).width, 12) << call;
+  return how == Stop::anyFailure ? faults.anyCalls() : faults.calls();
+}
+
+TEST_P(StoppedRepair, OfAMissingTableLeavesNoneOrACompleteOneAtEveryCall) {
+  ASSERT_GT(stoppedMaking(GetParam(), 1 << 20), 5);
+  for (int call = 1; call <= stoppedMaking(GetParam(), call); ++call) {
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(InEveryWay, StoppedRepair,
-                         ::testing::Values(Stop::failure, Stop::fullDisk, Stop::crash, Stop::tornCrash));
+                         ::testing::Values(Stop::failure, Stop::anyFailure, Stop::fullDisk, Stop::crash,
+                                           Stop::tornCrash));
 
 }  // namespace
 }  // namespace vantrelix

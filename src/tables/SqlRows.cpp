@@ -1,0 +1,133 @@
+#include "tables/SqlRows.h"
+
+#include <algorithm>
+
+#include "foundation/utf8.h"
+#include "tables/SqlCompare.h"
+
+namespace vantrelix {
+
+namespace {
+
+std::vector<bool> directions(const std::vector<SqlOrder>& order) {
+  std::vector<bool> descending;
+  for (const SqlOrder& term : order) descending.push_back(term.descending);
+  return descending;
+}
+
+// Whether the bytes of a character field are its text as long as they are ASCII, and null where they are blank.
+bool saysByItsBytes(const DbfField& field, const std::vector<DbfField>& all) {
+  const auto isFlags = [](const DbfField& other) { return other.type == '0'; };
+  return field.type == 'C' && field.nullBit < 0 && field.lengthBit < 0 && std::none_of(all.begin(), all.end(), isFlags);
+}
+
+}  // namespace
+
+RowCollector::RowCollector(DbfFile& table, const std::vector<SqlOrder>& order, std::size_t mostKept)
+    : table_(table),
+      row_(table),
+      length_(static_cast<std::size_t>(table.recordLength())),
+      mostKept_(mostKept),
+      keys_(directions(order)) {
+  rows_.kept = mostKept > 0;
+  for (const SqlOrder& wanted : order) {
+    Term term{&wanted.expression, wanted.descending, std::nullopt, nullptr};
+    if (wanted.expression.kind == SqlKind::field) {
+      const DbfField& field = table.fields()[static_cast<std::size_t>(wanted.expression.field)];
+      term.digits = dbf::DigitsField::of(field);
+      if (saysByItsBytes(field, table.fields())) term.text = &field;
+    }
+    terms_.push_back(term);
+  }
+}
+
+void RowCollector::reserve(std::size_t rows) {
+  rows_.numbers.reserve(rows);
+  if (!rows_.kept) keys_.reserve(rows);
+  if (rows_.kept && rows <= mostKept_ / length_) rows_.records.reserve(rows * length_);
+}
+
+void RowCollector::add(std::uint32_t first, const unsigned char* records, std::uint32_t count) {
+  for (std::uint32_t row = 0; row < count; ++row) rows_.numbers.push_back(first + row);
+  const unsigned char* const end = records + count * length_;
+  if (rows_.kept && rows_.records.size() + count * length_ <= mostKept_) {
+    rows_.records.insert(rows_.records.end(), records, end);
+    return;
+  }
+  for (; records != end; records += length_) {
+    if (rows_.kept) {
+      keep(records);
+    } else {
+      addKeys(records);
+    }
+  }
+}
+
+void RowCollector::keep(const unsigned char* record) {
+  if (rows_.records.size() + length_ <= mostKept_) {
+    rows_.records.insert(rows_.records.end(), record, record + length_);
+    return;
+  }
+  addKeysOfKept();
+  addKeys(record);
+  rows_.kept = false;
+  rows_.records = {};
+}
+
+void RowCollector::addKeysOfKept() {
+  keys_.reserve(rows_.numbers.size());
+  for (std::size_t at = 0; at < rows_.records.size(); at += length_) addKeys(rows_.records.data() + at);
+}
+
+// Whether rows that are kept, as the points of an antenna mostly are, stand in their order by one number already.
+bool RowCollector::standInOrder() const {
+  if (!rows_.kept || terms_.size() != 1 || !terms_.front().digits) return false;
+  const Term& term = terms_.front();
+  double last = 0;
+  for (std::size_t at = 0; at < rows_.records.size(); at += length_) {
+    double number = 0;
+    if (!term.digits->read(rows_.records.data() + at, number)) return false;
+    if (at > 0 && (term.descending ? number > last : number < last)) return false;
+    last = number;
+  }
+  return true;
+}
+
+void RowCollector::addKey(const Term& term, const unsigned char* record) {
+  if (term.digits) {
+    double number = 0;
+    return term.digits->read(record, number) ? keys_.addNumber(number) : keys_.addNull();
+  }
+  if (term.text != nullptr) return addText(term, record);
+  row_.show(record);
+  keys_.add(evaluate(*term.expression, row_));
+}
+
+void RowCollector::addText(const Term& term, const unsigned char* record) {
+  std::string_view bytes(reinterpret_cast<const char*>(record) + term.text->offset,
+                         static_cast<std::size_t>(term.text->width));
+  bytes = withoutPadding(bytes.substr(0, bytes.find('\0')));
+  if (!isAscii(bytes)) return keys_.add(table_.value(record, static_cast<std::size_t>(term.expression->field)));
+  if (bytes.empty()) return keys_.addNull();
+  keys_.addAscii(bytes);
+}
+
+SqlRows RowCollector::take() {
+  if (terms_.empty() || standInOrder()) return std::move(rows_);
+  if (rows_.kept) addKeysOfKept();
+  if (keys_.inOrder()) return std::move(rows_);
+  SqlRows sorted;
+  sorted.kept = rows_.kept;
+  sorted.numbers.reserve(rows_.numbers.size());
+  sorted.records.reserve(rows_.records.size());
+  for (const std::uint32_t place : keys_.order()) {
+    sorted.numbers.push_back(rows_.numbers[place]);
+    if (!sorted.kept) continue;
+    const auto record = rows_.records.begin() + static_cast<std::ptrdiff_t>(place * length_);
+    sorted.records.insert(sorted.records.end(), record, record + static_cast<std::ptrdiff_t>(length_));
+  }
+  rows_ = {};
+  return sorted;
+}
+
+}  // namespace vantrelix

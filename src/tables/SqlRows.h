@@ -1,0 +1,62 @@
+// The rows that a query gives, gathered in one pass over its table.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "tables/DbfFile.h"
+#include "tables/SqlFilter.h"
+#include "tables/SqlSort.h"
+#include "tables/SqlTree.h"
+#include "tables/dbfNumber.h"
+
+namespace vantrelix {
+
+struct SqlRows {
+  std::vector<std::uint32_t> numbers;  // of the records
+  std::vector<unsigned char> records;  // theirs, one behind the other, where `kept`
+  bool kept = false;
+};
+
+class RowCollector {
+ public:
+  // Keeps the rows' bytes too as long as they are no more than `mostKept`. Both other arguments outlive this.
+  RowCollector(DbfFile& table, const std::vector<SqlOrder>& order, std::size_t mostKept);
+
+  void reserve(std::size_t rows);
+
+  // Adds records that stand behind one another.
+  void add(std::uint32_t first, const unsigned char* records, std::uint32_t count);
+
+  // In order; the collector is at its end then.
+  SqlRows take();
+
+ private:
+  // What an order looks at: an expression, or a field whose bytes tell its key.
+  struct Term {
+    const SqlExpression* expression;
+    bool descending;
+    std::optional<dbf::DigitsField> digits;
+    const DbfField* text = nullptr;
+  };
+
+  void keep(const unsigned char* record);
+  void addKeysOfKept();
+  bool standInOrder() const;
+  void addKeys(const unsigned char* record) {
+    for (const Term& term : terms_) addKey(term, record);
+  }
+  void addKey(const Term& term, const unsigned char* record);
+  void addText(const Term& term, const unsigned char* record);
+
+  DbfFile& table_;
+  RecordRow row_;
+  std::size_t length_;
+  std::size_t mostKept_;
+  SqlRows rows_;
+  std::vector<Term> terms_;
+  SortKeys keys_;
+};
+
+}  // namespace vantrelix

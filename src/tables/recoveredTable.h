@@ -1,0 +1,46 @@
+// A sound table made of a damaged one: its header, and its rows one by one. Private to the recovery of tables.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tables/MemoFile.h"
+#include "tables/fieldSoundness.h"
+#include "tables/tableLayout.h"
+
+namespace vantrelix::dbf {
+
+class RecoveredTable {
+ public:
+  // The layout must outlive it. Fails with 3343 where there is no field, or where the fields that there are make up a
+  // longer record than the format holds.
+  explicit RecoveredTable(const TableLayout& layout);
+
+  bool hasMemos() const;
+  std::uint32_t recordLength() const { return header_.recordLength; }
+  int version() const { return header_.version; }
+  // The header of that many rows, changed today.
+  std::string headerBytes(std::uint32_t rows, const platform::DateTime& today) const;
+
+  // The row made sound, with its texts copied from one memo file to the other; either may be null. Gives the number of
+  // values that had to be mended.
+  std::uint32_t convert(const unsigned char* row, unsigned char* made, MemoFile* from, MemoFile* to);
+
+ private:
+  void takeFields();
+  void takeNames();
+  std::uint32_t convertField(const unsigned char* row, unsigned char* made, std::size_t field);
+  std::uint32_t mend(const unsigned char* row, unsigned char* made, std::size_t field, FaultKind kind);
+  void fit(const unsigned char* row, unsigned char* made, std::size_t field);
+  std::uint32_t convertMemo(const unsigned char* row, unsigned char* made, std::size_t field, MemoFile* from,
+                            MemoFile* to);
+
+  const TableLayout& layout_;
+  Header header_;
+  FieldContext context_;
+  Soundness soundness_;
+};
+
+}  // namespace vantrelix::dbf

@@ -1,0 +1,219 @@
+#include "tables/tableLayout.h"
+
+#include "foundation/extract.h"
+#include "platform/RunTimeFailure.h"
+#include "tables/dbfDescriptors.h"
+#include "tables/dbfLocks.h"
+#include "tables/dbfOpening.h"
+#include "tables/fieldSoundness.h"
+#include "tables/partnerFile.h"
+
+namespace vantrelix::dbf {
+
+namespace {
+
+constexpr std::size_t kLongestHeader = 65535 + 32;
+constexpr std::uint64_t kRowsSampled = 64;
+constexpr std::size_t kChunk = std::size_t{256} * 1024;
+constexpr double kLikeRows = 0.5;
+constexpr double kBeyondDoubt = 2.9;  // the header is right in all, and nearly every value of the rows
+
+using platform::File;
+
+// A way to read the table, and how much speaks for it.
+struct Reading {
+  TableLayout layout;
+  double likeness = 0;  // of its first rows; 1 where it has none
+  double score = 0;
+};
+
+bool isPrintable(const std::string& name) {
+  return !name.empty() &&
+         std::all_of(name.begin(), name.end(), [](unsigned char byte) { return byte >= ' ' && byte != 0x7F; });
+}
+
+// Field descriptions that no accident would make.
+bool areDeliberate(const std::vector<DbfField>& fields) {
+  constexpr std::string_view known = "CNFLDMGPBIYTVQW0";
+  return !fields.empty() && std::all_of(fields.begin(), fields.end(), [&](const DbfField& field) {
+    return isPrintable(field.name) && known.find(field.type) != std::string_view::npos;
+  });
+}
+
+bool hasType(const std::vector<DbfField>& fields, std::string_view types) {
+  return std::any_of(fields.begin(), fields.end(),
+                     [&](const DbfField& field) { return types.find(field.type) != std::string_view::npos; });
+}
+
+// For a version byte that is none: what the fields and the memo file beside the table speak for.
+int likelyVersion(const std::vector<DbfField>& fields, const std::string& path) {
+  if (hasType(fields, "IYTVQW0")) return 0x30;
+  if (!hasType(fields, "MGP")) return 0x03;
+  return memoPartner(path, true).empty() && !memoPartner(path, false).empty() ? 0x83 : 0xF5;
+}
+
+// In the order given.
+std::vector<std::uint64_t> distinct(const std::vector<std::uint64_t>& numbers) {
+  std::vector<std::uint64_t> result;
+  for (const std::uint64_t number : numbers) {
+    if (std::find(result.begin(), result.end(), number) == result.end()) result.push_back(number);
+  }
+  return result;
+}
+
+class Search {
+ public:
+  Search(File& file, const std::string& path) : file_(file) {
+    base_.path = path;
+    base_.context.displayName = displayPath(path);
+    base_.fileSize = file.size();
+    base_.headerBytes.resize(std::min<std::uint64_t>(base_.fileSize, kLongestHeader));
+    base_.headerBytes.resize(file.readAt(0, base_.headerBytes.data(), base_.headerBytes.size()));
+  }
+
+  TableLayout run() {
+    const std::optional<RunTimeFailure> refusal = tryOpening();
+    if (refusal && (base_.headerBytes.size() < kFixedHeader || isStranger(base_.headerBytes[0] & 0xFF))) throw *refusal;
+    if (refusal) base_.refusal = refusal->description();
+    const Descriptors whole = readDescriptors(base_.headerBytes, base_.headerBytes.size());
+    const Descriptors within = readDescriptors(base_.headerBytes, base_.headerLengthClaimed());
+    readWith(within);
+    if (whole.end != within.end) readWith(whole);
+    if (refusal && (!best_ || best_->likeness < kLikeRows)) throw *refusal;
+    if (!best_) read(within, base_.headerLengthClaimed(), base_.recordLengthClaimed());
+    return best_->layout;
+  }
+
+ private:
+  // What DbfFile::open says to it.
+  std::optional<RunTimeFailure> tryOpening() {
+    try {
+      accepted_ = readHeader(file_, base_.context.displayName);
+      return std::nullopt;
+    } catch (const RunTimeFailure& failure) {
+      if (failure.number() != failure::damagedTable) throw;
+      return failure;
+    }
+  }
+
+  void readWith(const Descriptors& found) {
+    if (!accepted_ && !areDeliberate(found.fields)) return;
+    const std::uint64_t end = found.end;
+    Header named;
+    named.languageMark = static_cast<unsigned char>(base_.headerBytes[29]);
+    named.fields = found.fields;
+    base_.context.text = TextCodec(codePageOf(named, base_.path));
+    const std::vector<std::uint64_t> headers =
+        distinct({base_.headerLengthClaimed(), end + 1, end + 1 + kBackLink, end, end + 2});
+    const std::vector<std::uint64_t> records =
+        distinct({base_.recordLengthClaimed(), sumOfWidths(found.fields, false), sumOfWidths(found.fields, true)});
+    for (const std::uint64_t length : headers) {
+      if (length < end || length > base_.fileSize || length > UINT16_MAX) continue;
+      for (const std::uint64_t record : records) {
+        if (best_ && best_->score >= kBeyondDoubt) return;
+        if (record > 0) read(found, static_cast<std::uint32_t>(length), static_cast<std::uint32_t>(record));
+      }
+    }
+  }
+
+  void read(const Descriptors& found, std::uint32_t headerLength, std::uint32_t recordLength) {
+    Reading reading{base_};
+    TableLayout& layout = reading.layout;
+    Header& header = layout.header;
+    header.version = base_.headerBytes[0] & 0xFF;
+    if (!isReadable(header.version)) header.version = likelyVersion(found.fields, base_.path);
+    header.count = base_.number(4, 4);
+    header.headerLength = headerLength;
+    header.recordLength = recordLength;
+    header.structuralIndex = (base_.headerBytes[28] & kTableFlagIndex) != 0;
+    header.languageMark = static_cast<unsigned char>(base_.headerBytes[29]);
+    header.fields = found.fields;
+    if (sumOfWidths(found.fields, false) != recordLength && sumOfWidths(found.fields, true) == recordLength)
+      takeLongTexts(header.fields);
+    layout.stored = header.fields;
+    layout.flags = found.flags;
+    layout.descriptorsEnd = found.end;
+    layout.terminated = found.terminated;
+    placeFields(header);
+    takeContext(layout);
+    weigh(reading);
+    if (!best_ || reading.score > best_->score) best_ = std::move(reading);
+  }
+
+  static void takeContext(TableLayout& layout) {
+    Header& header = layout.header;
+    layout.context.visual = isVisual(header.version);
+    if (layout.context.visual) placeNullBits(header, layout.flags);
+    if (header.nullFlags >= 0)
+      layout.context.nullFlagsOffset = header.fields[static_cast<std::size_t>(header.nullFlags)].offset;
+  }
+
+  void weigh(Reading& reading) {
+    const TableLayout& layout = reading.layout;
+    const Header& header = layout.header;
+    const std::uint64_t rows = std::uint64_t{header.count} * header.recordLength + header.headerLength;
+    reading.likeness = likenessOfRows(layout);
+    reading.score = reading.likeness;
+    if (accepted_ && accepted_->headerLength == header.headerLength && accepted_->recordLength == header.recordLength &&
+        accepted_->fields.size() == header.fields.size())
+      reading.score += 0.5;
+    if (header.count > 0 && (layout.fileSize == rows || layout.fileSize == rows + 1)) reading.score += 0.5;
+    if (sumOfWidths(layout.stored, false) == header.recordLength) reading.score += 0.4;
+    if (layout.recordLengthClaimed() == header.recordLength) reading.score += 0.2;
+    if (layout.headerLengthClaimed() == header.headerLength) reading.score += 0.2;
+    if (layout.terminated) reading.score += 0.2;
+  }
+
+  double likenessOfRows(const TableLayout& layout) {
+    const std::uint32_t there = layout.header.count > 0 ? layout.rowsCounted() : layout.rowsInFile();
+    const std::uint64_t length = layout.header.recordLength;
+    const std::uint64_t sampled = std::min<std::uint64_t>(there, kRowsSampled);
+    if (sampled == 0) return 1;
+    std::vector<unsigned char> rows(sampled * length);
+    const std::uint64_t got = file_.readAt(layout.header.headerLength, rows.data(), rows.size()) / length;
+    const Soundness soundness(layout.context, layout.header.fields, layout.flags);
+    double sum = 0;
+    for (std::uint64_t row = 0; row < got; ++row) sum += soundness.likeness(&rows[row * length]);
+    return got == 0 ? 1 : sum / static_cast<double>(got);
+  }
+
+  File& file_;
+  TableLayout base_;
+  std::optional<Header> accepted_;
+  std::optional<Reading> best_;
+};
+
+bool isBlankRow(const unsigned char* row, std::uint32_t length) {
+  return std::all_of(row + 1, row + length, [](unsigned char byte) { return byte == ' ' || byte == 0; });
+}
+
+}  // namespace
+
+std::uint32_t TableLayout::rowsInFile() const { return rowsWithin(fileSize, header, UINT32_MAX); }
+
+TableLayout findLayout(File& file, const std::string& path) {
+  const HeldLock lock(file, kHeaderLock, platform::LockKind::shared, displayPath(path));
+  return Search(file, path).run();
+}
+
+std::uint32_t rowsBehind(File& file, const TableLayout& layout) {
+  const std::uint32_t length = layout.header.recordLength;
+  const Soundness soundness(layout.context, layout.header.fields, layout.flags);
+  const std::uint64_t first = layout.rowsCounted();
+  const std::uint64_t perChunk =
+      std::min<std::uint64_t>(std::max<std::uint64_t>(1, kChunk / length), layout.rowsInFile() - first);
+  std::vector<unsigned char> chunk(perChunk * length);
+  std::uint64_t last = first;
+  for (std::uint64_t row = first; row < layout.rowsInFile();) {
+    const std::uint64_t got = file.readAt(layout.offsetOf(row), chunk.data(), chunk.size()) / length;
+    for (std::uint64_t i = 0; i < got; ++i, ++row) {
+      const unsigned char* bytes = &chunk[i * length];
+      if (!soundness.isRow(bytes)) return static_cast<std::uint32_t>(last - first);
+      if (!isBlankRow(bytes, length)) last = row + 1;
+    }
+    if (got == 0) break;
+  }
+  return static_cast<std::uint32_t>(last - first);
+}
+
+}  // namespace vantrelix::dbf

@@ -1,0 +1,46 @@
+// How the rows of a table stand in its file, as far as sense can be made of a header that may be damaged. Private to
+// the check and the recovery of tables.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/Platform.h"
+#include "tables/dbfHeader.h"
+#include "tables/fieldCodec.h"
+
+namespace vantrelix::dbf {
+
+struct TableLayout {
+  std::string path;
+  std::string refusal;      // why DbfFile::open refuses the table; blank where it does not
+  std::string headerBytes;  // the first bytes of the file
+  std::uint64_t fileSize = 0;
+  Header header;                     // the lengths as the rows need them; fields with the parts that lie in the record
+  std::vector<DbfField> stored;      // the fields with the widths that their descriptions give
+  std::vector<unsigned char> flags;  // of the fields
+  std::uint64_t descriptorsEnd = 0;
+  bool terminated = false;
+  FieldContext context;
+
+  std::uint32_t headerLengthClaimed() const { return number(8, 2); }
+  std::uint32_t recordLengthClaimed() const { return number(10, 2); }
+  std::uint32_t number(std::size_t at, int bytes) const {
+    return littleEndian(reinterpret_cast<const unsigned char*>(headerBytes.data()) + at, bytes);
+  }
+  std::uint64_t offsetOf(std::uint64_t row) const { return header.headerLength + row * header.recordLength; }
+  // Whole rows that lie in the file, and those of them that are counted.
+  std::uint32_t rowsInFile() const;
+  std::uint32_t rowsCounted() const { return std::min(rowsInFile(), header.count); }
+};
+
+// Looks at the file under its header lock, so that no row is just being added. 3343 where no sense can be made of it:
+// no header, another format, nothing that looks like rows.
+TableLayout findLayout(platform::File& file, const std::string& path);
+
+// Rows that stand whole behind those that are counted and look like rows, up to the last that is not blank.
+std::uint32_t rowsBehind(platform::File& file, const TableLayout& layout);
+
+}  // namespace vantrelix::dbf

@@ -101,8 +101,8 @@ class DbfFile {
   // Puts a value into record bytes. Text longer than the field, or a number whose whole part does not fit, fails with
   // 3163 and changes nothing; fewer decimals are written only where the whole part needs the room. Null and empty text
   // give a blank field (and the null flag where the table has one). A value of the wrong kind fails with 13. A field
-  // type that cannot be written fails with 3027. The text of a memo field is written to the memo file at once, in blocks
-  // of its own: 3027 where that cannot be, 3211 where another holds its lock for longer than lockWait().
+  // type that cannot be written fails with 3027. The text of a memo field is written to the memo file at once, in
+  // blocks of its own: 3027 where that cannot be, 3211 where another holds its lock for longer than lockWait().
   void put(unsigned char* record, std::size_t field, const Value& value) const;
   // The same for a value that was put into the bytes `from` before: a memo text is not written once more.
   void carry(unsigned char* record, std::size_t field, const Value& value, const unsigned char* from) const;

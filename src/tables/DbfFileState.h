@@ -74,7 +74,6 @@ struct DbfFile::Implementation {
   std::uint32_t readInParts(const Rows& rows, std::uint32_t cut, std::int64_t& patience);
   std::uint32_t readContended(const Rows& row, std::int64_t& patience);
   class RowWrite;
-  class RememberedWrite;
 
   void noteUnreadable(const DbfField& field, const std::string& reason);
   void openMemo(const std::string& path);

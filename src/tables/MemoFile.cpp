@@ -15,7 +15,6 @@ namespace {
 constexpr std::uint32_t kDefaultBlock = 512;
 constexpr std::size_t kMinimumHeader = 24;
 constexpr std::size_t kEntryHead = 8;
-constexpr std::uint64_t kLargestFile = 0x7FFFFFFF;
 constexpr std::uint64_t kReservedAhead = 65536;
 constexpr char kTextEnd = '\x1A';
 constexpr std::string_view kCountedMark("\xFF\xFF\x08\0", 4);
@@ -149,7 +148,7 @@ std::uint32_t MemoFile::append(std::string_view text, std::uint32_t textKind) {
   const std::uint64_t promised = nextFree();
   if (promised > block && (promised - block) * blockSize_ <= kReservedAhead) block = promised;
   const std::uint64_t needed = text.size() + kEntryHead + blockSize_;
-  if (block * blockSize_ + needed > kLargestFile) {
+  if (block * blockSize_ + needed > dbf::kLargestFile) {
     throw RunTimeFailure(failure::readOnlyTable, "The memo file " + displayPath(path_) +
                                                      " cannot take another text: it would grow beyond 2 GB, more than "
                                                      "the format holds. Begin another table.");

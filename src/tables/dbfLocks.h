@@ -18,6 +18,9 @@ struct LockRange {
   std::uint64_t length;
 };
 
+// Every program of the family counts file offsets in 31 bits.
+inline constexpr std::uint64_t kLargestFile = 0x7FFFFFFF;
+
 inline constexpr LockRange kHeaderLock{0x40000000, 1};
 inline constexpr LockRange kDenyWriteLock{0x7FFFFFFE, 1};
 inline constexpr LockRange kSharingLock{0x7FFFFFFF, 1};

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "tables/DbfFileState.h"
-#include "tables/RememberedTable.h"
 #include "tables/dbfOpening.h"
 #include "tables/indexFiles.h"
+#include "tables/rememberedWrite.h"
 
 namespace vantrelix {
 
@@ -17,15 +17,7 @@ using platform::LockKind;
 
 using dbf::LockRange;
 
-// Every program of the family counts file offsets in 31 bits.
-constexpr std::uint64_t kLargestFile = 0x7FFFFFFF;
 constexpr std::uint64_t kDatePlace = 1;
-// Where the header and all records have their locks: before the bytes for sharing and, from 1 GB on, behind them.
-constexpr std::uint64_t kSharingEnd = dbf::kSharingLock.offset + dbf::kSharingLock.length;
-constexpr LockRange kLockPlaces[] = {
-    {dbf::kHeaderLock.offset, dbf::kDenyWriteLock.offset - dbf::kHeaderLock.offset},
-    {kSharingEnd, dbf::kHeaderLock.offset + kLargestFile + 1 - kSharingEnd},
-};
 
 std::array<unsigned char, 3> dateBytes() {
   const platform::DateTime today = platform::current().now();
@@ -33,78 +25,7 @@ std::array<unsigned char, 3> dateBytes() {
           static_cast<unsigned char>(today.day)};
 }
 
-// Keeps everybody else from changing header and records, beside a lock of a part of them that the writer has already.
-// The locks are shared: readers go on. Not waited for: where another writer, or a program that reads under exclusive
-// locks, holds one for longer than a moment, nothing is taken.
-class OthersKeptOut {
- public:
-  OthersKeptOut(platform::File& file, LockRange taken) : file_(file) {
-    const std::uint64_t takenEnd = taken.offset + taken.length;
-    for (const LockRange& place : kLockPlaces) {
-      const std::uint64_t end = place.offset + place.length;
-      if (taken.offset < place.offset || takenEnd > end) {
-        whole_ = whole_ && take(place);
-        continue;
-      }
-      whole_ = whole_ && take({place.offset, taken.offset - place.offset}) && take({takenEnd, end - takenEnd});
-    }
-  }
-  ~OthersKeptOut() {
-    for (const LockRange& range : ranges_) {
-      try {
-        file_.unlock(range.offset, range.length);
-      } catch (const RunTimeFailure&) {
-        // Closing the file drops the lock at the latest; a destructor has nobody to tell.
-      }
-    }
-  }
-  OthersKeptOut(const OthersKeptOut&) = delete;
-  OthersKeptOut& operator=(const OthersKeptOut&) = delete;
-
-  bool whole() const { return whole_; }
-
- private:
-  bool take(LockRange range) {
-    constexpr int kMoments = 20;
-    for (int moment = 0; moment < kMoments; ++moment) {
-      if (file_.tryLock(range.offset, range.length, LockKind::shared)) {
-        ranges_.push_back(range);
-        return true;
-      }
-      platform::current().yield();
-    }
-    return false;
-  }
-
-  platform::File& file_;
-  std::vector<LockRange> ranges_;
-  bool whole_ = true;
-};
-
 }  // namespace
-
-// A write and what this process remembers of the table. The table must not read meanwhile: its locks for a read would
-// end those for the write.
-class DbfFile::Implementation::RememberedWrite {
- public:
-  // `taken` is what the writer has locked. Where it also holds a record for an edit that lock would end with the
-  // others.
-  RememberedWrite(DbfFile& table, LockRange taken, bool besideEdit) {
-    platform::File& file = *table.implementation_->file;
-    if (!besideEdit && hasNotes(file.state())) others_.emplace(file, taken);
-    before_ = file.state();
-    remembered_.emplace(table, file, before_, others_ && others_->whole());
-  }
-
-  // The file as it was before the write.
-  const platform::FileState& before() const { return before_; }
-  OwnWrite* operator->() { return &*remembered_; }
-
- private:
-  std::optional<OthersKeptOut> others_;
-  platform::FileState before_;
-  std::optional<OwnWrite> remembered_;
-};
 
 void DbfFile::Implementation::checkWritable(bool readOnly, bool adding) const {
   if (readOnly) refuse("it is open for reading only, or its file is write-protected. Open it for writing");
@@ -228,11 +149,11 @@ std::uint32_t DbfFile::append(const unsigned char* records, std::uint32_t count)
   inside.requireStanding(path_);
   const dbf::HeldLock header(*inside.file, dbf::kHeaderLock, LockKind::exclusive, inside.context.displayName);
   if (count == 0) return inside.countRows(inside.file->size());
-  Implementation::RememberedWrite write(*this, dbf::kHeaderLock, inside.held.has_value());
+  dbf::RememberedWrite write(*this, *inside.file, dbf::kHeaderLock, inside.held.has_value());
   const std::uint64_t size = write.before().size;
   const std::uint32_t first = inside.countRows(size);
   const std::uint64_t added = std::uint64_t{count} * inside.header.recordLength;
-  if (inside.offsetOf(first) + added + 1 > kLargestFile)
+  if (inside.offsetOf(first) + added + 1 > dbf::kLargestFile)
     inside.refuse("it would grow beyond 2 GB, more than the format holds. Begin another table");
   inside.writeRows(first, records, count, size);
   write->rowsAdded(first, records, count);
@@ -257,7 +178,7 @@ void DbfFile::update(std::uint32_t number, const std::function<void(unsigned cha
   change(after.data());
   if (after == before) return;
   const LockRange taken = dbf::recordLock(offset, inside.header.recordLength, number, false);
-  Implementation::RememberedWrite write(*this, taken, inside.held && inside.heldRecord != number);
+  dbf::RememberedWrite write(*this, *inside.file, taken, inside.held && inside.heldRecord != number);
   inside.overwrite(offset, before, after);
   inside.touchDate();
   inside.makeDurable();

@@ -6,6 +6,7 @@
 #include "foundation/extract.h"
 #include "foundation/text.h"
 #include "platform/RunTimeFailure.h"
+#include "tables/dbfLocks.h"
 #include "tables/dbfOpening.h"
 #include "tables/dbfText.h"
 #include "tables/memoCheck.h"
@@ -22,7 +23,6 @@ using platform::File;
 using platform::OpenMode;
 
 constexpr std::size_t kChunk = std::size_t{1} << 20;
-constexpr std::uint64_t kLargestFile = 0x7FFFFFFF;
 
 // Files on their way to their names, which no file may have; what has not arrived at the end is removed.
 class NewFiles {
@@ -171,7 +171,7 @@ class Recovery {
   // A count that no file of the format could hold is damage itself and promises nothing.
   std::uint32_t rowsPromisedInVain() const {
     const std::uint32_t missing = layout_.header.count - layout_.rowsCounted();
-    if (layout_.offsetOf(layout_.header.count) <= kLargestFile) return missing;
+    if (layout_.offsetOf(layout_.header.count) <= dbf::kLargestFile) return missing;
     const std::uint64_t rest = layout_.fileSize - std::min(layout_.fileSize, layout_.offsetOf(layout_.rowsInFile()));
     return rest > 1 ? 1 : 0;
   }

@@ -1,5 +1,6 @@
-// The upper halves of the single-byte code pages, as another implementation of them has them: the characters of the bytes
-// 0x80 to 0xFF in order, with U+FFFD where the page leaves a byte open; and the mark of the header that names the page.
+// The upper halves of the single-byte code pages, as another implementation of them has them: the characters of the
+// bytes 0x80 to 0xFF in order, with U+FFFD where the page leaves a byte open; and the mark of the header that names the
+// page.
 #pragma once
 
 namespace vantrelix::test {

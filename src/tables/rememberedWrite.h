@@ -1,0 +1,51 @@
+// A write to a table's rows, together with what this process remembers of them. Private to the table-file sources.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "platform/Platform.h"
+#include "tables/RememberedTable.h"
+#include "tables/dbfLocks.h"
+
+namespace vantrelix::dbf {
+
+// Keeps everybody else from changing header and records, beside a lock of a part of them that the writer has already.
+// The locks are shared: readers go on. Not waited for: where another writer, or a program that reads under exclusive
+// locks, holds one for longer than a moment, nothing is taken.
+class OthersKeptOut {
+ public:
+  OthersKeptOut(platform::File& file, LockRange taken);
+  ~OthersKeptOut();
+  OthersKeptOut(const OthersKeptOut&) = delete;
+  OthersKeptOut& operator=(const OthersKeptOut&) = delete;
+
+  // Whether all of them are locked.
+  bool whole() const { return whole_; }
+
+ private:
+  bool take(LockRange range);
+
+  platform::File& file_;
+  std::vector<LockRange> ranges_;
+  bool whole_ = true;
+};
+
+// The table must not read meanwhile: its locks for a read would end those for the write.
+class RememberedWrite {
+ public:
+  // `taken` is what the writer has locked. Where it also holds a record for an edit that lock would end with the
+  // others.
+  RememberedWrite(DbfFile& table, platform::File& file, LockRange taken, bool besideEdit);
+
+  // The file as it was before the write.
+  const platform::FileState& before() const { return before_; }
+  OwnWrite* operator->() { return &*remembered_; }
+
+ private:
+  std::optional<OthersKeptOut> others_;
+  platform::FileState before_;
+  std::optional<OwnWrite> remembered_;
+};
+
+}  // namespace vantrelix::dbf

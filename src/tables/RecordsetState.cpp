@@ -42,8 +42,7 @@ Recordset::Implementation::Implementation(SqlSelect select, Opener opener_, Reco
 
 void Recordset::Implementation::open(SqlSelect select) {
   std::shared_ptr<DbfFile> table = opener();
-  opened = table->state();
-  noteFileState(*table);
+  opened = noteFileState(*table);
   writes = writesTo(opened);
   query = std::make_unique<SqlQuery>(std::move(select), std::move(table));
 }
@@ -53,6 +52,7 @@ void Recordset::Implementation::run() {
   currentDeleted = false;
   recordRead = false;
   kept.clear();
+  orderField = -1;
   if (query->aggregated()) {
     aggregates = query->aggregates();
     rows = RowNumbers(std::vector<std::uint32_t>(1, 0));
@@ -60,6 +60,8 @@ void Recordset::Implementation::run() {
     SqlRows found = query->rows(onlyReads() ? kMostKept : 0);
     rows = RowNumbers(std::move(found.numbers));
     kept = std::move(found.records);
+    orderField = found.numbersOf;
+    orderNumbers = std::move(found.orderNumbers);
   }
   index = 0;
   reached = type == RecordsetType::table ? size() : 0;

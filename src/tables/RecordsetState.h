@@ -72,6 +72,8 @@ struct Recordset::Implementation {
 
   RowNumbers rows;                  // of a query of aggregates one that means nothing
   std::vector<unsigned char> kept;  // the bytes of all rows of a picture; else empty
+  int orderField = -1;              // whose numbers in them are known, and these
+  std::vector<double> orderNumbers;
   std::vector<Value> aggregates;
   long index = 0;  // -1 before the first row, the number of rows behind the last
   long reached = 0;
@@ -97,6 +99,8 @@ struct Recordset::Implementation {
   static RunTimeFailure noCurrentRecord();
   const unsigned char* currentRecord();
   const unsigned char* keptRecord(long position) const;
+  void visitKept(int first, const dbf::DigitsField& a, const dbf::DigitsField& b,
+                 const std::function<void(double, double)>& visit);
   Value shownValue(const SqlColumn& shown, const unsigned char* bytes) const;
   std::optional<long> search(SqlFilter& filter);
   std::optional<long> searchFile(SqlFilter& filter);

@@ -76,6 +76,26 @@ Value Recordset::Implementation::valueAt(long position, std::size_t number) cons
   return there ? shownValue(column(number), bytes.data()) : Value();
 }
 
+void Recordset::Implementation::visitKept(int first, const dbf::DigitsField& a, const dbf::DigitsField& b,
+                                          const std::function<void(double, double)>& visit) {
+  const auto length = static_cast<std::size_t>(query->table().recordLength());
+  const unsigned char* bytes = keptRecord(index);
+  reached = size();
+  std::vector<double> numbers(static_cast<std::size_t>(size() - index));
+  if (first == orderField && b.readEach(bytes, length, numbers)) {
+    for (const double number : numbers) {
+      visit(orderNumbers[static_cast<std::size_t>(index)], number);
+      ++index;
+    }
+    return;
+  }
+  for (; index < size(); ++index, bytes += length) {
+    double left = 0;
+    double right = 0;
+    if (a.read(bytes, left) && b.read(bytes, right)) visit(left, right);
+  }
+}
+
 void Recordset::Implementation::visitNumbers(std::size_t first, std::size_t second,
                                              const std::function<void(double, double)>& visit) {
   const auto digitsOf = [this](std::size_t number) {
@@ -87,14 +107,7 @@ void Recordset::Implementation::visitNumbers(std::size_t first, std::size_t seco
   const auto a = digitsOf(first);
   const auto b = digitsOf(second);
   if (a && b) {
-    for (; index < size(); ++index) {
-      reach();
-      const unsigned char* bytes = keptRecord(index);
-      double left = 0;
-      double right = 0;
-      if (a->read(bytes, left) && b->read(bytes, right)) visit(left, right);
-    }
-    return;
+    return visitKept(column(first).field, *a, *b, visit);
   }
   for (; index < size(); moveNext()) {
     const Value left = value(first);

@@ -8,7 +8,7 @@ namespace vantrelix {
 namespace {
 
 // So many runs are looked through one by one faster than a small table is read.
-constexpr std::size_t kFewRecent = 1024;
+constexpr std::size_t kFewRecent = 128;
 
 }  // namespace
 
@@ -22,11 +22,11 @@ void RunList::add(std::size_t hash, RowRun rows) {
     return;
   }
   // A share of the whole, so that all the sorting of ever more runs stays in proportion to their number.
-  if (recent_.size() >= std::max(kFewRecent, sorted_.size() / 32)) sortRecent();
+  if (recent_.size() >= std::max(kFewRecent, sorted_.size() / 32)) settle();
   recent_.push_back({hash, rows});
 }
 
-void RunList::sortRecent() {
+void RunList::settle() {
   std::sort(recent_.begin(), recent_.end(), isBefore);
   const auto middle = sorted_.insert(sorted_.end(), recent_.begin(), recent_.end());
   recent_.clear();

@@ -209,7 +209,11 @@ SqlRows SqlQuery::rows(std::size_t mostKept) const {
   if (!select_.where) {
     const std::size_t count = table_->recordCount();
     if (count * static_cast<std::size_t>(table_->recordLength()) > mostKept) mostKept = 0;
-    if (mostKept == 0 && !ordered()) return {liveRows(), {}, false};
+    if (mostKept == 0 && !ordered()) {
+      SqlRows found;
+      found.numbers = liveRows();
+      return found;
+    }
     return collectRows(mostKept, count);
   }
   return collectRows(mostKept, kUsualFinds);

@@ -1,6 +1,7 @@
 #include "tables/SqlRows.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "foundation/utf8.h"
 #include "tables/SqlCompare.h"
@@ -31,9 +32,10 @@ RowCollector::RowCollector(DbfFile& table, const std::vector<SqlOrder>& order, s
       keys_(directions(order)) {
   rows_.kept = mostKept > 0;
   for (const SqlOrder& wanted : order) {
-    Term term{&wanted.expression, wanted.descending, std::nullopt, nullptr};
+    Term term{&wanted.expression, wanted.descending, -1, std::nullopt, nullptr};
     if (wanted.expression.kind == SqlKind::field) {
       const DbfField& field = table.fields()[static_cast<std::size_t>(wanted.expression.field)];
+      term.field = wanted.expression.field;
       term.digits = dbf::DigitsField::of(field);
       if (saysByItsBytes(field, table.fields())) term.text = &field;
     }
@@ -80,16 +82,16 @@ void RowCollector::addKeysOfKept() {
 }
 
 // Whether rows that are kept, as the points of an antenna mostly are, stand in their order by one number already.
-bool RowCollector::standInOrder() const {
+bool RowCollector::standInOrder() {
   if (!rows_.kept || terms_.size() != 1 || !terms_.front().digits) return false;
   const Term& term = terms_.front();
-  double last = 0;
-  for (std::size_t at = 0; at < rows_.records.size(); at += length_) {
-    double number = 0;
-    if (!term.digits->read(rows_.records.data() + at, number)) return false;
-    if (at > 0 && (term.descending ? number > last : number < last)) return false;
-    last = number;
-  }
+  std::vector<double> found(rows_.numbers.size());
+  if (!term.digits->readEach(rows_.records.data(), length_, found)) return false;
+  const bool inOrder = term.descending ? std::is_sorted(found.begin(), found.end(), std::greater<>())
+                                       : std::is_sorted(found.begin(), found.end());
+  if (!inOrder) return false;
+  rows_.numbersOf = term.field;
+  rows_.orderNumbers = std::move(found);
   return true;
 }
 

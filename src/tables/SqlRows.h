@@ -17,6 +17,9 @@ struct SqlRows {
   std::vector<std::uint32_t> numbers;  // of the records
   std::vector<unsigned char> records;  // theirs, one behind the other, where `kept`
   bool kept = false;
+  // Where they stood in the order of one number field already: its numbers.
+  int numbersOf = -1;  // the field
+  std::vector<double> orderNumbers;
 };
 
 class RowCollector {
@@ -37,13 +40,14 @@ class RowCollector {
   struct Term {
     const SqlExpression* expression;
     bool descending;
+    int field = -1;
     std::optional<dbf::DigitsField> digits;
     const DbfField* text = nullptr;
   };
 
   void keep(const unsigned char* record);
   void addKeysOfKept();
-  bool standInOrder() const;
+  bool standInOrder();
   void addKeys(const unsigned char* record) {
     for (const Term& term : terms_) addKey(term, record);
   }

@@ -62,6 +62,8 @@ class NotedRuns : public RowNotes {
     rows_ += count;
   }
 
+  void settle() { runs_.settle(); }
+
   // Rows that are noted, deleted ones included.
   std::uint32_t rows() const { return rows_; }
   bool tooMany() const { return tooMany_; }
@@ -165,6 +167,7 @@ void walk(DbfFile& table, const SoughtText& sought, const BlockVisitor& visit, c
   });
   if (!whole || !notes) return;
   runs.end();
+  notes->settle();
   noting->keep(NotedRuns::nameOf(sought.offset), notes);
 }
 
@@ -179,7 +182,7 @@ std::shared_ptr<const NotedRuns> notedRuns(const TableLook& look, std::size_t of
 std::uint64_t smallestRemembered() { return smallest; }
 void setSmallestRemembered(std::uint64_t bytes) { smallest = bytes; }
 
-void noteFileState(const DbfFile& table) { const TableLook look(table); }
+platform::FileState noteFileState(const DbfFile& table) { return TableLook(table).state(); }
 
 void scanForText(DbfFile& table, const SoughtText& sought, const RecordVisitor& visit) {
   const auto length = static_cast<std::size_t>(table.recordLength());

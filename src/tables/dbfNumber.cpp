@@ -178,6 +178,16 @@ bool DigitsField::readAny(const unsigned char* at, double& number) const {
   return any.has_value();
 }
 
+bool DigitsField::readEach(const unsigned char* records, std::size_t length, std::vector<double>& numbers) const {
+  const DigitsField field = *this;  // its members cannot change by what is written
+  bool all = true;
+  for (double& number : numbers) {
+    all = field.read(records, number) && all;
+    records += length;
+  }
+  return all;
+}
+
 void DigitsField::readAll(const std::vector<const unsigned char*>& records, std::vector<double>& numbers) const {
   const std::size_t before = numbers.size();
   numbers.resize(before + records.size());

@@ -29,7 +29,10 @@ class DigitsField {
     return (usual_ && readShort(at, number)) || readAny(at, number);
   }
 
-  // The same for many records; adds those numbers that there are.
+  // The same for records of `length` bytes that stand behind one another: as many numbers. False, and some are of no
+  // meaning, where one of them has none.
+  bool readEach(const unsigned char* records, std::size_t length, std::vector<double>& numbers) const;
+  // The same for any records; adds those numbers that there are.
   void readAll(const std::vector<const unsigned char*>& records, std::vector<double>& numbers) const;
 
  private:

@@ -6,6 +6,7 @@
 // than any write takes. A file at rest needs no lock: a look at its state behind the read tells whether it was whole.
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <vector>
 
 #include "tables/DbfFileState.h"
@@ -170,12 +171,12 @@ bool DbfFile::scanBlocks(const BlockVisitor& visit, std::uint32_t first, std::ui
   const auto length = static_cast<std::size_t>(recordLength_);
   const auto perBlock =
       static_cast<std::uint32_t>(std::min<std::size_t>(std::max<std::size_t>(1, kScanBytes / length), end - first));
-  std::vector<unsigned char> block(perBlock * length);
+  const auto block = std::make_unique_for_overwrite<unsigned char[]>(perBlock * length);
   std::int64_t patience = kPatience;
   for (std::uint32_t number = first; number < end;) {
     const std::uint32_t asked = std::min(perBlock, end - number);
-    const std::uint32_t rows = implementation_->readRows({number, asked, block.data()}, patience);
-    if (rows > 0 && !visit(number, block.data(), rows)) return false;
+    const std::uint32_t rows = implementation_->readRows({number, asked, block.get()}, patience);
+    if (rows > 0 && !visit(number, block.get(), rows)) return false;
     if (rows < asked) return true;
     number += rows;
   }

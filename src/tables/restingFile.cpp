@@ -1,5 +1,8 @@
 #include "tables/restingFile.h"
 
+#include <algorithm>
+#include <array>
+
 namespace vantrelix::dbf {
 
 namespace {
@@ -7,14 +10,23 @@ namespace {
 // Nanoseconds; longer than a tick of any file system, and than any write takes.
 constexpr std::int64_t kRest = 3'000'000'000;
 
+// The last files that were found to have this machine's own times. One of the same number, size and time is the same.
+bool hasOwnClock(platform::File& file, const platform::FileState& state) {
+  static std::array<platform::FileState, 16> known;
+  static std::size_t next = 0;
+  if (std::find(known.begin(), known.end(), state) != known.end()) return true;
+  if (!file.hasOwnClock()) return false;
+  known[next++ % known.size()] = state;
+  return true;
+}
+
 }  // namespace
 
 const std::optional<platform::FileState>& RestingFile::look() {
-  if (!hasOwnClock_) hasOwnClock_ = file_.hasOwnClock();
-  state_.reset();
-  if (!*hasOwnClock_) return state_;
   const platform::FileState now = file_.state();
-  if (platform::current().wallNanoseconds() - now.modifiedNanoseconds > kRest) state_ = now;
+  const bool isOld = platform::current().wallNanoseconds() - now.modifiedNanoseconds > kRest;
+  state_.reset();
+  if (isOld && hasOwnClock(file_, now)) state_ = now;
   return state_;
 }
 

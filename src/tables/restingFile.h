@@ -23,7 +23,6 @@ class RestingFile {
 
  private:
   platform::File& file_;
-  std::optional<bool> hasOwnClock_;
   std::optional<platform::FileState> state_;
 };
 

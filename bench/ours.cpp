@@ -6,6 +6,7 @@
 #include "foundation/text.h"
 #include "makeLibrary.h"
 #include "platform/Platform.h"
+#include "tables/DbfFile.h"
 
 namespace vantrelix::bench {
 
@@ -63,8 +64,10 @@ std::optional<double> perhapsNumberOf(const Field& field) {
   return value.isNull() ? std::nullopt : std::optional(value.asNumber());
 }
 
+// A list that is only shown is a picture of its rows.
 std::vector<MasterRow> Ours::list() {
-  const RecordsetPtr rows = database()->OpenRecordset("SELECT * from [AMSBENCH] Order by [ANTENNA] ASC");
+  const RecordsetPtr rows =
+      database()->OpenRecordset("SELECT * from [AMSBENCH] Order by [ANTENNA] ASC", RecordsetType::snapshot);
   const Field id = rows->Fields("ATYPE_ID"), description = rows->Fields("ANTENNA"), gain = rows->Fields("GAIN"),
               gainUnits = rows->Fields("GAIN_UN"), low = rows->Fields("F_LOW"), high = rows->Fields("F_HIGH"),
               freqUnits = rows->Fields("FREQ_UN"), power = rows->Fields("POWER"), powerUnits = rows->Fields("POWER_UN");
@@ -96,7 +99,24 @@ void make(const std::filesystem::path& folder, const MadeLibrary& library) {
 
 std::unique_ptr<OpenLibrary> open(const std::filesystem::path& folder) { return std::make_unique<Ours>(folder); }
 
+// Each write is on the disk before it counts as done.
+class Durable : public Ours {
+ public:
+  using Ours::Ours;
+  void append(const MadeAntenna& antenna) override {
+    DbfFile::setDurable(true);
+    Ours::append(antenna);
+    DbfFile::setDurable(false);
+  }
+};
+
+std::unique_ptr<OpenLibrary> openDurable(const std::filesystem::path& folder) {
+  return std::make_unique<Durable>(folder);
+}
+
 const Entry entry({0, "ours", "this library", "firstReadOurs", job::all, 0, false, false, kTableFiles, make, open});
+const Entry durable({5, "ours-durable", "this library, durable", "firstReadOurs", job::append | job::import,
+                     job::append | job::import, false, true, kTableFiles, make, openDurable});
 
 }  // namespace
 

@@ -58,8 +58,9 @@ class DbfFile {
                                        Sharing sharing = Sharing::shared);
 
   // Makes a new empty table (version 0x03 and the mark of code page 1252; with a memo field version 0xF5 and its .FPT).
-  // Written under a temporary name and renamed, replacing what is there. Field names longer than 10 characters, doubled
-  // or empty, and widths that the format cannot hold fail with 3163 or 51 before any file is touched.
+  // Written under a temporary name and renamed, replacing what is there, but for an .FPT: that one is taken, with its
+  // texts, and 3343 where it cannot be read. Field names longer than 10 characters, doubled or empty, and widths that
+  // the format cannot hold fail with 3163 or 51 before any file is touched.
   static void create(const std::string& path, const std::vector<DbfNewField>& fields);
 
   ~DbfFile();

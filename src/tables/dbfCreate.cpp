@@ -82,6 +82,14 @@ std::vector<DbfNewField> checkedFields(const std::vector<DbfNewField>& asked, co
   return fields;
 }
 
+// A memo file that is there stays: it serves as well, and its texts may be those of a table that the new one does not
+// come to replace.
+void provideMemo(const std::string& path) {
+  const std::string there = memoPartner(path, true);
+  if (there.empty()) return MemoFile::create(withExtension(path, "FPT"));
+  const MemoFile readable(there, MemoKind::foxpro);
+}
+
 }  // namespace
 
 void DbfFile::create(const std::string& path, const std::vector<DbfNewField>& fields) {
@@ -89,7 +97,7 @@ void DbfFile::create(const std::string& path, const std::vector<DbfNewField>& fi
   const bool withMemo =
       std::any_of(checked.begin(), checked.end(), [](const auto& field) { return field.type == 'M'; });
   // The memo file first: a table that has none beside it is worse than a memo file alone.
-  if (withMemo) MemoFile::create(withExtension(path, "FPT"));
+  if (withMemo) provideMemo(path);
   platform::replaceWholeFile(path, dbf::newHeader(checked, platform::current().now()));
 }
 

@@ -176,7 +176,7 @@ void DbfFile::update(std::uint32_t number, const std::function<void(unsigned cha
   }
   std::vector<unsigned char> after = before;
   change(after.data());
-  if (after == before) return;
+  if (after == before) return inside.makeDurable();  // perhaps a change that the disk failed to take before
   const LockRange taken = dbf::recordLock(offset, inside.header.recordLength, number, false);
   dbf::RememberedWrite write(*this, *inside.file, taken, inside.held && inside.heldRecord != number);
   inside.overwrite(offset, before, after);

@@ -47,7 +47,7 @@ std::optional<int> createMissing(const Check& check) {
   const bool typed = getLenTrim(check.tableType) > 0;
   SetFlag(typed ? 1220 : 1300);
   if (typed && !ModNewDBF(check.tableType, made)) {
-    removeQuietly(made);
+    removeTableQuietly(made);
     return tableCode::headerError;
   }
   if (!settleNewTable(made, check.path)) return std::nullopt;
@@ -168,6 +168,7 @@ bool NewTable(const FieldList& fields, const std::string& path) {
     working = reserveStampedTable(ExtractFolderNoSlash(path), "YYHHMMSS");
     createTable(fields, working);
     SetFlag(400);
+    settleMemo(working, path);
     platform::current().rename(working, path);
     syncFolderQuietly(ExtractFolderNoSlash(path));
     return true;
@@ -176,7 +177,7 @@ bool NewTable(const FieldList& fields, const std::string& path) {
   } catch (const std::exception& failure) {
     ErrHand(failure, "PathName: " + displayPath(path));
   }
-  if (!working.empty()) removeQuietly(working);
+  if (!working.empty()) removeTableQuietly(working);
   return false;
 }
 

@@ -7,6 +7,7 @@
 #include "foundation/extract.h"
 #include "platform/RunTimeFailure.h"
 #include "tables/DbfFile.h"
+#include "tables/partnerFile.h"
 #include "tables/structure.h"
 
 namespace vantrelix {
@@ -105,7 +106,7 @@ std::string makeStampedTable(const FieldList& fields, const std::string& folder,
     return "";
   }
   if (NewTable(fields, made)) return made;
-  removeQuietly(made);
+  removeTableQuietly(made);
   return "";
 }
 
@@ -140,16 +141,24 @@ std::string keepDatedCopy(const std::string& path) {
   }
 }
 
+void settleMemo(const std::string& made, const std::string& path) {
+  const std::string memo = memoPartner(made, true);
+  if (memo.empty()) return;
+  syncFile(memo);
+  if (!memoPartner(path, true).empty() || !renameToFree(memo, withExtension(path, "FPT"))) removeQuietly(memo);
+}
+
 bool settleNewTable(const std::string& made, const std::string& path) {
   platform::Platform& system = platform::current();
   try {
     syncFile(made);
+    settleMemo(made, path);
     removeEmpty(path);
     system.renameNew(made, path);
     syncFolderQuietly(ExtractFolderNoSlash(path));
     return true;
   } catch (const RunTimeFailure& failure) {
-    removeQuietly(made);
+    removeTableQuietly(made);
     if (failure.number() != failure::fileExists) throw;
   }
   return false;
@@ -170,6 +179,12 @@ void removeQuietly(const std::string& path) {
   } catch (const RunTimeFailure&) {
     // The file is in nobody's way.
   }
+}
+
+void removeTableQuietly(const std::string& path) {
+  removeQuietly(path);
+  const std::string memo = memoPartner(path, true);
+  if (!memo.empty()) removeQuietly(memo);
 }
 
 }  // namespace vantrelix

@@ -26,8 +26,11 @@ void createTable(const FieldList& fields, const std::string& path);
 // or the date of the next second that is free. A reader never finds half a copy. Gives the name.
 std::string keepDatedCopy(const std::string& path);
 
-// Gives a finished table its name. False where another has made a table of that name meanwhile: that one stays, and the
-// finished one is removed; a file of no bytes is no table.
+// Gives the memo file of a table just made, if it has one, the name that goes with the path; before the table's own
+// file gets its name. One that stands there already is kept, as DbfFile::create does.
+void settleMemo(const std::string& made, const std::string& path);
+// Gives a finished table its name, and its memo file. False where another has made a table of that name meanwhile: that
+// one stays, and the finished one is removed; a file of no bytes is no table.
 bool settleNewTable(const std::string& made, const std::string& path);
 
 // Makes the file's content durable.
@@ -37,5 +40,7 @@ void syncFile(const std::string& path);
 void syncFolderQuietly(const std::string& folder);
 // Removes a file of ours that serves no purpose any more; a failure to do so is of no interest.
 void removeQuietly(const std::string& path);
+// The same of a table with its memo file.
+void removeTableQuietly(const std::string& path);
 
 }  // namespace vantrelix

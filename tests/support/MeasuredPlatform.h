@@ -22,6 +22,8 @@ class MeasuredPlatform : public platform::FaultPlatform {
   std::string counted;            // part of the names of the files that count; blank for all
   std::function<void()> onSleep;  // what goes on meanwhile
   std::function<void()> onWrite;  // what goes on right before a write
+  std::function<void()> onRead;   // ... or a read
+  int locksTried = 0;
 
   // Whether files have their times from this machine's clock; the steps in which they come, and whether this program
   // may set them. A time set by a program is rounded too.
@@ -54,6 +56,7 @@ class MeasuredPlatform : public platform::FaultPlatform {
     MeasuredFile(std::unique_ptr<File> real, MeasuredPlatform& machine)
         : ForwardingFile(std::move(real)), machine_(machine) {}
     std::size_t readAt(std::uint64_t offset, void* buffer, std::size_t count) override {
+      if (machine_.onRead) machine_.onRead();
       const std::size_t got = real_->readAt(offset, buffer, count);
       machine_.bytesRead += got;
       return got;
@@ -61,6 +64,10 @@ class MeasuredPlatform : public platform::FaultPlatform {
     void writeAt(std::uint64_t offset, const void* bytes, std::size_t count) override {
       if (machine_.onWrite) machine_.onWrite();
       real_->writeAt(offset, bytes, count);
+    }
+    bool tryLock(std::uint64_t offset, std::uint64_t length, platform::LockKind kind) override {
+      ++machine_.locksTried;
+      return real_->tryLock(offset, length, kind);
     }
     platform::FileState state() override {
       platform::FileState state = real_->state();

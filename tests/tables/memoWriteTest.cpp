@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/FaultPlatform.h"
+#include "support/MeasuredPlatform.h"
 #include "tables/Database.h"
 #include "tables/DbfBytes.h"
 #include "tables/MemoFile.h"
@@ -129,6 +130,46 @@ TEST_P(MemoWriting, AFailureLeavesNoRowWithoutItsText) {
       EXPECT_EQ(valueOf(*after, row, "M").isText(), true) << call;
   }
   EXPECT_GE(call, 4);
+}
+
+TEST_P(MemoWriting, AFullDiskLeavesTheMemoFileAsItWas) {
+  appendRow(*made(), {"a", "old"});
+  platform::FaultPlatform faults(platform::current());
+  const platform::Substitute inUse(faults);
+  const std::size_t before = memo().size();
+  const auto table = DbfFile::open(suite.file("T.DBF"));
+  for (const int call : {1, 2}) {
+    faults.fillDiskAt(call);
+    EXPECT_EQ(failureOf([&] { test::rowOf(*table, {"b", std::string(700, 'y')}); }).number(), failure::diskFull);
+    EXPECT_EQ(memo().size(), before) << call;
+    EXPECT_EQ(valueOf(*table, 0, "M"), Value("old"));
+    EXPECT_TRUE(isSound());
+  }
+  faults.reset();
+  appendRow(*table, {"b", "new"});
+  EXPECT_EQ(valueOf(*table, 1, "M"), Value("new"));
+  EXPECT_TRUE(isSound());
+}
+
+TEST_P(MemoWriting, AReaderFindsTheOldTextOrTheNewAtEveryMoment) {
+  const auto textOf = [](int number) { return std::string(400, 'x') + std::to_string(number); };
+  appendRow(*made(), {"a", textOf(0)});
+  test::MeasuredPlatform machine;
+  const platform::Substitute inUse(machine);
+  const auto table = DbfFile::open(suite.file("T.DBF"));
+  const auto reader = DbfFile::open(suite.file("T.DBF"), true);
+  int number = 0;
+  int looks = 0;
+  machine.onWrite = [&] {
+    ++looks;
+    const Value found = valueOf(*reader, 0, "M");
+    EXPECT_TRUE(found == Value(textOf(number)) || found == Value(textOf(number - 1))) << number;
+  };
+  for (number = 1; number <= 3; ++number) {
+    table->update(0, [&](unsigned char* record) { table->put(record, 1, textOf(number)); });
+    EXPECT_EQ(valueOf(*reader, 0, "M"), Value(textOf(number)));
+  }
+  EXPECT_GE(looks, 9) << "text, next free block and row, three times";
 }
 
 INSTANTIATE_TEST_SUITE_P(Versions, MemoWriting,

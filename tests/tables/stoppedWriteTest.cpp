@@ -199,5 +199,14 @@ TEST_F(DurableWrites, ReportADiskThatFailsAndLeaveAChangeInTheFile) {
   EXPECT_EQ(tables.list(kAll), "2.15 9.5 -");
 }
 
+TEST_F(DurableWrites, OfAChangeThatStandsInTheFileAlreadyStillBringItToTheDisk) {
+  const auto change = [](unsigned char* record) { record[1] = 'Z'; };
+  faults.failAt(2, failure::deviceIO);
+  ASSERT_EQ(test::failureOf([&] { table->update(0, change); }), failure::deviceIO);
+  EXPECT_THAT(callsOf([&] { table->update(0, change); }), ElementsAre("sync"));
+  DbfFile::setDurable(false);
+  EXPECT_THAT(callsOf([&] { table->update(0, change); }), ElementsAre());
+}
+
 }  // namespace
 }  // namespace vantrelix

@@ -9,6 +9,7 @@
 #include "tables/DbfFileState.h"
 #include "tables/dbfOpening.h"
 #include "tables/knownHeaders.h"
+#include "tables/memoCheck.h"
 #include "tables/partnerFile.h"
 
 namespace vantrelix {
@@ -43,10 +44,7 @@ void DbfFile::Implementation::openMemo(const std::string& path) {
   if (partner.empty()) {
     throw RunTimeFailure(failure::fileNotFound, "the memo file beside the table is missing");
   }
-  const MemoKind kind = format == dbf::MemoFormat::foxpro   ? MemoKind::foxpro
-                        : format == dbf::MemoFormat::dbase4 ? MemoKind::dbase4
-                                                            : MemoKind::dbase3;
-  memo = std::make_unique<MemoFile>(partner, kind);
+  memo = std::make_unique<MemoFile>(partner, dbf::memoKindOf(header.version));
 }
 
 Value DbfFile::Implementation::memoText(const unsigned char* record, const DbfField& field, const std::string& path) {

@@ -106,7 +106,7 @@ class DbfFile {
   // blocks of its own: 3027 where that cannot be, 3211 where another holds its lock for longer than lockWait().
   void put(unsigned char* record, std::size_t field, const Value& value) const;
   // The same for a value that was put into the bytes `from` before: a memo text is not written once more.
-  void carry(unsigned char* record, std::size_t field, const Value& value, const unsigned char* from) const;
+  void carry(unsigned char* record, std::size_t index, const Value& value, const unsigned char* from) const;
   // The longest start of the text that fits into the field, without splitting a character.
   std::string cut(std::string_view text, std::size_t field) const;
   // Bytes of an empty live record.

@@ -168,16 +168,22 @@ void MemoFile::writeEntry(std::uint32_t block, std::string_view text, std::uint3
   entry.resize((entry.size() + blockSize_ - 1) / blockSize_ * blockSize_, '\0');
   const auto next = static_cast<std::uint32_t>(block + entry.size() / blockSize_);
   const std::string header = kind_ == MemoKind::foxpro ? bigEndianBytes(next) : littleEndianBytes(next);
+  const std::uint32_t formerNext = nextFree();
   try {
     file_->writeAt(std::uint64_t{block} * blockSize_, entry.data(), entry.size());
     file_->writeAt(0, header.data(), header.size());
   } catch (const RunTimeFailure&) {
-    try {
-      file_->truncate(formerSize);
-    } catch (const RunTimeFailure&) {
-      // What stays lies behind all texts, where nobody points to it.
-    }
+    takeBack(formerSize, kind_ == MemoKind::foxpro ? bigEndianBytes(formerNext) : littleEndianBytes(formerNext));
     throw;
+  }
+}
+
+// What stays where the disk takes not even this lies behind all texts: nobody points to it, nor follows its number.
+void MemoFile::takeBack(std::uint64_t formerSize, std::string_view formerHeader) noexcept {
+  try {
+    file_->truncate(formerSize);
+    if (formerSize >= formerHeader.size()) file_->writeAt(0, formerHeader.data(), formerHeader.size());
+  } catch (...) {
   }
 }
 

@@ -62,6 +62,7 @@ class MemoFile {
   MemoExtent counted(std::uint64_t offset, std::uint64_t length, std::uint64_t fileSize) const;
   std::uint64_t blocksUsed(std::uint64_t fileSize) const;
   void writeEntry(std::uint32_t block, std::string_view text, std::uint32_t textKind, std::uint64_t formerSize);
+  void takeBack(std::uint64_t formerSize, std::string_view formerHeader) noexcept;
 
   std::string path_;
   MemoKind kind_;

@@ -5,6 +5,7 @@
 #include "foundation/messages.h"
 #include "foundation/procedures.h"
 #include "foundation/text.h"
+#include "tables/dbfOpening.h"
 #include "tables/structure.h"
 
 namespace vantrelix {
@@ -110,7 +111,9 @@ void setHeader(const std::string& tableType, const std::string& path) {
   SetFlag(200);
   const std::vector<DictionaryRow> rows = dictionaryRows(tableType);
   SetFlag(300);
-  const auto file = platform::current().open(path, platform::OpenMode::readWrite);
+  // Whoever has it open would go on adding rows of the former length.
+  bool readOnly = false;
+  const auto file = dbf::openHeld(path, Sharing::exclusive, readOnly);
   std::vector<unsigned char> header = readHeader(*file, path, rows);
   SetFlag(400);
   setFields(header, rows, path);

@@ -286,18 +286,20 @@ void Recordset::Implementation::appendRows(const unsigned char* records, std::ui
 
 void Recordset::Implementation::writeChange() {
   if (puts.empty()) return;
+  countWrite();  // a write that fails may have changed the row
   query->table().update(rows[static_cast<std::size_t>(index)], [this](unsigned char* now) {
     for (const auto& [field, given] : puts) checkUnchanged(field, now);
     for (const auto& [field, given] : puts) query->table().carry(now, field, given, changed.data());
   });
-  countWrite();
 }
 
 void Recordset::Implementation::countWrite() { ++*writes; }
 
+// Where the row has the value put already, an earlier try may have written it.
 void Recordset::Implementation::checkUnchanged(std::size_t field, const unsigned char* now) {
   DbfFile& table = query->table();
-  if (table.value(now, field) == table.value(before.data(), field)) return;
+  const Value value = table.value(now, field);
+  if (value == table.value(before.data(), field) || value == table.value(changed.data(), field)) return;
   throw RunTimeFailure(failure::dataChanged, "Field '" + table.fields()[field].name + "' of table '" +
                                                  displayPath(table.path()) +
                                                  "' was changed by another since the edit began. Read the row again.");

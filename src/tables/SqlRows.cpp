@@ -12,6 +12,7 @@ namespace {
 
 std::vector<bool> directions(const std::vector<SqlOrder>& order) {
   std::vector<bool> descending;
+  descending.reserve(order.size());
   for (const SqlOrder& term : order) descending.push_back(term.descending);
   return descending;
 }

@@ -22,9 +22,9 @@ class SortKeys {
   // The next key: those of the first row, term by term, then those of the next.
   void add(const Value& value);
   void addNull() { addKey(null, 0); }
-  void addNumber(double number);
+  void addNumber(double value);
   // The same for a text of ASCII characters without NUL.
-  void addAscii(std::string_view text);
+  void addAscii(std::string_view plain);
 
   // Whether the rows stand in order as they were added.
   bool inOrder() const;

@@ -43,6 +43,7 @@ class NullTest {
 TextCounts countByText(DbfFile& table, std::string_view text, const std::vector<std::string_view>& present) {
   const std::size_t textField = fieldOf(table, text);
   std::vector<NullTest> tests;
+  tests.reserve(present.size());
   for (const std::string_view name : present) tests.emplace_back(table, fieldOf(table, name));
   const auto offset = static_cast<std::size_t>(table.fields()[textField].offset);
   const auto width = static_cast<std::size_t>(table.fields()[textField].width);

@@ -27,13 +27,13 @@ class Soundness {
   Soundness(const FieldContext& context, const std::vector<DbfField>& fields, const std::vector<unsigned char>& flags);
 
   // What is wrong with the bytes of a field; nothing where they are a value of its type or blank.
-  std::optional<Unsound> faultOf(const unsigned char* record, std::size_t field) const;
+  std::optional<Unsound> faultOf(const unsigned char* record, std::size_t index) const;
   // How much of the record looks like a row, from 0 to 1: half of it is the deletion byte.
   double likeness(const unsigned char* record) const;
   bool isRow(const unsigned char* record) const;
 
  private:
-  std::optional<Unsound> textFault(const unsigned char* record, std::size_t field) const;
+  std::optional<Unsound> textFault(const unsigned char* record, std::size_t index) const;
   std::size_t unknownByte(std::string_view bytes) const;
   bool isOpenByte(unsigned char byte) const;
 

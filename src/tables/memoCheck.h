@@ -21,7 +21,7 @@ class MemoCheck {
   MemoCheck(const TableLayout& layout, FaultList& faults);
 
   // The memo pointer of a row.
-  void look(std::uint32_t number, const unsigned char* row, std::size_t field);
+  void look(std::uint32_t number, const unsigned char* row, std::size_t index);
   // What only all pointers together show.
   void finish();
 

@@ -31,10 +31,10 @@ class RecoveredTable {
  private:
   void takeFields();
   void takeNames();
-  std::uint32_t convertField(const unsigned char* row, unsigned char* made, std::size_t field);
-  std::uint32_t mend(const unsigned char* row, unsigned char* made, std::size_t field, FaultKind kind);
-  void fit(const unsigned char* row, unsigned char* made, std::size_t field);
-  std::uint32_t convertMemo(const unsigned char* row, unsigned char* made, std::size_t field, MemoFile* from,
+  std::uint32_t convertField(const unsigned char* row, unsigned char* made, std::size_t index);
+  std::uint32_t mend(const unsigned char* row, unsigned char* made, std::size_t index, FaultKind kind);
+  void fit(const unsigned char* row, unsigned char* made, std::size_t index);
+  std::uint32_t convertMemo(const unsigned char* row, unsigned char* made, std::size_t index, MemoFile* from,
                             MemoFile* to);
 
   const TableLayout& layout_;

@@ -27,7 +27,7 @@ std::string GetTblErrShort(int code);
 // is then as it was.
 bool NewTable(const FieldList& fields, const std::string& path);
 // Sets widths, decimals, displacements and record length of a table just made by the dictionary's rows. False,
-// reported, for a table that has rows or other fields than those; it is then as it was.
+// reported, for a table that has rows or other fields than those, or that another has open; it is then as it was.
 bool ModNewDBF(const std::string& tableType, const std::string& path);
 
 // Whether the table at path has every field of the list, made or mended first as asked. A repair holds the table

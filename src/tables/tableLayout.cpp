@@ -73,13 +73,14 @@ class Search {
 
   TableLayout run() {
     const std::optional<RunTimeFailure> refusal = tryOpening();
-    if (refusal && (base_.headerBytes.size() < kFixedHeader || isStranger(base_.headerBytes[0] & 0xFF))) throw *refusal;
+    if (refusal && (base_.headerBytes.size() < kFixedHeader || isStranger(base_.headerBytes[0] & 0xFF)))
+      throw RunTimeFailure(*refusal);
     if (refusal) base_.refusal = refusal->description();
     const Descriptors whole = readDescriptors(base_.headerBytes, base_.headerBytes.size());
     const Descriptors within = readDescriptors(base_.headerBytes, base_.headerLengthClaimed());
     readWith(within);
     if (whole.end != within.end) readWith(whole);
-    if (refusal && (!best_ || best_->likeness < kLikeRows)) throw *refusal;
+    if (refusal && (!best_ || best_->likeness < kLikeRows)) throw RunTimeFailure(*refusal);
     if (!best_) read(within, base_.headerLengthClaimed(), base_.recordLengthClaimed());
     return best_->layout;
   }

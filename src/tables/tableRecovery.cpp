@@ -1,6 +1,7 @@
 #include "tables/tableRecovery.h"
 
 #include <algorithm>
+#include <ranges>
 #include <vector>
 
 #include "foundation/extract.h"
@@ -34,7 +35,7 @@ class NewFiles {
   // The path to write to until all is finished.
   std::string add(const std::string& name) {
     if (platform::current().fileExists(platform::current().findIgnoringCase(name))) refuse(name);
-    const std::string made = name + "." + std::to_string(platform::current().processId()) + ".tmp";
+    std::string made = name + "." + std::to_string(platform::current().processId()) + ".tmp";
     platform::current().open(made, OpenMode::createNew);
     entries_.push_back({name, made, false});
     return made;
@@ -42,14 +43,14 @@ class NewFiles {
 
   // Gives the files their names, the first one last.
   void place() {
-    for (auto entry = entries_.rbegin(); entry != entries_.rend(); ++entry) {
+    for (Entry& entry : std::views::reverse(entries_)) {
       try {
-        platform::current().renameNew(entry->made, entry->name);
+        platform::current().renameNew(entry.made, entry.name);
       } catch (const RunTimeFailure& failure) {
-        if (failure.number() == failure::fileExists) refuse(entry->name);
+        if (failure.number() == failure::fileExists) refuse(entry.name);
         throw;
       }
-      entry->placed = true;
+      entry.placed = true;
     }
     entries_.clear();
   }

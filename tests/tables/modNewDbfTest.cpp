@@ -119,5 +119,19 @@ TEST(ModNewDBF, ATableWithRowsIsRefused) {
   EXPECT_THAT(suite.log(), HasSubstr("the table is not empty"));
 }
 
+// Whoever has it open would go on adding rows of the former length.
+TEST(ModNewDBF, ATableThatAnotherHasOpenIsLeftAsItWas) {
+  DictionarySuite suite;
+  const std::string path = suite.file("AHDTEST1.DBF");
+  ASSERT_TRUE(NewTable(FieldsFromDataSum("AHDTADBASE"), path));
+  const std::string before = suite.folder().read("AHDTEST1.DBF");
+  auto other = DbfFile::open(path);
+  EXPECT_FALSE(ModNewDBF("AHDTADBASE", path));
+  EXPECT_EQ(suite.folder().read("AHDTEST1.DBF"), before);
+  EXPECT_THAT(suite.log(), HasSubstr("Error 3051"));
+  other.reset();
+  EXPECT_TRUE(ModNewDBF("AHDTADBASE", path));
+}
+
 }  // namespace
 }  // namespace vantrelix

@@ -208,5 +208,21 @@ TEST_F(DurableWrites, OfAChangeThatStandsInTheFileAlreadyStillBringItToTheDisk) 
   EXPECT_THAT(callsOf([&] { table->update(0, change); }), ElementsAre());
 }
 
+// The row is in the file, as the cursors of this program see; that it has the value is no change of somebody else's.
+TEST_F(DurableWrites, OfACursorCanBeTriedAgainWhereTheDiskFailed) {
+  const RecordsetPtr other = tables.database->OpenRecordset("Select * from [AMSTEST]");
+  ASSERT_EQ(other->value("GAIN").asNumber(), 2.15);
+  const RecordsetPtr rows = tables.database->OpenRecordset("Select * from [AMSTEST]");
+  rows->Edit();
+  rows->put("GAIN", 7.5);
+  faults.failAt(2, failure::deviceIO);
+  EXPECT_EQ(test::failureOf([&] { rows->Update(); }), failure::deviceIO);
+  EXPECT_EQ(other->value("GAIN").asNumber(), 7.5);
+  EXPECT_TRUE(rows->editing());
+  EXPECT_THAT(callsOf([&] { rows->Update(); }), ElementsAre("sync"));
+  EXPECT_FALSE(rows->editing());
+  EXPECT_EQ(tables.list("Select * from [AMSTEST] Where [ATYPE_ID] = 'A1'"), "7.5 9.5");
+}
+
 }  // namespace
 }  // namespace vantrelix

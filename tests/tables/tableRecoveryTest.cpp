@@ -319,6 +319,19 @@ TEST_P(MemoRecoveries, MakeBlankWhatCannotBeReadAndPartWhatIsShared) {
   EXPECT_TRUE(valueOf(*table, 2, "M").isNull());
 }
 
+TEST_P(MemoRecoveries, OnlyReadTheOldFiles) {
+  const auto blocks = writeMemo({"one", "two"});
+  const std::string memo = suite.folder().read(memoName("T"));
+  platform::FaultPlatform watched(platform::current());
+  const platform::Substitute inUse(watched);
+  recovered(pointingTo({blocks[0], blocks[0], blocks[1], 70000}));
+  EXPECT_EQ(suite.folder().read(memoName("T")), memo);
+  ASSERT_GT(watched.calls(), 4);
+  for (const std::string& call : watched.journal()) {
+    EXPECT_NE(call.substr(call.find_last_of("\\/") + 1, 2), "T.") << call;
+  }
+}
+
 TEST_P(MemoRecoveries, GoOnWithoutTheMemoFile) {
   const TableRecovery result = recovered(pointingTo({9, 0}));
   EXPECT_EQ(result.repairedValues, 1U);

@@ -3,7 +3,6 @@
 #include "antenna/antennaList.h"
 #include "antenna/getAntArrayDB.h"
 #include "benchSupport.h"
-#include "foundation/text.h"
 #include "makeLibrary.h"
 #include "platform/Platform.h"
 #include "tables/DbfFile.h"
@@ -49,9 +48,11 @@ class Ours : public OpenLibrary {
   LibraryTables tables_;
 };
 
+std::string_view withoutBlanks(std::string_view text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
+
 std::string textOf(const Field& field) {
   const Value value = field.value();
-  return value.isNull() ? std::string() : trimRight(value.asText());
+  return value.isNull() ? std::string() : std::string(withoutBlanks(value.text()));
 }
 
 double numberOf(const Field& field) {

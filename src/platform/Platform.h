@@ -51,6 +51,8 @@ class File {
 
   // Reads up to `count` bytes at `offset`; fewer only at the end of the file.
   virtual std::size_t readAt(std::uint64_t offset, void* buffer, std::size_t count) = 0;
+  // Whether another thread may call readAt while this one uses the object.
+  virtual bool readsInParallel() const { return false; }
   // Writes all bytes or throws. What was written before a failure stays.
   virtual void writeAt(std::uint64_t offset, const void* bytes, std::size_t count) = 0;
   // Writes over bytes that are there, so that a sudden end of this program leaves all of the old ones or all of the

@@ -101,6 +101,8 @@ class PosixFile : public File {
   PosixFile(const PosixFile&) = delete;
   PosixFile& operator=(const PosixFile&) = delete;
 
+  bool readsInParallel() const override { return true; }
+
   std::size_t readAt(std::uint64_t offset, void* buffer, std::size_t count) override {
     std::size_t done = 0;
     while (done < count && offset + done <= kLargestOffset) {

@@ -69,6 +69,7 @@ struct DbfFile::Implementation {
 
   struct Rows;
   std::uint32_t readRows(const Rows& rows, std::int64_t& patience);
+  std::uint32_t scanAhead(const BlockVisitor& visit, std::uint32_t first, std::uint32_t end, bool& goesOn);
   std::uint32_t readUnlocked(const Rows& rows);
   std::uint32_t readAgreeing(const Rows& rows);
   std::uint32_t readInParts(const Rows& rows, std::uint32_t cut, std::int64_t& patience);

@@ -80,7 +80,8 @@ std::optional<double> magnitude(const char* first, const char* last) {
 std::optional<std::uint64_t> plainUnits(double value, int decimals) {
   constexpr double kLargest = 1e12;
   constexpr double kDoubtful = 1e-14;
-  if (decimals > kExactPower) return std::nullopt;
+  constexpr int kMostDecimals = 18;  // whose units an integer holds
+  if (decimals > kMostDecimals) return std::nullopt;
   const double scaled = std::abs(value) * kPowers[decimals];
   if (!(scaled < kLargest)) return std::nullopt;
   const auto whole = static_cast<std::int64_t>(scaled);
@@ -98,15 +99,36 @@ std::optional<std::uint64_t> unitsOfMillionths(double value, int decimals) {
   return (static_cast<std::uint64_t>(std::abs(*number)) + step / 2) / step;
 }
 
+// "00" to "99" behind one another.
+constexpr std::array<char, 200> kPairs = [] {
+  std::array<char, 200> pairs{};
+  for (std::size_t i = 0; i < pairs.size(); ++i) {
+    const std::size_t digit = i % 2 == 0 ? i / 20 : i / 2 % 10;
+    pairs[i] = static_cast<char>('0' + digit);
+  }
+  return pairs;
+}();
+
+// The last two digits of a number before `end`; what is left of it behind them.
+std::uint64_t putPair(std::uint64_t number, char* end) {
+  std::memcpy(end - 2, &kPairs[2 * (number % 100)], 2);
+  return number / 100;
+}
+
 // Writes from the last digit to the first. False, and nothing is written, where the field is too narrow.
 bool putUnits(std::uint64_t units, bool negative, char* at, std::size_t width, int decimals) {
-  std::array<char, 32> digits;
+  std::array<char, 48> digits;
   char* const end = digits.data() + digits.size();
   char* first = end;
-  for (int place = 0; place < decimals; ++place, units /= 10) *--first = static_cast<char>('0' + units % 10);
+  const auto unit = static_cast<std::uint64_t>(kPowers[decimals]);
+  std::uint64_t whole = units / unit;
+  std::uint64_t fraction = units % unit;
+  int left = decimals;
+  for (; left > 1; left -= 2, first -= 2) fraction = putPair(fraction, first);
+  if (left > 0) *--first = static_cast<char>('0' + fraction);
   if (decimals > 0) *--first = '.';
-  do *--first = static_cast<char>('0' + units % 10);
-  while ((units /= 10) > 0);
+  for (; whole > 9; first -= 2) whole = putPair(whole, first);
+  if (whole > 0 || first == end || *first == '.') *--first = static_cast<char>('0' + whole);
   if (negative) *--first = '-';
   const auto length = static_cast<std::size_t>(end - first);
   if (length > width) return false;

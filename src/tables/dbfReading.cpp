@@ -7,8 +7,11 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <optional>
+#include <system_error>
 #include <vector>
 
+#include "tables/BlocksAhead.h"
 #include "tables/DbfFileState.h"
 
 namespace vantrelix {
@@ -17,6 +20,8 @@ namespace {
 
 constexpr std::size_t kScanBytes = std::size_t{256} * 1024;
 constexpr std::uint64_t kCountPlace = 4;
+// Less is read before a thread has begun.
+constexpr std::uint64_t kWorthAThread = std::uint64_t{4} << 20;
 // Milliseconds that a record under another program's lock has to stand unchanged; and those that a read spends on
 // waiting in all, after which two reads that agree must do.
 constexpr std::int64_t kSettled = 20;
@@ -163,11 +168,36 @@ bool DbfFile::scan(const RecordVisitor& visit, std::uint32_t first, std::uint32_
   return scanBlocks(visitEach, first, count);
 }
 
+// Visits records of a file at rest while the ones behind them are read already. Gives the number of the first one that
+// was not visited: what is left has to be read otherwise.
+std::uint32_t DbfFile::Implementation::scanAhead(const BlockVisitor& visit, std::uint32_t first, std::uint32_t end,
+                                                 bool& goesOn) {
+  const std::uint64_t bytes = std::uint64_t{end - first} * header.recordLength;
+  if (!rest->isKnown() || bytes < kWorthAThread || !file->readsInParallel()) return first;
+  const std::size_t length = header.recordLength;
+  std::optional<dbf::BlocksAhead> blocks;
+  try {
+    blocks.emplace(*file, offsetOf(first), bytes, std::max<std::size_t>(1, kScanBytes / length) * length);
+  } catch (const std::system_error&) {
+    return first;
+  }
+  while (first < end && goesOn) {
+    const dbf::BlocksAhead::Block block = blocks->next();
+    const auto rows = static_cast<std::uint32_t>(block.size / length);
+    if (rows == 0 || !rest->isUnchanged()) break;
+    goesOn = visit(first, block.bytes, rows);
+    first += rows;
+  }
+  return first;
+}
+
 bool DbfFile::scanBlocks(const BlockVisitor& visit, std::uint32_t first, std::uint32_t count) {
   const std::uint64_t wanted = std::uint64_t{first} + count;
   const auto end = static_cast<std::uint32_t>(
       wanted <= implementation_->knownCount ? wanted : std::min<std::uint64_t>(wanted, recordCount()));
-  if (first >= end) return true;
+  bool goesOn = true;
+  if (first < end) first = implementation_->scanAhead(visit, first, end, goesOn);
+  if (first >= end || !goesOn) return goesOn;
   const auto length = static_cast<std::size_t>(recordLength_);
   const auto perBlock =
       static_cast<std::uint32_t>(std::min<std::size_t>(std::max<std::size_t>(1, kScanBytes / length), end - first));

@@ -49,7 +49,7 @@ class BlocksAhead {
   std::size_t blockBytes_;
   std::mutex guard_;
   std::condition_variable changed_;
-  std::array<Slot, 2> slots_;
+  std::array<Slot, 4> slots_;
   std::size_t taken_ = 0;  // blocks given to the caller
   bool atEnd_ = false;     // no block will be filled any more
   bool stopped_ = false;

@@ -177,7 +177,7 @@ std::uint32_t DbfFile::Implementation::scanAhead(const BlockVisitor& visit, std:
   const std::size_t length = header.recordLength;
   std::optional<dbf::BlocksAhead> blocks;
   try {
-    blocks.emplace(*file, offsetOf(first), bytes, std::max<std::size_t>(1, kScanBytes / length) * length);
+    blocks.emplace(*file, offsetOf(first), bytes, std::max<std::size_t>(1, 4 * kScanBytes / length) * length);
   } catch (const std::system_error&) {
     return first;
   }

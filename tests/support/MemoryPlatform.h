@@ -39,7 +39,9 @@ class MemoryFile : public platform::File {
   std::uint64_t size() override { return content_->bytes.size(); }
   void truncate(std::uint64_t size) override { content_->bytes.resize(size); }
   void sync() override {}
-  platform::FileState state() override { return {.device = 1, .inode = content_->number, .size = content_->bytes.size()}; }
+  platform::FileState state() override {
+    return {.device = 1, .inode = content_->number, .size = content_->bytes.size()};
+  }
   bool tryLock(std::uint64_t, std::uint64_t, platform::LockKind) override { return true; }
   void unlock(std::uint64_t, std::uint64_t) override {}
   bool lockedByOther(std::uint64_t, std::uint64_t, platform::LockKind) override { return false; }

@@ -125,7 +125,7 @@ TEST_F(LongScan, EndsWhereItsVisitorStopsIt) {
 
 // What is written to rows that lie read already, but are not visited yet, is seen.
 TEST_F(LongScan, SeesWhatIsWrittenMeanwhile) {
-  constexpr std::uint32_t kNextBlock = 3000;
+  constexpr std::uint32_t kNextBlock = 15000;
   constexpr std::uint64_t kHeader = 32 + 2 * 32 + 1;
   const auto table = DbfFile::open(path());
   const auto stranger = platform::current().open(path(), OpenMode::readWrite);

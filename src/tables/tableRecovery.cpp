@@ -1,7 +1,6 @@
 #include "tables/tableRecovery.h"
 
 #include <algorithm>
-#include <ranges>
 #include <vector>
 
 #include "foundation/extract.h"
@@ -43,15 +42,7 @@ class NewFiles {
 
   // Gives the files their names, the first one last.
   void place() {
-    for (Entry& entry : std::views::reverse(entries_)) {
-      try {
-        platform::current().renameNew(entry.made, entry.name);
-      } catch (const RunTimeFailure& failure) {
-        if (failure.number() == failure::fileExists) refuse(entry.name);
-        throw;
-      }
-      entry.placed = true;
-    }
+    std::for_each(entries_.rbegin(), entries_.rend(), [](Entry& entry) { placeOne(entry); });
     entries_.clear();
   }
 
@@ -60,6 +51,16 @@ class NewFiles {
     std::string name, made;
     bool placed;
   };
+
+  static void placeOne(Entry& entry) {
+    try {
+      platform::current().renameNew(entry.made, entry.name);
+    } catch (const RunTimeFailure& failure) {
+      if (failure.number() == failure::fileExists) refuse(entry.name);
+      throw;
+    }
+    entry.placed = true;
+  }
 
   [[noreturn]] static void refuse(const std::string& name) {
     throw RunTimeFailure(failure::fileExists, "The file " + displayPath(name) +

@@ -187,7 +187,7 @@ void MemoFile::takeBack(std::uint64_t formerSize, std::string_view formerHeader)
   }
 }
 
-void MemoFile::create(const std::string& path, MemoKind kind, std::uint32_t blockSize) {
+std::string MemoFile::emptyFile(MemoKind kind, std::uint32_t blockSize) {
   std::string header(kDefaultBlock, '\0');
   if (kind == MemoKind::dbase3) blockSize = kDefaultBlock;
   const std::uint32_t next = (kDefaultBlock + blockSize - 1) / blockSize;
@@ -204,7 +204,11 @@ void MemoFile::create(const std::string& path, MemoKind kind, std::uint32_t bloc
     case MemoKind::dbase3:
       header[16] = 3;
   }
-  platform::replaceWholeFile(path, header);
+  return header;
+}
+
+void MemoFile::create(const std::string& path, MemoKind kind, std::uint32_t blockSize) {
+  platform::replaceWholeFile(path, emptyFile(kind, blockSize));
 }
 
 }  // namespace vantrelix

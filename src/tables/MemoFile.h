@@ -54,7 +54,9 @@ class MemoFile {
   std::uint32_t append(std::string_view text, std::uint32_t textKind = 1);
   void sync() { file_->sync(); }
 
-  // Makes an empty memo file, written under a temporary name and renamed. The block size of dBase III is fixed.
+  // The bytes of an empty memo file. The block size of dBase III is fixed.
+  static std::string emptyFile(MemoKind kind = MemoKind::foxpro, std::uint32_t blockSize = 64);
+  // Makes an empty memo file, written under a temporary name and renamed.
   static void create(const std::string& path, MemoKind kind = MemoKind::foxpro, std::uint32_t blockSize = 64);
 
  private:

@@ -82,11 +82,25 @@ std::vector<DbfNewField> checkedFields(const std::vector<DbfNewField>& asked, co
   return fields;
 }
 
+// Whether a memo file was made here; false where another program was quicker.
+bool madeMemo(const std::string& path) {
+  try {
+    platform::createWholeFile(path, MemoFile::emptyFile());
+    return true;
+  } catch (const RunTimeFailure& failure) {
+    if (failure.number() != failure::fileExists) throw;
+    return false;
+  }
+}
+
 // A memo file that is there stays: it serves as well, and its texts may be those of a table that the new one does not
 // come to replace.
 void provideMemo(const std::string& path) {
-  const std::string there = memoPartner(path, true);
-  if (there.empty()) return MemoFile::create(withExtension(path, "FPT"));
+  std::string there = memoPartner(path, true);
+  if (there.empty()) {
+    there = withExtension(path, "FPT");
+    if (madeMemo(there)) return;
+  }
   const MemoFile readable(there, MemoKind::foxpro);
 }
 

@@ -29,6 +29,33 @@ class Overwrite : public testing::Test {
   }
   std::string read() const { return folder.read("f").substr(kOverPageEnd, kLength); }
 
+  void killWriters(void (Child::*kill)()) {
+    const int kills = quickOrLong(200, 2000);
+    std::mt19937 random(7);
+    const auto reader = current().open(path, OpenMode::readWrite);
+    for (int i = 0; i < kills; ++i) {
+      SharedMemory<std::atomic<int>> writes;
+      Child child([&]() -> bool {
+        ::setpgid(0, 0);
+        const auto file = current().open(path, OpenMode::readWrite);
+        for (;;) {
+          const std::string bytes(kLength, *writes % 2 == 0 ? 'A' : 'B');
+          if (!file->tryLock(0, 1, LockKind::exclusive)) continue;
+          file->overwriteAt(kOverPageEnd, bytes.data(), bytes.size());
+          file->unlock(0, 1);
+          ++*writes;
+        }
+      });
+      const int wanted = 2 + static_cast<int>(random() % 40);
+      while (*writes < wanted) current().yield();
+      (child.*kill)();
+      while (!reader->tryLock(0, 1, LockKind::exclusive)) current().yield();
+      const std::string bytes = read();
+      reader->unlock(0, 1);
+      ASSERT_EQ(bytes, std::string(kLength, bytes[0])) << i;
+    }
+  }
+
   TempFolder folder;
   const std::string path = folder.file("f");
 };
@@ -61,28 +88,6 @@ TEST_F(Overwrite, LeavesNoProcessToWaitFor) {
 }
 
 // Over the end of a page a plain write is cut in two by every few kills.
-TEST_F(Overwrite, IsDoneWhollyOrNotAtAllWhereItsProgramIsKilled) {
-  const int kills = quickOrLong(200, 2000);
-  std::mt19937 random(7);
-  const auto reader = current().open(path, OpenMode::readWrite);
-  for (int kill = 0; kill < kills; ++kill) {
-    SharedMemory<std::atomic<int>> writes;
-    Child child([&]() -> bool {
-      const auto file = current().open(path, OpenMode::readWrite);
-      for (;;) {
-        const std::string bytes(kLength, *writes % 2 == 0 ? 'A' : 'B');
-        if (!file->tryLock(0, 1, LockKind::exclusive)) continue;
-        file->overwriteAt(kOverPageEnd, bytes.data(), bytes.size());
-        file->unlock(0, 1);
-        ++*writes;
-      }
-    });
-    const int wanted = 2 + static_cast<int>(random() % 40);
-    while (*writes < wanted) current().yield();
-    child.kill();
-    while (!reader->tryLock(0, 1, LockKind::exclusive)) current().yield();
-    const std::string bytes = read();
-    reader->unlock(0, 1);
-    ASSERT_EQ(bytes, std::string(kLength, bytes[0])) << kill;
-  }
-}
+TEST_F(Overwrite, IsDoneWhollyOrNotAtAllWhereItsProgramIsKilled) { killWriters(&Child::kill); }
+
+TEST_F(Overwrite, IsDoneWhollyOrNotAtAllWhereItsProgramsGroupIsKilled) { killWriters(&Child::killGroup); }

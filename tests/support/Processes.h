@@ -55,6 +55,11 @@ class Child {
     ::kill(id_, SIGKILL);
     wait();
   }
+  // A child that has made a group of its own, and all that it has started.
+  void killGroup() {
+    ::kill(-id_, SIGKILL);
+    wait();
+  }
   // Waits for its end; its exit code, -1 where it was killed.
   int wait() {
     const int code = exitCode(id_);

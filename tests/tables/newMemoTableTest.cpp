@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/FaultPlatform.h"
+#include "tables/MemoFile.h"
 #include "tables/dictionaryTables.h"
 #include "tables/structure.h"
 
@@ -54,6 +56,39 @@ TEST(NewMemoTable, TakesAMemoFileThatIsThereAndKeepsItsTexts) {
   EXPECT_TRUE(takesMemos(path));
   std::filesystem::rename(suite.folder().machine("AWAY.DBF"), suite.folder().machine("NOTES.DBF"));
   EXPECT_THAT(test::column(path, "M"), ElementsAre("a text of some length"));
+  EXPECT_THAT(test::filesThatBegin(suite.folder(), ""), ElementsAre("NOTES.DBF", "NOTES.FPT", "SYSTEM"));
+}
+
+// A disk on which another program puts a memo file right before this one does.
+class QuickerProgram : public platform::FaultPlatform {
+ public:
+  explicit QuickerProgram(std::string memo) : FaultPlatform(platform::operatingSystem()), memo_(std::move(memo)) {}
+
+  void renameNew(const std::string& from, const std::string& to) override {
+    if (to == memo_ && !std::exchange(done_, true)) {
+      MemoFile::create(memo_);
+      MemoFile(memo_, MemoKind::foxpro, platform::OpenMode::readWrite).append("of the quicker one");
+    }
+    FaultPlatform::renameNew(from, to);
+  }
+
+ private:
+  std::string memo_;
+  bool done_ = false;
+};
+
+TEST(NewMemoTable, LeavesTheMemosOfAProgramThatMakesTheSameTableAndIsQuicker) {
+  DictionarySuite suite;
+  const std::string path = suite.file("NOTES.DBF");
+  const std::string memo = suite.file("NOTES.FPT");
+  {
+    QuickerProgram quicker(memo);
+    const platform::Substitute substitute(quicker);
+    DbfFile::create(path, {{"A", 'C', 5, 0}, {"M", 'M', 10, 0}});
+  }
+  EXPECT_EQ(MemoFile(memo, MemoKind::foxpro).read(8), "of the quicker one");
+  EXPECT_TRUE(takesMemos(path));
+  EXPECT_EQ(MemoFile(memo, MemoKind::foxpro).read(8), "of the quicker one");
   EXPECT_THAT(test::filesThatBegin(suite.folder(), ""), ElementsAre("NOTES.DBF", "NOTES.FPT", "SYSTEM"));
 }
 

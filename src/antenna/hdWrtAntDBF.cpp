@@ -6,8 +6,6 @@
 #include "antenna/makeAntFiles.h"
 #include "foundation/errHand.h"
 #include "foundation/getINI.h"
-#include "foundation/millionths.h"
-#include "foundation/numbers.h"
 #include "foundation/procedures.h"
 #include "foundation/text.h"
 #include "tables/RowBatch.h"
@@ -75,12 +73,6 @@ struct Cut {
   const RecordsetPtr& passed;
 };
 
-// The number that the general text of a value stands for.
-double asGeneralText(double value) {
-  if (const auto number = millionths(value)) return static_cast<double>(*number) / kMillion;
-  return CDbl(generalText(value));
-}
-
 // The rows of one cut, for an antenna whose ID is known later than its points.
 class CutRows {
  public:
@@ -95,13 +87,14 @@ class CutRows {
       throw RunTimeFailure(failure::subscript, "Subscript out of range: a cut has fewer points than its count says");
     }
     Recordset& rows = **table_;
-    const Field angle = rows.Fields(cut_.angleField);
-    const Field value = rows.Fields(cut_.valueField);
+    const Field angleField = rows.Fields(cut_.angleField);
+    const Field valueField = rows.Fields(cut_.valueField);
     batch_.emplace(rows, RowBatch::Writing::atFlush);
+    const RowBatch::NumberField angle = batch_->numberField(angleField), value = batch_->numberField(valueField);
     for (std::size_t i = 0; i < points(); ++i) {
       batch_->AddNew();
-      batch_->put(angle, asGeneralText(cut_.angles[i]));
-      batch_->put(value, asGeneralText(std::max(cut_.values[i], minValid_)));
+      batch_->putGeneral(angle, cut_.angles[i]);
+      batch_->putGeneral(value, std::max(cut_.values[i], minValid_));
       batch_->Update();
     }
   }

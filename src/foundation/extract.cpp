@@ -61,7 +61,9 @@ std::string setPathName(std::string_view folder, std::string_view file, bool for
   file.remove_prefix(std::min(file.find_first_not_of("\\/"), file.size()));
   while (!folder.empty() && (folder.back() == '\0' || folder.back() == ' ')) folder.remove_suffix(1);
   while (!folder.empty() && (folder.back() == '\\' || folder.back() == '/')) folder.remove_suffix(1);
-  const std::string path = std::string(folder) + "\\" + std::string(file);
+  std::string path;
+  path.reserve(folder.size() + 1 + file.size());
+  path.append(folder).append("\\").append(file);
   return forwardSlashes ? replaceAll(path, "\\", "/") : path;
 }
 

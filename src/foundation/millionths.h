@@ -21,9 +21,10 @@ inline std::optional<std::int64_t> millionths(double value) {
   constexpr double kLargest = 1e8;
   constexpr double kNear = 3.5e-16;
   if (!(std::abs(value) < kLargest)) return std::nullopt;
-  const double whole = std::nearbyint(value * kMillion);
-  if (!(std::abs(value - whole / kMillion) <= kNear * std::abs(value))) return std::nullopt;
-  return static_cast<std::int64_t>(whole);
+  const double scaled = value * kMillion;
+  const auto whole = static_cast<std::int64_t>(scaled + std::copysign(0.5, scaled));
+  if (!(std::abs(value - static_cast<double>(whole) / kMillion) <= kNear * std::abs(value))) return std::nullopt;
+  return whole;
 }
 
 }  // namespace vantrelix

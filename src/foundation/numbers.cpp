@@ -218,6 +218,11 @@ std::string generalText(double value) {
   return (number.negative ? "-" : "") + (exponentForm ? exponentText(number, decimal) : fixedText(number, decimal));
 }
 
+double generalNumber(double value) {
+  if (const auto number = millionths(value)) return static_cast<double>(*number) / kMillion;
+  return CDbl(generalText(value));
+}
+
 std::string formatNumber(double value, std::string_view format) {
   const NamedFormat parsed = parseFormat(format);
   if (!parsed.known || !std::isfinite(value)) return generalText(value);

@@ -41,6 +41,8 @@ double roundHalfEven(double value);
 
 // General text: up to 15 significant digits, exponent form below 1E-04 and from 1E+15 ("1E-05", "0.5", "-3").
 std::string generalText(double value);
+// The number that the general text of a value stands for; fails as CDbl does where that is none.
+double generalNumber(double value);
 // A named format such as "0.0000", "#0.00", "###0.0000" or "###,###,##0": rounds half away from zero on the general
 // decimal text; a negative that rounds to zero loses its sign. "," in the whole part asks for digit separators.
 std::string formatNumber(double value, std::string_view format);

@@ -115,8 +115,13 @@ std::string lowerCase(std::string_view text) {
 bool equalIgnoringCase(std::string_view a, std::string_view b) {
   // The two cases of every letter that folds have the same number of bytes.
   if (a.size() != b.size()) return false;
-  if (!isAscii(a) || !isAscii(b)) return lowerCase(a) == lowerCase(b);
-  return std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return asciiLower(x) == asciiLower(y); });
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (((static_cast<unsigned char>(a[i]) | static_cast<unsigned char>(b[i])) & 0x80) != 0) {
+      return lowerCase(a.substr(i)) == lowerCase(b.substr(i));
+    }
+    if (asciiLower(a[i]) != asciiLower(b[i])) return false;
+  }
+  return true;
 }
 
 std::size_t characterCount(std::string_view text) {

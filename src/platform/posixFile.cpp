@@ -8,6 +8,7 @@
 #include <iterator>
 #include <limits>
 #include <linux/magic.h>
+#include <optional>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/statfs.h>
@@ -183,11 +184,10 @@ class PosixFile : public File {
     return ::futimens(descriptor_, times) == 0;
   }
 
+  // An open file stays on its file system.
   bool hasOwnClock() override {
-    constexpr long own[] = {EXT4_SUPER_MAGIC, XFS_SUPER_MAGIC, BTRFS_SUPER_MAGIC, F2FS_SUPER_MAGIC, TMPFS_MAGIC};
-    struct statfs found {};
-    return ::fstatfs(descriptor_, &found) == 0 &&
-           std::find(std::begin(own), std::end(own), static_cast<long>(found.f_type)) != std::end(own);
+    if (!ownClock_) ownClock_ = isOnClockOfMachine();
+    return *ownClock_;
   }
 
   std::unique_ptr<MemoryMap> map() override {
@@ -199,6 +199,13 @@ class PosixFile : public File {
   }
 
  private:
+  bool isOnClockOfMachine() const {
+    constexpr long own[] = {EXT4_SUPER_MAGIC, XFS_SUPER_MAGIC, BTRFS_SUPER_MAGIC, F2FS_SUPER_MAGIC, TMPFS_MAGIC};
+    struct statfs found {};
+    return ::fstatfs(descriptor_, &found) == 0 &&
+           std::find(std::begin(own), std::end(own), static_cast<long>(found.f_type)) != std::end(own);
+  }
+
   struct flock rangeOf(std::uint64_t offset, std::uint64_t length, short kind) const {
     if (offset > kLargestOffset || length > kLargestOffset - offset) fail(EOVERFLOW, path_);
     struct flock range {};
@@ -222,6 +229,7 @@ class PosixFile : public File {
   int descriptor_;
   std::string path_;
   bool appending_;
+  std::optional<bool> ownClock_;
 };
 
 int openFlags(OpenMode mode) {

@@ -21,6 +21,7 @@
 #include "platform/findIgnoringCase.h"
 #include "platform/posixFile.h"
 #include "platform/posixText.h"
+#include "platform/posixTime.h"
 
 namespace vantrelix::platform {
 
@@ -241,14 +242,7 @@ class PosixPlatform : public Platform {
     return std::string(value);
   }
 
-  DateTime now() override {
-    const std::time_t seconds = std::time(nullptr);
-    std::tm local{};
-    ::tzset();
-    ::localtime_r(&seconds, &local);
-    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
-            local.tm_hour,        local.tm_min,     std::min(local.tm_sec, 59)};
-  }
+  DateTime now() override { return posix::localTime(std::time(nullptr)); }
 
   Regional regional() override { return posix::userRegional(); }
   int processId() override { return static_cast<int>(::getpid()); }

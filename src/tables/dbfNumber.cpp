@@ -1,15 +1,11 @@
 #include "tables/dbfNumber.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
-#include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 
-#include "foundation/millionths.h"
-#include "foundation/numbers.h"
+#include "tables/digitPairs.h"
 
 namespace vantrelix::dbf {
 
@@ -20,6 +16,8 @@ constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e
                               1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr int kExactDigits = 15;
 constexpr int kExactPower = 22;
+// Records whose numbers are read together: where one is not of the usual shape, each of them is read by itself.
+constexpr std::size_t kAtOnce = 64;
 
 bool isPadding(char character) { return character == ' ' || character == '\0' || character == '\t'; }
 bool isDigit(char character) { return character >= '0' && character <= '9'; }
@@ -74,83 +72,6 @@ std::optional<double> magnitude(const char* first, const char* last) {
   return scan.scale < 0 ? whole / kPowers[-scan.scale] : whole * kPowers[scan.scale];
 }
 
-// The whole number of units of the last decimal that the value's text of 15 digits is rounded to, without its sign.
-// Nothing where that is not plain from the value itself: the text is off the value by half a unit of its 15th digit at
-// most, which is 5e-15 of it, so that only a value so near to a half may be rounded to either side.
-std::optional<std::uint64_t> plainUnits(double value, int decimals) {
-  constexpr double kLargest = 1e12;
-  constexpr double kDoubtful = 1e-14;
-  constexpr int kMostDecimals = 18;  // whose units an integer holds
-  if (decimals > kMostDecimals) return std::nullopt;
-  const double scaled = std::abs(value) * kPowers[decimals];
-  if (!(scaled < kLargest)) return std::nullopt;
-  const auto whole = static_cast<std::int64_t>(scaled);
-  const double rest = scaled - static_cast<double>(whole);
-  if (std::abs(rest - 0.5) <= kDoubtful * (scaled + 1)) return std::nullopt;
-  return static_cast<std::uint64_t>(whole) + (rest > 0.5 ? 1 : 0);
-}
-
-// The same of a number of whole millionths, halves among them.
-std::optional<std::uint64_t> unitsOfMillionths(double value, int decimals) {
-  if (decimals > kMillionthsDecimals) return std::nullopt;
-  const std::optional<std::int64_t> number = millionths(value);
-  if (!number) return std::nullopt;
-  const auto step = static_cast<std::uint64_t>(kPowers[kMillionthsDecimals - decimals]);
-  return (static_cast<std::uint64_t>(std::abs(*number)) + step / 2) / step;
-}
-
-// "00" to "99" behind one another.
-constexpr std::array<char, 200> kPairs = [] {
-  std::array<char, 200> pairs{};
-  for (std::size_t i = 0; i < pairs.size(); ++i) {
-    const std::size_t digit = i % 2 == 0 ? i / 20 : i / 2 % 10;
-    pairs[i] = static_cast<char>('0' + digit);
-  }
-  return pairs;
-}();
-
-// The last two digits of a number before `end`; what is left of it behind them.
-std::uint64_t putPair(std::uint64_t number, char* end) {
-  std::memcpy(end - 2, &kPairs[2 * (number % 100)], 2);
-  return number / 100;
-}
-
-// Writes from the last digit to the first. False, and nothing is written, where the field is too narrow.
-bool putUnits(std::uint64_t units, bool negative, char* at, std::size_t width, int decimals) {
-  std::array<char, 48> digits;
-  char* const end = digits.data() + digits.size();
-  char* first = end;
-  const auto unit = static_cast<std::uint64_t>(kPowers[decimals]);
-  std::uint64_t whole = units / unit;
-  std::uint64_t fraction = units % unit;
-  int left = decimals;
-  for (; left > 1; left -= 2, first -= 2) fraction = putPair(fraction, first);
-  if (left > 0) *--first = static_cast<char>('0' + fraction);
-  if (decimals > 0) *--first = '.';
-  for (; whole > 9; first -= 2) whole = putPair(whole, first);
-  if (whole > 0 || first == end || *first == '.') *--first = static_cast<char>('0' + whole);
-  if (negative) *--first = '-';
-  const auto length = static_cast<std::size_t>(end - first);
-  if (length > width) return false;
-  std::memset(at, ' ', width - length);
-  std::memcpy(at + width - length, first, length);
-  return true;
-}
-
-bool putText(double value, char* at, std::size_t width, int decimals) {
-  const std::string digits = fixedDecimals(value, decimals);
-  if (digits.size() > width) return false;
-  std::fill_n(at, width - digits.size(), ' ');
-  std::copy(digits.begin(), digits.end(), at + width - digits.size());
-  return true;
-}
-
-bool putRounded(double value, char* at, std::size_t width, int decimals) {
-  std::optional<std::uint64_t> units = plainUnits(value, decimals);
-  if (!units) units = unitsOfMillionths(value, decimals);
-  return units ? putUnits(*units, value < 0 && *units > 0, at, width, decimals) : putText(value, at, width, decimals);
-}
-
 }  // namespace
 
 std::optional<double> parseNumber(std::string_view bytes) {
@@ -200,12 +121,35 @@ bool DigitsField::readAny(const unsigned char* at, double& number) const {
   return any.has_value();
 }
 
-bool DigitsField::readEach(const unsigned char* records, std::size_t length, std::vector<double>& numbers) const {
+std::optional<DigitPairs> DigitsField::pairs() const {
+  return usual_ ? DigitPairs::of(static_cast<int>(width_), static_cast<int>(decimals_)) : std::nullopt;
+}
+
+// The numbers of so many records, two at least. False, and they are of no meaning, where one of them has another shape
+// than the usual one.
+template <class RecordAt>
+bool DigitsField::readUsual(DigitPairs pair, const RecordAt& recordAt, std::size_t count, double* numbers) const {
+  for (std::size_t row = 1; row < count; row += 2) {
+    pair.read(recordAt(row - 1) + offset_, recordAt(row) + offset_, numbers + row - 1);
+  }
+  // The last one of an odd number once more with the one before it.
+  if (count % 2 != 0) pair.read(recordAt(count - 2) + offset_, recordAt(count - 1) + offset_, numbers + count - 2);
+  return pair.areUsual();
+}
+
+bool DigitsField::readEach(const unsigned char* records, std::size_t length, std::span<double> numbers) const {
   const DigitsField field = *this;  // its members cannot change by what is written
+  const std::optional<DigitPairs> pairs = field.pairs();
   bool all = true;
-  for (double& number : numbers) {
-    all = field.read(records, number) && all;
-    records += length;
+  for (std::size_t done = 0; done < numbers.size(); done += kAtOnce) {
+    const std::span<double> some = numbers.subspan(done, std::min(kAtOnce, numbers.size() - done));
+    const unsigned char* record = records + done * length;
+    const auto recordAt = [=](std::size_t row) { return record + row * length; };
+    if (pairs && some.size() > 1 && field.readUsual(*pairs, recordAt, some.size(), some.data())) continue;
+    for (double& number : some) {
+      all = field.read(record, number) && all;
+      record += length;
+    }
   }
   return all;
 }
@@ -214,28 +158,24 @@ void DigitsField::readAll(const std::vector<const unsigned char*>& records, std:
   const std::size_t before = numbers.size();
   numbers.resize(before + records.size());
   const DigitsField field = *this;  // its members cannot change by what is written
+  const std::optional<DigitPairs> pairs = field.pairs();
   double* next = numbers.data() + before;
-  for (const unsigned char* const record : records) {
-    double number = 0;
-    const bool there = field.read(record, number);
-    *next = number;
-    next += there ? 1 : 0;
+  for (std::size_t done = 0; done < records.size(); done += kAtOnce) {
+    const unsigned char* const* const some = records.data() + done;
+    const std::size_t count = std::min(kAtOnce, records.size() - done);
+    const auto recordAt = [some](std::size_t row) { return some[row]; };
+    if (pairs && count > 1 && field.readUsual(*pairs, recordAt, count, next)) {
+      next += count;
+      continue;
+    }
+    for (std::size_t row = 0; row < count; ++row) {
+      double number = 0;
+      const bool there = field.read(some[row], number);
+      *next = number;
+      next += there ? 1 : 0;
+    }
   }
   numbers.resize(static_cast<std::size_t>(next - numbers.data()));
-}
-
-bool putDigits(double value, char* at, std::size_t width, int decimals) {
-  if (!std::isfinite(value)) return false;
-  for (; decimals >= 0; --decimals) {
-    if (putRounded(value, at, width, decimals)) return true;
-  }
-  return false;
-}
-
-std::optional<std::string> numberDigits(double value, std::size_t width, int decimals) {
-  std::string digits(width, ' ');
-  if (!putDigits(value, digits.data(), width, decimals)) return std::nullopt;
-  return digits;
 }
 
 }  // namespace vantrelix::dbf

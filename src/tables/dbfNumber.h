@@ -1,17 +1,19 @@
-// Numbers as the digits of a fixed-width field. Private to the table-file sources.
+// Numbers read from the digits of a fixed-width field. Private to the table-file sources.
 #pragma once
 
 #include <bit>
 #include <cstdint>
 #include <cstring>
 #include <optional>
-#include <string>
+#include <span>
 #include <string_view>
 #include <vector>
 
 #include "tables/DbfFile.h"
 
 namespace vantrelix::dbf {
+
+class DigitPairs;
 
 // The nearest double to the digits of a field: blanks and NULs around, one sign, digits with at most one point, an
 // exponent. Nothing where the field is blank, full of asterisks or holds anything else.
@@ -31,7 +33,7 @@ class DigitsField {
 
   // The same for records of `length` bytes that stand behind one another: as many numbers. False, and some are of no
   // meaning, where one of them has none.
-  bool readEach(const unsigned char* records, std::size_t length, std::vector<double>& numbers) const;
+  bool readEach(const unsigned char* records, std::size_t length, std::span<double> numbers) const;
   // The same for any records; adds those numbers that there are.
   void readAll(const std::vector<const unsigned char*>& records, std::vector<double>& numbers) const;
 
@@ -85,6 +87,9 @@ class DigitsField {
   }
 
   bool readAny(const unsigned char* at, double& number) const;
+  std::optional<DigitPairs> pairs() const;
+  template <class RecordAt>
+  bool readUsual(DigitPairs pair, const RecordAt& recordAt, std::size_t count, double* numbers) const;
 
   std::size_t offset_ = 0;
   std::size_t width_ = 0;
@@ -99,12 +104,5 @@ class DigitsField {
   std::uint64_t decimalBytes_ = 0;
   double divisor_ = 1;
 };
-
-// The digits that fill a field: rounded half away from zero on the number's text of 15 digits, right-aligned. Fewer
-// decimals where the whole part needs the room; nothing where even the whole part does not fit or there is no such
-// number.
-std::optional<std::string> numberDigits(double value, std::size_t width, int decimals);
-// The same into `width` bytes. False, and nothing is written, where there are no such digits.
-bool putDigits(double value, char* at, std::size_t width, int decimals);
 
 }  // namespace vantrelix::dbf

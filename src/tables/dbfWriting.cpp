@@ -149,11 +149,11 @@ std::uint32_t DbfFile::append(const unsigned char* records, std::uint32_t count)
   inside.requireStanding(path_);
   const dbf::HeldLock header(*inside.file, dbf::kHeaderLock, LockKind::exclusive, inside.context.displayName);
   if (count == 0) return inside.countRows(inside.file->size());
-  dbf::RememberedWrite write(*this, *inside.file, dbf::kHeaderLock, inside.held.has_value());
+  const std::uint64_t added = std::uint64_t{count} * inside.header.recordLength + 1;
+  dbf::RememberedWrite write(*this, *inside.file, {dbf::kHeaderLock, added, inside.held.has_value()});
   const std::uint64_t size = write.before().size;
   const std::uint32_t first = inside.countRows(size);
-  const std::uint64_t added = std::uint64_t{count} * inside.header.recordLength;
-  if (inside.offsetOf(first) + added + 1 > dbf::kLargestFile)
+  if (inside.offsetOf(first) + added > dbf::kLargestFile)
     inside.refuse("it would grow beyond 2 GB, more than the format holds. Begin another table");
   inside.writeRows(first, records, count, size);
   write->rowsAdded(first, records, count);
@@ -178,7 +178,7 @@ void DbfFile::update(std::uint32_t number, const std::function<void(unsigned cha
   change(after.data());
   if (after == before) return inside.makeDurable();  // perhaps a change that the disk failed to take before
   const LockRange taken = dbf::recordLock(offset, inside.header.recordLength, number, false);
-  dbf::RememberedWrite write(*this, *inside.file, taken, inside.held && inside.heldRecord != number);
+  dbf::RememberedWrite write(*this, *inside.file, {taken, 0, inside.held && inside.heldRecord != number});
   inside.overwrite(offset, before, after);
   inside.touchDate();
   inside.makeDurable();

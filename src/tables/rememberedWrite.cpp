@@ -8,23 +8,20 @@ namespace {
 
 // Where the header and all records have their locks: before the bytes for sharing and, from 1 GB on, behind them.
 constexpr std::uint64_t kSharingEnd = kSharingLock.offset + kSharingLock.length;
-constexpr LockRange kLockPlaces[] = {
-    {kHeaderLock.offset, kDenyWriteLock.offset - kHeaderLock.offset},
-    {kSharingEnd, kHeaderLock.offset + kLargestFile + 1 - kSharingEnd},
-};
+constexpr LockRange kLowPlaces{kHeaderLock.offset, kDenyWriteLock.offset - kHeaderLock.offset};
+constexpr LockRange kHighPlaces{kSharingEnd, kHeaderLock.offset + kLargestFile + 1 - kSharingEnd};
 
 }  // namespace
 
-OthersKeptOut::OthersKeptOut(platform::File& file, LockRange taken) : file_(file) {
-  const std::uint64_t takenEnd = taken.offset + taken.length;
-  for (const LockRange& place : kLockPlaces) {
-    const std::uint64_t end = place.offset + place.length;
-    if (taken.offset < place.offset || takenEnd > end) {
-      whole_ = whole_ && take(place);
-      continue;
-    }
-    whole_ = whole_ && take({place.offset, taken.offset - place.offset}) && take({takenEnd, end - takenEnd});
+// Once the low places are locked nobody else adds rows: the file's size then tells whether records have high ones.
+platform::FileState OthersKeptOut::lock(std::uint64_t added) {
+  whole_ = takeBeside(kLowPlaces);
+  platform::FileState found = file_.state();
+  if (whole_ && found.size + added > kLowPlaces.length) {
+    whole_ = takeBeside(kHighPlaces);
+    found = file_.state();
   }
+  return found;
 }
 
 OthersKeptOut::~OthersKeptOut() {
@@ -35,6 +32,12 @@ OthersKeptOut::~OthersKeptOut() {
       // Closing the file drops the lock at the latest; a destructor has nobody to tell.
     }
   }
+}
+
+bool OthersKeptOut::takeBeside(LockRange place) {
+  const std::uint64_t end = place.offset + place.length, takenEnd = taken_.offset + taken_.length;
+  if (taken_.offset < place.offset || takenEnd > end) return take(place);
+  return take({place.offset, taken_.offset - place.offset}) && take({takenEnd, end - takenEnd});
 }
 
 bool OthersKeptOut::take(LockRange range) {
@@ -49,9 +52,12 @@ bool OthersKeptOut::take(LockRange range) {
   return false;
 }
 
-RememberedWrite::RememberedWrite(DbfFile& table, platform::File& file, LockRange taken, bool besideEdit) {
-  if (!besideEdit && hasNotes(file.state())) others_.emplace(file, taken);
+RememberedWrite::RememberedWrite(DbfFile& table, platform::File& file, const Writer& writer) {
   before_ = file.state();
+  if (!writer.besideEdit && hasNotes(before_)) {
+    others_.emplace(file, writer.taken);
+    before_ = others_->lock(writer.added);
+  }
   remembered_.emplace(table, file, before_, others_ && others_->whole());
 }
 

@@ -15,28 +15,35 @@ namespace vantrelix::dbf {
 // locks, holds one for longer than a moment, nothing is taken.
 class OthersKeptOut {
  public:
-  OthersKeptOut(platform::File& file, LockRange taken);
+  OthersKeptOut(platform::File& file, LockRange taken) : file_(file), taken_(taken) {}
   ~OthersKeptOut();
   OthersKeptOut(const OthersKeptOut&) = delete;
   OthersKeptOut& operator=(const OthersKeptOut&) = delete;
 
+  // Tells the state in which the locks found the file. `added` is by how much the writer will make it longer.
+  platform::FileState lock(std::uint64_t added);
   // Whether all of them are locked.
   bool whole() const { return whole_; }
 
  private:
+  bool takeBeside(LockRange place);
   bool take(LockRange range);
 
   platform::File& file_;
+  LockRange taken_;
   std::vector<LockRange> ranges_;
-  bool whole_ = true;
+  bool whole_ = false;
 };
 
 // The table must not read meanwhile: its locks for a read would end those for the write.
 class RememberedWrite {
  public:
-  // `taken` is what the writer has locked. Where it also holds a record for an edit that lock would end with the
-  // others.
-  RememberedWrite(DbfFile& table, platform::File& file, LockRange taken, bool besideEdit);
+  struct Writer {
+    LockRange taken;      // what it has locked
+    std::uint64_t added;  // bytes that it will add to the file
+    bool besideEdit;      // it also holds a record for an edit, a lock that would end with the others
+  };
+  RememberedWrite(DbfFile& table, platform::File& file, const Writer& writer);
 
   // The file as it was before the write.
   const platform::FileState& before() const { return before_; }

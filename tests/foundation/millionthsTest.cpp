@@ -7,6 +7,7 @@
 
 #include "foundation/millionths.h"
 #include "foundation/numbers.h"
+#include "platform/RunTimeFailure.h"
 
 namespace vantrelix {
 namespace {
@@ -41,6 +42,17 @@ TEST(Millionths, OfADifferenceAreThoseOfItsText) {
   EXPECT_EQ(generalText(0.3 - 0.1), "0.2");
 }
 
+TEST(GeneralNumber, OfNoNumberFailsAsItsText) {
+  for (const double value : {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
+    try {
+      generalNumber(value);
+      ADD_FAILURE() << value;
+    } catch (const RunTimeFailure& problem) {
+      EXPECT_EQ(problem.number(), failure::typeMismatch);
+    }
+  }
+}
+
 // Numbers of some decimals, each moved by some steps of a double, so that many stand about the edge.
 TEST(Millionths, NeverDifferFromTheTextOf15Digits) {
   std::mt19937_64 random(7);
@@ -56,6 +68,7 @@ TEST(Millionths, NeverDifferFromTheTextOf15Digits) {
       ASSERT_EQ(static_cast<double>(*number) / kMillion, by15Digits(value)) << round;
     }
     ASSERT_EQ(std::strtod(generalText(value).c_str(), nullptr), by15Digits(value)) << round;
+    ASSERT_EQ(generalNumber(value), by15Digits(value)) << round;
   }
   EXPECT_GT(told, 50000);
 }

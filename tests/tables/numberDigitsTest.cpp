@@ -6,7 +6,7 @@
 #include <random>
 
 #include "foundation/numbers.h"
-#include "tables/dbfNumber.h"
+#include "tables/numberDigits.h"
 
 namespace vantrelix::dbf {
 namespace {
@@ -115,6 +115,63 @@ TEST(NumberDigits, AreNotWrittenWhereTheyDoNotFit) {
   EXPECT_STREQ(field, "unchanged");
   EXPECT_TRUE(putDigits(-1234.5, field, 5, 2));
   EXPECT_STREQ(field, "-1235nged");
+}
+
+// The form's digits in a field of that width, nothing where it puts none; "outside" where it touched other bytes.
+std::optional<std::string> byForm(double value, std::size_t width, int decimals) {
+  const std::string around = "########";
+  std::string bytes = around + std::string(width, '?') + around;
+  const bool put = DigitsForm(width, decimals).put(value, &bytes[around.size()]);
+  const std::string field = bytes.substr(around.size(), width);
+  if (bytes != around + field + around || (!put && field != std::string(width, '?'))) return "outside";
+  return put ? std::optional(field) : std::nullopt;
+}
+
+TEST(DigitsForm, PutsWhatPutDigitsPuts) {
+  for (std::size_t width = 0; width < 20; ++width) {
+    for (int decimals = 0; decimals < 8; ++decimals) {
+      for (double units = 1; units < 1e10; units *= 10) {
+        for (const double step : {-0.6, -0.5, -0.4, 0.0, 0.4, 0.5, 0.6, 1.0}) {
+          for (const double sign : {-1.0, 1.0}) {
+            const double value = sign * (units + step) / std::pow(10, decimals);
+            ASSERT_EQ(byForm(value, width, decimals), numberDigits(value, width, decimals))
+                << generalText(value) << ' ' << width << ' ' << decimals;
+          }
+        }
+      }
+    }
+  }
+}
+
+TEST(DigitsForm, PutsNumbersOfAnyKindAsPutDigitsDoes) {
+  std::mt19937_64 random(31);
+  for (int round = 0; round < 300000; ++round) {
+    double value = static_cast<double>(random() % (std::uint64_t{1} << (random() % 40))) / std::pow(10, random() % 9);
+    if ((random() & 1) != 0) value = -value;
+    if ((random() & 1) != 0) value = std::nextafter(value, 0);
+    const std::size_t width = random() % 22;
+    const int decimals = static_cast<int>(random() % 9);
+    ASSERT_EQ(byForm(value, width, decimals), byFixedDecimals(value, width, decimals)) << generalText(value);
+  }
+}
+
+TEST(DigitsForm, RoundsAtAHalfAsPutDigitsDoes) {
+  std::mt19937_64 random(37);
+  for (int round = 0; round < 300000; ++round) {
+    const int decimals = static_cast<int>(random() % 7);
+    double value =
+        (static_cast<double>(random() % (std::uint64_t{1} << (random() % 24))) + 0.5) / std::pow(10, decimals);
+    if (round % 2 != 0) value = std::nextafter(value, (random() & 1) != 0 ? 1e300 : 0);
+    if ((random() & 1) != 0) value = -value;
+    ASSERT_EQ(byForm(value, 12, decimals), byFixedDecimals(value, 12, decimals)) << value << ' ' << decimals;
+  }
+}
+
+TEST(DigitsForm, PutsNothingThatIsNoNumber) {
+  EXPECT_EQ(byForm(std::nan(""), 11, 4), std::nullopt);
+  EXPECT_EQ(byForm(HUGE_VAL, 11, 4), std::nullopt);
+  EXPECT_EQ(byForm(-HUGE_VAL, 11, 4), std::nullopt);
+  EXPECT_EQ(byForm(-0.0, 11, 4), "     0.0000");
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include <cmath>
 #include <gtest/gtest.h>
 
 #include "platform/FaultPlatform.h"
@@ -207,6 +208,64 @@ TEST(RowBatch, ARowBegunOutlivesTheFlush) {
   batch.flush();
   EXPECT_EQ(tables.list(kAll), "2.15 10 9.5 - 101 102");
   EXPECT_EQ(tables.list(kAll, "FREQ"), "150 900 - 450 - 7");
+}
+
+TEST(RowBatch, PutsNumbersIntoAFieldOfAnyTypeAsTheirGeneralTextTells) {
+  const CursorTables tables;
+  const RecordsetPtr rows = tables.open(kAll);
+  RowBatch batch(*rows);
+  const RowBatch::NumberField gain = batch.numberField(rows->Fields("GAIN"));
+  const RowBatch::NumberField name = batch.numberField(rows->Fields("ANTENNA"));
+  for (const double number : {-12.345, 0.3 - 0.1, 1234.0}) {
+    batch.AddNew();
+    batch.putGeneral(gain, number);
+    batch.putGeneral(name, number);
+    batch.Update();
+  }
+  batch.flush();
+  EXPECT_EQ(tables.list(kAll, "ANTENNA"), "Dipole array panel - -12.345 0.2 1234");
+  EXPECT_EQ(tables.list(kAll), "2.15 10 9.5 - -12.345 0.2 1234");
+}
+
+TEST(RowBatch, ANumberThatDoesNotFitOrIsNoneFailsAsItsPutDoes) {
+  const CursorTables tables;
+  const RecordsetPtr rows = tables.open(kAll), others = tables.open(kAll);
+  RowBatch batch(*rows);
+  EXPECT_EQ(failureOf([&] { batch.numberField(others->Fields("GAIN")); }), failure::noSuchField);
+  const RowBatch::NumberField gain = batch.numberField(rows->Fields("GAIN"));
+  EXPECT_EQ(failureOf([&] { batch.putGeneral(gain, 1); }), failure::updateWithoutEdit);
+  addGains(batch, rows->Fields("GAIN"), 101, 2);
+  batch.AddNew();
+  EXPECT_EQ(failureOf([&] { batch.putGeneral(gain, std::nan("")); }), failure::typeMismatch);
+  std::string byText, byNumber;
+  EXPECT_EQ(failureOf([&] { batch.putGeneral(gain, -1e12); }, &byNumber), failure::fieldTooSmall);
+  EXPECT_EQ(tables.list(kAll), "2.15 10 9.5 - 101 102");
+  batch.AddNew();
+  EXPECT_EQ(failureOf([&] { batch.put(rows->Fields("GAIN"), -1e12); }, &byText), failure::fieldTooSmall);
+  EXPECT_EQ(byNumber, byText);
+}
+
+TEST(RowBatch, EveryRowBeginsBlankHoweverManyAreGathered) {
+  const CursorTables tables;
+  const RecordsetPtr rows = tables.open(kAll);
+  const Field gain = rows->Fields("GAIN"), frequency = rows->Fields("FREQ");
+  RowBatch batch(*rows, RowBatch::Writing::atFlush);
+  for (int round = 0; round < 3; ++round) {
+    for (int i = 0; i < 1500; ++i) {
+      batch.AddNew();
+      batch.put(frequency, 7);
+      if (i % 2 == 0) batch.AddNew();
+      batch.put(gain, i);
+      batch.Update();
+    }
+    batch.AddNew();
+    batch.put(frequency, 7);
+    batch.flush();
+  }
+  const RecordsetPtr blank = tables.open("select count(*) as n from AMSTEST where GAIN >= 0 and FREQ is null");
+  EXPECT_EQ(blank->value("n"), Value(3 * 750 + 1));  // the one that was there has a gain of 9.5
+  EXPECT_EQ(tables.open("select count(*) as n from AMSTEST where FREQ = 7")->value("n"), Value(3 * 750));
+  EXPECT_EQ(tables.open("select count(*) as n from AMSTEST where ATYPE_ID is null")->value("n"), Value(3 * 1500));
 }
 
 TEST(RowBatch, OfSeveralProcessesEveryRowIsInTheTableOnce) {

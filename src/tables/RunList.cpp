@@ -1,7 +1,6 @@
 #include "tables/RunList.h"
 
 #include <algorithm>
-#include <tuple>
 
 namespace vantrelix {
 
@@ -12,22 +11,30 @@ constexpr std::size_t kFewRecent = 128;
 
 }  // namespace
 
-bool RunList::isBefore(const Run& a, const Run& b) {
-  return std::tie(a.hash, a.rows.first) < std::tie(b.hash, b.rows.first);
+void RunList::add(std::size_t hash, RowRun rows) {
+  // A share of the whole, so that all the sorting of ever more runs stays in proportion to their number.
+  if (recent_.size() >= std::max(kFewRecent, sorted_.size() / 32) && !continuesLast(hash, rows)) settle();
+  gather(hash, rows);
 }
 
-void RunList::add(std::size_t hash, RowRun rows) {
-  if (!recent_.empty() && recent_.back().hash == hash && recent_.back().rows.end() == rows.first) {
+bool RunList::continuesLast(std::size_t hash, RowRun rows) const {
+  return !recent_.empty() && recent_.back().hash == hash && recent_.back().rows.end() == rows.first;
+}
+
+void RunList::gather(std::size_t hash, RowRun rows) {
+  if (continuesLast(hash, rows)) {
     recent_.back().rows.count += rows.count;
-    return;
+  } else {
+    recent_.push_back({hash, rows});
   }
-  // A share of the whole, so that all the sorting of ever more runs stays in proportion to their number.
-  if (recent_.size() >= std::max(kFewRecent, sorted_.size() / 32)) settle();
-  recent_.push_back({hash, rows});
 }
 
 void RunList::settle() {
+  const auto isBefore = [](const Run& a, const Run& b) {
+    return a.hash != b.hash ? a.hash < b.hash : a.rows.first < b.rows.first;
+  };
   std::sort(recent_.begin(), recent_.end(), isBefore);
+  if (sorted_.empty()) return sorted_.swap(recent_);
   const auto middle = sorted_.insert(sorted_.end(), recent_.begin(), recent_.end());
   recent_.clear();
   std::inplace_merge(sorted_.begin(), middle, sorted_.end(), isBefore);
@@ -35,12 +42,13 @@ void RunList::settle() {
 
 std::vector<RowRun> RunList::find(std::size_t hash) const {
   std::vector<RowRun> found;
-  const auto [first, last] = std::equal_range(sorted_.begin(), sorted_.end(), Run{hash, {}},
-                                              [](const Run& a, const Run& b) { return a.hash < b.hash; });
-  for (auto run = first; run != last; ++run) found.push_back(run->rows);
+  auto first = std::lower_bound(sorted_.begin(), sorted_.end(), hash,
+                                [](const Run& run, std::size_t sought) { return run.hash < sought; });
+  for (; first != sorted_.end() && first->hash == hash; ++first) found.push_back(first->rows);
   for (const Run& run : recent_) {
     if (run.hash == hash) found.push_back(run.rows);
   }
+  if (found.size() < 2) return found;
   std::sort(found.begin(), found.end(), [](const RowRun& a, const RowRun& b) { return a.first < b.first; });
   std::vector<RowRun> joined;
   for (const RowRun& run : found) {

@@ -21,6 +21,8 @@ class RunList {
   // Adds rows of a text. Cheap for the next run of a text and for rows that go on where the last ones ended, whatever
   // the number of runs.
   void add(std::size_t hash, RowRun rows);
+  // The same for many that settle() follows, before anything is sought.
+  void gather(std::size_t hash, RowRun rows);
   // Makes finding quickest; for the end of many additions.
   void settle();
   // The runs of a text by place, no row twice, none right behind another.
@@ -33,7 +35,7 @@ class RunList {
     RowRun rows;
   };
 
-  static bool isBefore(const Run& a, const Run& b);
+  bool continuesLast(std::size_t hash, RowRun rows) const;
 
   std::vector<Run> sorted_;  // by hash, then by place
   std::vector<Run> recent_;  // the last ones as they came

@@ -11,11 +11,14 @@ namespace vantrelix {
 
 namespace {
 
+bool isSummed(SqlAggregate aggregate) { return aggregate == SqlAggregate::sum || aggregate == SqlAggregate::average; }
+
 // The one that stands before all others. Four at a time: each has to wait for the one before it in its own lane alone.
 template <class Before>
-double firstOf(const std::vector<double>& numbers, double so, Before before) {
+double firstOf(const std::vector<double>& numbers, Before before) {
   constexpr std::size_t kLanes = 4;
-  double lanes[kLanes] = {so, so, so, so};
+  const double any = numbers.front();
+  double lanes[kLanes] = {any, any, any, any};
   std::size_t i = 0;
   for (; i + kLanes <= numbers.size(); i += kLanes) {
     for (std::size_t lane = 0; lane < kLanes; ++lane) {
@@ -30,62 +33,84 @@ double firstOf(const std::vector<double>& numbers, double so, Before before) {
 }  // namespace
 
 SqlAggregates::SqlAggregates(DbfFile& table, const std::vector<SqlColumn>& columns)
-    : columns_(columns), row_(table), table_(table), totals_(columns.size()) {
-  for (std::size_t i = 0; i < columns.size(); ++i) {
-    totals_[i].source = sourceOf(columns[i]);
-    computes_ = computes_ || totals_[i].source < 0;
+    : columns_(columns),
+      row_(table),
+      table_(table),
+      length_(static_cast<std::size_t>(table.recordLength())),
+      totals_(columns.size()) {
+  for (const SqlColumn& column : columns) {
+    sourceOf_.push_back(sourceOf(column));
+    computes_ = computes_ || sourceOf_.back() < 0;
   }
 }
 
 int SqlAggregates::sourceOf(const SqlColumn& column) {
-  if (column.expression.kind != SqlKind::field) return -1;
-  const auto number = static_cast<std::size_t>(column.expression.field);
+  if (column.expression->kind != SqlKind::field) return -1;
+  const auto number = static_cast<std::size_t>(column.expression->field);
   const auto known =
-      std::find_if(sources_.begin(), sources_.end(), [&](const Numbers& s) { return s.fieldNumber == number; });
+      std::find_if(sources_.begin(), sources_.end(), [&](const Source& s) { return s.fieldNumber == number; });
   if (known != sources_.end()) return static_cast<int>(known - sources_.begin());
   const auto digits = dbf::DigitsField::of(table_.fields()[number]);
   if (!digits) return -1;
-  sources_.push_back({number, *digits, {}});
+  sources_.push_back({number, *digits});
   return static_cast<int>(sources_.size()) - 1;
 }
 
-// One loop for each step costs less than one for all.
-void SqlAggregates::add(const std::vector<const unsigned char*>& records) {
-  for (Numbers& source : sources_) {
-    source.values.clear();
-    source.field.readAll(records, source.values);
-  }
-  for (std::size_t i = 0; i < columns_.size(); ++i) {
-    const int source = totals_[i].source;
-    if (source >= 0) addNumbers(columns_[i], totals_[i], sources_[static_cast<std::size_t>(source)].values);
-  }
-  if (!computes_) return;
-  for (const unsigned char* record : records) addComputed(record);
+SqlAggregates::Part SqlAggregates::part() const {
+  return {{}, std::vector<std::vector<double>>(sources_.size()), std::vector<Total>(columns_.size())};
 }
 
-void SqlAggregates::addNumbers(const SqlColumn& column, Total& total, const std::vector<double>& numbers) const {
-  if (numbers.empty()) return;
-  total.count += numbers.size();
-  if (column.aggregate == SqlAggregate::sum || column.aggregate == SqlAggregate::average) {
-    for (const double number : numbers) total.sum += number;
-    return;
+// One loop for each step costs less than one for all.
+void SqlAggregates::look(const RowBlock& rows, const std::vector<RowRun>& runs, Part& part) const {
+  part.records.clear();
+  for (const RowRun& run : runs) {
+    for (std::uint32_t row = run.first; row < run.end(); ++row) part.records.push_back(rows.bytes + row * length_);
   }
-  if (column.aggregate == SqlAggregate::count) return;
-  const double extreme = total.extreme.isNull() ? numbers.front() : total.extreme.number();
-  const bool lowest = column.aggregate == SqlAggregate::minimum;
-  total.extreme = lowest ? firstOf(numbers, extreme, std::less<>()) : firstOf(numbers, extreme, std::greater<>());
+  for (std::size_t i = 0; i < sources_.size(); ++i) {
+    part.numbers[i].clear();
+    sources_[i].field.readAll(part.records, part.numbers[i]);
+  }
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    if (sourceOf_[i] < 0) continue;
+    part.totals[i] = totalOf(columns_[i].aggregate, part.numbers[static_cast<std::size_t>(sourceOf_[i])]);
+  }
+}
+
+void SqlAggregates::join(const Part& part) {
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    if (sourceOf_[i] < 0) continue;
+    addTotal(columns_[i].aggregate, totals_[i], part.totals[i]);
+    if (!isSummed(columns_[i].aggregate)) continue;
+    for (const double number : part.numbers[static_cast<std::size_t>(sourceOf_[i])]) totals_[i].sum += number;
+  }
+  if (!computes_) return;
+  for (const unsigned char* record : part.records) addComputed(record);
+}
+
+SqlAggregates::Total SqlAggregates::totalOf(SqlAggregate aggregate, const std::vector<double>& numbers) {
+  Total total;
+  total.count = numbers.size();
+  if (numbers.empty()) return total;
+  if (aggregate == SqlAggregate::minimum) total.extreme = firstOf(numbers, std::less<>());
+  if (aggregate == SqlAggregate::maximum) total.extreme = firstOf(numbers, std::greater<>());
+  return total;
+}
+
+void SqlAggregates::addTotal(SqlAggregate aggregate, Total& total, const Total& added) {
+  total.count += added.count;
+  if (!added.extreme.isNull()) addExtreme(aggregate, total, added.extreme);
 }
 
 void SqlAggregates::addComputed(const unsigned char* record) {
   row_.show(record);
   for (std::size_t i = 0; i < columns_.size(); ++i) {
-    if (totals_[i].source < 0) addValue(columns_[i], totals_[i], evaluate(columns_[i].expression, row_));
+    if (sourceOf_[i] < 0) addValue(columns_[i].aggregate, totals_[i], evaluate(*columns_[i].expression, row_));
   }
 }
 
-void SqlAggregates::addValue(const SqlColumn& column, Total& total, const Value& value) const {
+void SqlAggregates::addValue(SqlAggregate aggregate, Total& total, const Value& value) {
   if (value.isNull()) return;
-  if (column.aggregate == SqlAggregate::sum || column.aggregate == SqlAggregate::average) {
+  if (isSummed(aggregate)) {
     const auto number = value.isText() ? sqlNumber(value.text()) : std::optional<double>();
     if (!number && !value.isNumber() && !value.isBoolean()) return;
     total.sum += number ? *number : value.asNumber();
@@ -93,8 +118,11 @@ void SqlAggregates::addValue(const SqlColumn& column, Total& total, const Value&
     return;
   }
   ++total.count;
-  if (column.aggregate == SqlAggregate::count) return;
-  const int wanted = column.aggregate == SqlAggregate::minimum ? -1 : 1;
+  if (aggregate != SqlAggregate::count) addExtreme(aggregate, total, value);
+}
+
+void SqlAggregates::addExtreme(SqlAggregate aggregate, Total& total, const Value& value) {
+  const int wanted = aggregate == SqlAggregate::minimum ? -1 : 1;
   const auto order = compareValues(value, total.extreme);
   if (total.extreme.isNull() || (order && *order * wanted > 0)) total.extreme = value;
 }

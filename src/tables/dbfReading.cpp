@@ -8,10 +8,9 @@
 #include <array>
 #include <memory>
 #include <optional>
-#include <system_error>
 #include <vector>
 
-#include "tables/BlocksAhead.h"
+#include "tables/BlocksInParallel.h"
 #include "tables/DbfFileState.h"
 
 namespace vantrelix {
@@ -143,6 +142,7 @@ std::uint32_t DbfFile::Implementation::readContended(const Rows& row, std::int64
     const bool settled =
         now - unchangedSince >= kSettled &&
         !file->lockedByOther(dbf::kDenyWriteLock.offset, dbf::kDenyWriteLock.length, platform::LockKind::exclusive);
+    if (changed && patience <= 0) return readAgreeing(row);
     if (changed || (!settled && patience > 0)) continue;
     settledRecord = row.first;
     settledBytes = std::move(former);
@@ -168,49 +168,63 @@ bool DbfFile::scan(const RecordVisitor& visit, std::uint32_t first, std::uint32_
   return scanBlocks(visitEach, first, count);
 }
 
-// Visits records of a file at rest while the ones behind them are read already. Gives the number of the first one that
-// was not visited: what is left has to be read otherwise.
-std::uint32_t DbfFile::Implementation::scanAhead(const BlockVisitor& visit, std::uint32_t first, std::uint32_t end,
-                                                 bool& goesOn) {
-  const std::uint64_t bytes = std::uint64_t{end - first} * header.recordLength;
-  if (!rest->isKnown() || bytes < kWorthAThread || !file->readsInParallel()) return first;
+static_assert(DbfFile::kScanParts == dbf::BlocksInParallel::kSlots);
+
+// Gives records of a file at rest, whose blocks two threads read and look at. Gives the number of the first one that
+// was not joined: what is left has to be read otherwise.
+std::uint32_t DbfFile::Implementation::scanAtRest(const BlockLook& look, const BlockJoin& join, std::uint32_t first,
+                                                  std::uint32_t end, bool& goesOn) {
   const std::size_t length = header.recordLength;
-  std::optional<dbf::BlocksAhead> blocks;
-  try {
-    blocks.emplace(*file, offsetOf(first), bytes, std::max<std::size_t>(1, 4 * kScanBytes / length) * length);
-  } catch (const std::system_error&) {
-    return first;
-  }
+  const std::uint64_t bytes = std::uint64_t{end - first} * length;
+  if (!rest->isKnown() || bytes < kWorthAThread || !file->readsInParallel()) return first;
+  const std::uint32_t begin = first;
+  const auto rowsOf = [&](const dbf::BlocksInParallel::Block& block) {
+    return RowBlock{begin + static_cast<std::uint32_t>(block.place / length), block.bytes,
+                    static_cast<std::uint32_t>(block.size / length), block.slot};
+  };
+  const dbf::BlocksInParallel::Look lookAtRows = [&](const dbf::BlocksInParallel::Block& block) {
+    if (look) look(rowsOf(block));
+  };
+  dbf::BlocksInParallel blocks(*file, offsetOf(first), bytes, std::max<std::size_t>(1, kScanBytes / length) * length,
+                               lookAtRows);
   while (first < end && goesOn) {
-    const dbf::BlocksAhead::Block block = blocks->next();
-    const auto rows = static_cast<std::uint32_t>(block.size / length);
-    if (rows == 0 || !rest->isUnchanged()) break;
-    goesOn = visit(first, block.bytes, rows);
-    first += rows;
+    const RowBlock rows = rowsOf(blocks.next());
+    if (rows.count == 0 || !rest->isUnchanged()) break;
+    goesOn = join(rows);
+    first += rows.count;
   }
   return first;
 }
 
-bool DbfFile::scanBlocks(const BlockVisitor& visit, std::uint32_t first, std::uint32_t count) {
+bool DbfFile::scanParts(const BlockLook& look, const BlockJoin& join, std::uint32_t first, std::uint32_t count) {
   const std::uint64_t wanted = std::uint64_t{first} + count;
   const auto end = static_cast<std::uint32_t>(
       wanted <= implementation_->knownCount ? wanted : std::min<std::uint64_t>(wanted, recordCount()));
   bool goesOn = true;
-  if (first < end) first = implementation_->scanAhead(visit, first, end, goesOn);
+  if (first < end) first = implementation_->scanAtRest(look, join, first, end, goesOn);
   if (first >= end || !goesOn) return goesOn;
   const auto length = static_cast<std::size_t>(recordLength_);
   const auto perBlock =
       static_cast<std::uint32_t>(std::min<std::size_t>(std::max<std::size_t>(1, kScanBytes / length), end - first));
-  const auto block = std::make_unique_for_overwrite<unsigned char[]>(perBlock * length);
+  const auto bytes = std::make_unique_for_overwrite<unsigned char[]>(perBlock * length);
   std::int64_t patience = kPatience;
   for (std::uint32_t number = first; number < end;) {
     const std::uint32_t asked = std::min(perBlock, end - number);
-    const std::uint32_t rows = implementation_->readRows({number, asked, block.get()}, patience);
-    if (rows > 0 && !visit(number, block.get(), rows)) return false;
+    const std::uint32_t rows = implementation_->readRows({number, asked, bytes.get()}, patience);
+    if (rows > 0) {
+      const RowBlock block{number, bytes.get(), rows, 0};
+      if (look) look(block);
+      if (!join(block)) return false;
+    }
     if (rows < asked) return true;
     number += rows;
   }
   return true;
+}
+
+bool DbfFile::scanBlocks(const BlockVisitor& visit, std::uint32_t first, std::uint32_t count) {
+  return scanParts(
+      {}, [&](const RowBlock& rows) { return visit(rows.first, rows.bytes, rows.count); }, first, count);
 }
 
 }  // namespace vantrelix

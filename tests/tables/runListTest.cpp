@@ -40,6 +40,21 @@ TEST(RunList, RowsThatGoOnTakeNoMoreRoom) {
   EXPECT_THAT(runs.find(7), ElementsAre(RowRun{0, 100000}));
 }
 
+TEST(RunList, GatheredRunsAreFoundOnceTheyAreSettledAndTakeMore) {
+  RunList runs;
+  for (std::uint32_t row = 0; row < 1000; ++row) runs.gather(row / 3 % 5, {row, 1});
+  EXPECT_EQ(runs.size(), 334U);
+  runs.settle();
+  ASSERT_EQ(runs.find(4).size(), 66U);
+  EXPECT_EQ(runs.find(4).front(), (RowRun{12, 3}));
+  EXPECT_EQ(runs.find(3).back(), (RowRun{999, 1}));
+  runs.add(3, {1000, 2});
+  EXPECT_EQ(runs.find(3).back(), (RowRun{999, 3}));
+  runs.settle();
+  EXPECT_EQ(runs.find(3).back(), (RowRun{999, 3}));
+  EXPECT_EQ(runs.find(4).back(), (RowRun{987, 3}));
+}
+
 TEST(RunList, TheLastRowsOfTheNumbersAreKept) {
   RunList runs;
   runs.add(7, {UINT32_MAX - 1, 1});

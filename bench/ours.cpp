@@ -50,20 +50,7 @@ class Ours : public OpenLibrary {
 
 std::string_view withoutBlanks(std::string_view text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
 
-std::string textOf(const Field& field) {
-  const Value value = field.value();
-  return value.isNull() ? std::string() : std::string(withoutBlanks(value.text()));
-}
-
-double numberOf(const Field& field) {
-  const Value value = field.value();
-  return value.isNull() ? 0 : value.asNumber();
-}
-
-std::optional<double> perhapsNumberOf(const Field& field) {
-  const Value value = field.value();
-  return value.isNull() ? std::nullopt : std::optional(value.asNumber());
-}
+std::string textOf(const Field& field) { return std::string(withoutBlanks(field.text().value_or(""))); }
 
 // A list that is only shown is a picture of its rows.
 std::vector<MasterRow> Ours::list() {
@@ -73,9 +60,11 @@ std::vector<MasterRow> Ours::list() {
               gainUnits = rows->Fields("GAIN_UN"), low = rows->Fields("F_LOW"), high = rows->Fields("F_HIGH"),
               freqUnits = rows->Fields("FREQ_UN"), power = rows->Fields("POWER"), powerUnits = rows->Fields("POWER_UN");
   std::vector<MasterRow> list;
+  list.reserve(static_cast<std::size_t>(rows->rowCount()));
   for (; !rows->Eof(); rows->MoveNext()) {
-    list.push_back({textOf(id), textOf(description), numberOf(gain), textOf(gainUnits), numberOf(low), numberOf(high),
-                    textOf(freqUnits), perhapsNumberOf(power), textOf(powerUnits)});
+    list.push_back({textOf(id), textOf(description), gain.number().value_or(0), textOf(gainUnits),
+                    low.number().value_or(0), high.number().value_or(0), textOf(freqUnits), power.number(),
+                    textOf(powerUnits)});
   }
   return list;
 }

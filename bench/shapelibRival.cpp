@@ -110,8 +110,10 @@ class Shapelib : public OpenLibrary {
   }
 
   std::vector<MasterRow> list() override {
+    const int count = ams_.count();
     std::vector<MasterRow> rows;
-    for (int row = 0, count = ams_.count(); row < count; ++row) rows.push_back(masterAt(ams_, row));
+    rows.reserve(static_cast<std::size_t>(count));
+    for (int row = 0; row < count; ++row) rows.push_back(masterAt(ams_, row));
     std::sort(rows.begin(), rows.end(),
               [](const MasterRow& a, const MasterRow& b) { return a.description < b.description; });
     return rows;

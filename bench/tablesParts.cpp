@@ -12,6 +12,7 @@
 #include "tables/DbfFile.h"
 #include "tables/SqlParser.h"
 #include "tables/dbfNumber.h"
+#include "tables/numberDigits.h"
 
 namespace vantrelix::bench {
 namespace {

@@ -55,12 +55,13 @@ Field Recordset::Fields(std::size_t index) {
   return Field(*this, index);
 }
 
-void Recordset::visitNumbers(const Field& first, const Field& second,
-                             const std::function<void(double, double)>& visit) {
+void Recordset::addNumbers(const Field& first, const Field& second, NumberPairs& pairs) {
   if (first.owner_ != this || second.owner_ != this) {
     throw RunTimeFailure(failure::noSuchField, "A field of another cursor cannot be read here. Take it of this one.");
   }
-  state().visitNumbers(first.index_, second.index_, visit);
+  first.requireStanding();
+  second.requireStanding();
+  state().addNumbers(first.index_, second.index_, pairs);
 }
 
 void Recordset::AddNew() { state().beginAdd(); }
@@ -79,14 +80,56 @@ void Recordset::Close() {
 }
 bool Recordset::isOpen() const { return implementation_ != nullptr; }
 
-const std::string& Field::Name() const { return owner_->state().column(index_).name; }
-FieldType Field::Type() const { return owner_->state().column(index_).type; }
-int Field::Size() const { return owner_->state().column(index_).size; }
-int Field::decimals() const { return owner_->state().column(index_).decimals; }
-vantrelix::Value Field::value() const { return owner_->state().value(index_); }
-void Field::put(const vantrelix::Value& value) { owner_->state().put(index_, value); }
+Field::Field(Recordset& owner, std::size_t index) : owner_(&owner), index_(index), layout_(owner.state().layout) {}
+
+void Field::requireStanding() const {
+  if (owner_->state().layout == layout_) return;
+  throw RunTimeFailure(failure::noSuchField,
+                       "The table was replaced by one with other fields since this field was taken. Take it again.");
+}
+
+const std::string& Field::Name() const {
+  requireStanding();
+  return owner_->state().column(index_).name;
+}
+
+FieldType Field::Type() const {
+  requireStanding();
+  return owner_->state().column(index_).type;
+}
+
+int Field::Size() const {
+  requireStanding();
+  return owner_->state().column(index_).size;
+}
+
+int Field::decimals() const {
+  requireStanding();
+  return owner_->state().column(index_).decimals;
+}
+
+vantrelix::Value Field::value() const {
+  requireStanding();
+  return owner_->state().value(index_);
+}
+
+std::optional<double> Field::number() const {
+  requireStanding();
+  return owner_->state().numberOf(index_);
+}
+
+std::optional<std::string_view> Field::text() const {
+  requireStanding();
+  return owner_->state().textOf(index_);
+}
+
+void Field::put(const vantrelix::Value& value) {
+  requireStanding();
+  owner_->state().put(index_, value);
+}
 
 std::string Field::cut(std::string_view text) const {
+  requireStanding();
   Recordset::Implementation& state = owner_->state();
   const SqlColumn& column = state.column(index_);
   if (column.field >= 0) return state.query->table().cut(text, static_cast<std::size_t>(column.field));

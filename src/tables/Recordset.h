@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,7 +32,15 @@ inline constexpr int readOnly = 4;
 
 class Recordset;
 
-// A field of the current row. Lives no longer than its recordset.
+// Two fields' numbers in the same rows.
+struct NumberPairs {
+  std::size_t most = SIZE_MAX;  // so many rows are wanted
+  std::vector<double> firsts;
+  std::vector<double> seconds;
+};
+
+// A field of the current row. Lives no longer than its recordset, and ends (3265) where a Requery finds another table
+// in the place of the former one, with other fields.
 class Field {
  public:
   const std::string& Name() const;
@@ -40,6 +49,12 @@ class Field {
   int decimals() const;
   // The value in the current row, or in the row being added or edited. 3021 without a current row.
   vantrelix::Value value() const;
+  // The number and the text of that value, without the value being made: nothing where it is null, 13 where it is of
+  // another kind. The text belongs to the cursor. It stays until a field of its name is asked for its text again, and
+  // no longer than the row: a move, put, Edit, AddNew, Update, CancelUpdate, Requery or Close ends it, and so does a
+  // read of the row after another cursor of this process has written to it.
+  std::optional<double> number() const;
+  std::optional<std::string_view> text() const;
   // Only between AddNew or Edit and Update, else 3020. 3163 where it does not fit; 3027 in a result that has no table
   // row.
   void put(const vantrelix::Value& value);
@@ -49,9 +64,11 @@ class Field {
  private:
   friend class Recordset;
   friend class RowBatch;
-  Field(Recordset& owner, std::size_t index) : owner_(&owner), index_(index) {}
+  Field(Recordset& owner, std::size_t index);
+  void requireStanding() const;
   Recordset* owner_;
   std::size_t index_;
+  std::uint64_t layout_;
 };
 
 class Recordset {
@@ -102,10 +119,10 @@ class Recordset {
   std::size_t fieldCount() const;
   Field Fields(std::string_view name);
   Field Fields(std::size_t index);
-  // Visits the current row and all behind it with two fields' values as numbers, but those rows in which one of them is
-  // null, and ends behind the last row. 13 for a text that is no number, 3021 before the first row, 3265 for a field of
-  // another cursor.
-  void visitNumbers(const Field& first, const Field& second, const std::function<void(double, double)>& visit);
+  // Adds two fields' values as numbers of the current row and all behind it, but of those rows in which one of them is
+  // null, and ends behind the last row or, where there are as many as wanted, at the one that comes next. 13 for a text
+  // that is no number: what was added before it stays. 3021 before the first row, 3265 for a field of another cursor.
+  void addNumbers(const Field& first, const Field& second, NumberPairs& pairs);
   // Short forms of Fields(name).value() and Fields(name).put(...).
   Value value(std::string_view name) { return Fields(name).value(); }
   void put(std::string_view name, const vantrelix::Value& value) { Fields(name).put(value); }

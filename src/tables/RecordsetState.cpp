@@ -1,11 +1,9 @@
+// The rows of a cursor and its place among them.
 #include "tables/RecordsetState.h"
 
 #include <algorithm>
 
 #include "foundation/extract.h"
-#include "foundation/text.h"
-#include "tables/SqlLexer.h"
-#include "tables/SqlParser.h"
 
 namespace vantrelix {
 
@@ -18,6 +16,11 @@ constexpr std::size_t kMostKept = std::size_t{64} << 20;
 std::uint64_t nextSerial() {
   static std::uint64_t last = 0;
   return ++last;
+}
+
+bool haveSameNames(const std::vector<SqlColumn>& some, const std::vector<SqlColumn>& others) {
+  return std::equal(some.begin(), some.end(), others.begin(), others.end(),
+                    [](const SqlColumn& one, const SqlColumn& other) { return one.name == other.name; });
 }
 
 }  // namespace
@@ -35,16 +38,20 @@ RunTimeFailure Recordset::Implementation::noCurrentRecord() {
 }
 
 Recordset::Implementation::Implementation(SqlSelect select, Opener opener_, RecordsetType type_, bool shared_)
-    : opener(std::move(opener_)), type(type_), shared(shared_), serial(nextSerial()) {
+    : opener(std::move(opener_)), type(type_), shared(shared_) {
   open(std::move(select));
   run();
 }
 
 void Recordset::Implementation::open(SqlSelect select) {
   std::shared_ptr<DbfFile> table = opener();
-  opened = noteFileState(*table);
+  opened = noteOpening(*table);
   writes = writesTo(opened);
-  query = std::make_unique<SqlQuery>(std::move(select), std::move(table));
+  auto bound = std::make_unique<SqlQuery>(std::move(select), std::move(table));
+  if (query && !haveSameNames(query->columns(), bound->columns())) ++layout;
+  serial = nextSerial();
+  readers.clear();
+  query = std::move(bound);
 }
 
 void Recordset::Implementation::run() {
@@ -52,6 +59,7 @@ void Recordset::Implementation::run() {
   currentDeleted = false;
   recordRead = false;
   kept.clear();
+  keptPlaces.clear();
   orderField = -1;
   if (query->aggregated()) {
     aggregates = query->aggregates();
@@ -60,6 +68,7 @@ void Recordset::Implementation::run() {
     SqlRows found = query->rows(onlyReads() ? kMostKept : 0);
     rows = RowNumbers(std::move(found.numbers));
     kept = std::move(found.records);
+    keptPlaces = std::move(found.places);
     orderField = found.numbersOf;
     orderNumbers = std::move(found.orderNumbers);
   }
@@ -156,163 +165,6 @@ long Recordset::Implementation::positionOf(std::uint32_t number) const {
   if (query->ordered()) return std::find(rows.begin(), rows.end(), number) - rows.begin();
   const auto found = std::lower_bound(rows.begin(), rows.end(), number);
   return found != rows.end() && *found == number ? found - rows.begin() : size();
-}
-
-void Recordset::Implementation::findFirst(std::string_view criterion) {
-  SqlExpression condition = parseSqlCondition(criterion);
-  if (query->aggregated()) {
-    throw sqlSyntaxFailure(criterion, 0, "the one row of a query of aggregates cannot be searched.");
-  }
-  query->bind(condition, std::string(criterion));
-  settle();
-  SqlFilter filter(query->table(), &condition);
-  const std::optional<long> found = search(filter);
-  noMatch = !found;
-  if (found) moveTo(*found);
-}
-
-std::optional<long> Recordset::Implementation::search(SqlFilter& filter) {
-  // One read for a few rows costs less than a run over the whole file.
-  constexpr std::size_t kRunPays = 8;
-  DbfFile& table = query->table();
-  if (!kept.empty()) {
-    for (long i = 0; i < size(); ++i) {
-      if (filter.matches(keptRecord(i))) return i;
-    }
-    return std::nullopt;
-  }
-  if (rows.size() * kRunPays >= table.recordCount()) return searchFile(filter);
-  std::vector<unsigned char> bytes(static_cast<std::size_t>(table.recordLength()));
-  for (long i = 0; i < size(); ++i) {
-    if (table.readRecord(rows[static_cast<std::size_t>(i)], bytes.data()) && filter.matches(bytes.data())) return i;
-  }
-  return std::nullopt;
-}
-
-std::optional<long> Recordset::Implementation::searchFile(SqlFilter& filter) {
-  std::vector<std::uint32_t> found;  // in file order
-  const bool firstWillDo = !query->ordered();
-  query->table().scan([&](std::uint32_t number, const unsigned char* bytes) {
-    if (!filter.matches(bytes)) return true;
-    if (firstWillDo && positionOf(number) == size()) return true;
-    found.push_back(number);
-    return !firstWillDo;
-  });
-  if (found.empty()) return std::nullopt;
-  if (firstWillDo) return positionOf(found.front());
-  const auto first = std::find_if(rows.begin(), rows.end(), [&](std::uint32_t number) {
-    return std::binary_search(found.begin(), found.end(), number);
-  });
-  return first == rows.end() ? std::optional<long>() : first - rows.begin();
-}
-
-void Recordset::Implementation::requireUpdatable() const {
-  const std::string name = "Table '" + displayPath(query->table().path()) + "' cannot be changed here: ";
-  if (!query->updatable())
-    throw RunTimeFailure(failure::readOnlyTable, name + "the query computes its values. Query the table's own fields.");
-  if (onlyReads())
-    throw RunTimeFailure(failure::readOnlyTable, name + "the cursor is of a type that only reads. Open a dynaset.");
-  if (query->table().readOnly())
-    throw RunTimeFailure(failure::readOnlyTable, name + "it is open for reading only. Open it for writing.");
-}
-
-void Recordset::Implementation::put(std::size_t number, const Value& given) {
-  requireUpdatable();
-  if (editing == Editing::none) {
-    throw RunTimeFailure(
-        failure::updateWithoutEdit,
-        "Field '" + column(number).name + "' was set without AddNew or Edit before it. Begin the row first.");
-  }
-  const auto field = static_cast<std::size_t>(column(number).field);
-  query->table().put(changed.data(), field, given);
-  puts.insert_or_assign(field, given);
-}
-
-void Recordset::Implementation::dropEdit() {
-  editing = Editing::none;
-  puts.clear();
-  query->table().release();
-}
-
-void Recordset::Implementation::beginAdd() {
-  requireUpdatable();
-  dropEdit();
-  changed = query->table().blankRecord();
-  editing = Editing::adding;
-}
-
-void Recordset::Implementation::beginEdit() {
-  requireUpdatable();
-  dropEdit();
-  recordRead = false;
-  const unsigned char* bytes = currentRecord();
-  if (lockEdits) {
-    query->table().hold(rows[static_cast<std::size_t>(index)]);
-    // Another may have written it, or deleted it, until the lock was there.
-    recordRead = false;
-    try {
-      bytes = currentRecord();
-    } catch (...) {
-      query->table().release();
-      throw;
-    }
-  }
-  before.assign(bytes, bytes + query->table().recordLength());
-  changed = before;
-  editing = Editing::changing;
-}
-
-// What fails leaves the edit open, so that nothing typed is lost.
-void Recordset::Implementation::update() {
-  if (editing == Editing::none) {
-    throw RunTimeFailure(failure::updateWithoutEdit,
-                         "Update was called without AddNew or Edit before it. Begin the row first.");
-  }
-  if (editing == Editing::changing) {
-    writeChange();
-  } else {
-    appendRows(changed.data(), 1);
-  }
-  dropEdit();
-}
-
-void Recordset::Implementation::appendRows(const unsigned char* records, std::uint32_t count) {
-  const bool atEnd = index == size();
-  const std::uint32_t first = query->table().append(records, count);
-  rows.append(first, count);
-  if (atEnd) index = size();
-  reached += static_cast<long>(count);
-}
-
-void Recordset::Implementation::writeChange() {
-  if (puts.empty()) return;
-  countWrite();  // a write that fails may have changed the row
-  query->table().update(rows[static_cast<std::size_t>(index)], [this](unsigned char* now) {
-    for (const auto& [field, given] : puts) checkUnchanged(field, now);
-    for (const auto& [field, given] : puts) query->table().carry(now, field, given, changed.data());
-  });
-}
-
-void Recordset::Implementation::countWrite() { ++*writes; }
-
-// Where the row has the value put already, an earlier try may have written it.
-void Recordset::Implementation::checkUnchanged(std::size_t field, const unsigned char* now) {
-  DbfFile& table = query->table();
-  const Value value = table.value(now, field);
-  if (value == table.value(before.data(), field) || value == table.value(changed.data(), field)) return;
-  throw RunTimeFailure(failure::dataChanged, "Field '" + table.fields()[field].name + "' of table '" +
-                                                 displayPath(table.path()) +
-                                                 "' was changed by another since the edit began. Read the row again.");
-}
-
-void Recordset::Implementation::deleteCurrent() {
-  requireUpdatable();
-  dropEdit();
-  recordRead = false;
-  currentRecord();
-  query->table().markDeleted(rows[static_cast<std::size_t>(index)]);
-  countWrite();
-  currentDeleted = true;
 }
 
 }  // namespace vantrelix

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/RunTimeFailure.h"
+#include "tables/ColumnReader.h"
 #include "tables/Recordset.h"
 #include "tables/RowNumbers.h"
 #include "tables/SqlFilter.h"
@@ -44,11 +45,13 @@ struct Recordset::Implementation {
 
   // Columns and values.
   bool onlyReads() const { return type == RecordsetType::snapshot || type == RecordsetType::forwardOnly; }
-  void visitNumbers(std::size_t first, std::size_t second, const std::function<void(double, double)>& visit);
+  void addNumbers(std::size_t first, std::size_t second, NumberPairs& pairs);
   const SqlColumn& column(std::size_t number) const { return query->columns()[number]; }
   std::size_t columnNumber(std::string_view name) const;
   Value value(std::size_t number);
-  Value valueAt(long position, std::size_t number) const;
+  std::optional<double> numberOf(std::size_t number);
+  std::optional<std::string_view> textOf(std::size_t number);
+  Value valueAt(long position, std::size_t number);
 
   // Changes.
   void put(std::size_t number, const Value& given);
@@ -65,21 +68,24 @@ struct Recordset::Implementation {
 
   Opener opener;
   std::unique_ptr<SqlQuery> query;
+  std::vector<ColumnReader> readers;  // by column, once one of them has been asked for
   RecordsetType type;
   bool shared;
+  std::uint64_t layout = 0;  // counts how often the columns became others
   platform::FileState opened;
   std::shared_ptr<std::uint64_t> writes;
 
-  RowNumbers rows;                  // of a query of aggregates one that means nothing
-  std::vector<unsigned char> kept;  // the bytes of all rows of a picture; else empty
-  int orderField = -1;              // whose numbers in them are known, and these
+  RowNumbers rows;                        // of a query of aggregates one that means nothing
+  std::vector<unsigned char> kept;        // the bytes of all rows of a picture, in file order; else empty
+  std::vector<std::uint32_t> keptPlaces;  // which of them each row is; empty where that is their own order
+  int orderField = -1;                    // whose numbers in them are known, and these
   std::vector<double> orderNumbers;
   std::vector<Value> aggregates;
   long index = 0;  // -1 before the first row, the number of rows behind the last
   long reached = 0;
   bool noMatch = false;
   bool currentDeleted = false;  // deleted here; leaves the rows at the next move
-  std::uint64_t serial;         // tells the bookmarks of one cursor from those of another
+  std::uint64_t serial = 0;     // tells the bookmarks of one cursor and file from those of another
 
   std::vector<unsigned char> record;  // of the current row
   bool recordRead = false;
@@ -98,10 +104,20 @@ struct Recordset::Implementation {
   void requireCurrent() const;
   static RunTimeFailure noCurrentRecord();
   const unsigned char* currentRecord();
-  const unsigned char* keptRecord(long position) const;
-  void visitKept(int first, const dbf::DigitsField& a, const dbf::DigitsField& b,
-                 const std::function<void(double, double)>& visit);
-  Value shownValue(const SqlColumn& shown, const unsigned char* bytes) const;
+  const unsigned char* shownRecord();
+  ColumnReader& reader(std::size_t number) {
+    if (readers.empty()) makeReaders();
+    return readers[number];
+  }
+  void makeReaders();
+  // Null where the rows are read from the file.
+  const unsigned char* keptRecord(long position) const {
+    if (kept.empty()) return nullptr;
+    const auto row = static_cast<std::size_t>(position);
+    const std::size_t place = keptPlaces.empty() ? row : keptPlaces[row];
+    return kept.data() + place * static_cast<std::size_t>(query->table().recordLength());
+  }
+  bool addKept(std::size_t number, std::vector<double>& numbers) const;
   std::optional<long> search(SqlFilter& filter);
   std::optional<long> searchFile(SqlFilter& filter);
   long positionOf(std::uint32_t number) const;

@@ -1,5 +1,6 @@
 // The columns of a cursor and the values in its rows.
 #include <algorithm>
+#include <span>
 
 #include "foundation/extract.h"
 #include "foundation/text.h"
@@ -27,12 +28,6 @@ std::size_t Recordset::Implementation::columnNumber(std::string_view name) const
   return static_cast<std::size_t>(found - columns.begin());
 }
 
-// Null where the rows are read from the file.
-const unsigned char* Recordset::Implementation::keptRecord(long position) const {
-  if (kept.empty()) return nullptr;
-  return kept.data() + static_cast<std::size_t>(position) * static_cast<std::size_t>(query->table().recordLength());
-}
-
 const unsigned char* Recordset::Implementation::currentRecord() {
   requireCurrent();
   if (const unsigned char* bytes = keptRecord(index)) return bytes;
@@ -48,71 +43,89 @@ const unsigned char* Recordset::Implementation::currentRecord() {
   return record.data();
 }
 
+// The row being added or edited, or else the current one.
+const unsigned char* Recordset::Implementation::shownRecord() {
+  return editing != Editing::none ? changed.data() : currentRecord();
+}
+
+void Recordset::Implementation::makeReaders() {
+  const std::size_t columns = query->columns().size();
+  readers.reserve(columns);
+  for (std::size_t number = 0; number < columns; ++number) readers.emplace_back(*query, number);
+}
+
 Value Recordset::Implementation::value(std::size_t number) {
-  const SqlColumn& shown = column(number);
-  const auto field = static_cast<std::size_t>(shown.field);
-  if (editing != Editing::none) return query->table().value(changed.data(), field);
-  if (query->aggregated()) {
-    requireCurrent();
-    return aggregates[number];
-  }
-  return shownValue(shown, currentRecord());
+  if (!query->aggregated()) return reader(number).value(shownRecord());
+  requireCurrent();
+  return aggregates[number];
 }
 
-Value Recordset::Implementation::shownValue(const SqlColumn& shown, const unsigned char* bytes) const {
-  if (shown.field >= 0) return query->table().value(bytes, static_cast<std::size_t>(shown.field));
-  RecordRow row(query->table());
-  row.show(bytes);
-  return evaluate(shown.expression, row);
+std::optional<double> Recordset::Implementation::numberOf(std::size_t number) {
+  if (!query->aggregated()) return reader(number).number(shownRecord());
+  requireCurrent();
+  const Value& value = aggregates[number];
+  return value.isNull() ? std::nullopt : std::optional(value.number());
 }
 
-Value Recordset::Implementation::valueAt(long position, std::size_t number) const {
+std::optional<std::string_view> Recordset::Implementation::textOf(std::size_t number) {
+  if (!query->aggregated()) return reader(number).text(shownRecord());
+  requireCurrent();
+  const Value& value = aggregates[number];
+  return value.isNull() ? std::nullopt : std::optional<std::string_view>(value.text());
+}
+
+Value Recordset::Implementation::valueAt(long position, std::size_t number) {
   if (position < 0 || position >= size()) throw noCurrentRecord();
   if (query->aggregated()) return aggregates[number];
-  if (const unsigned char* bytes = keptRecord(position)) return shownValue(column(number), bytes);
+  if (const unsigned char* bytes = keptRecord(position)) return reader(number).value(bytes);
   DbfFile& table = query->table();
   std::vector<unsigned char> bytes(static_cast<std::size_t>(table.recordLength()));
   const bool there = table.readRecord(rows[static_cast<std::size_t>(position)], bytes.data()) && bytes[0] != '*';
-  return there ? shownValue(column(number), bytes.data()) : Value();
+  return there ? reader(number).value(bytes.data()) : Value();
 }
 
-void Recordset::Implementation::visitKept(int first, const dbf::DigitsField& a, const dbf::DigitsField& b,
-                                          const std::function<void(double, double)>& visit) {
-  const auto length = static_cast<std::size_t>(query->table().recordLength());
-  const unsigned char* bytes = keptRecord(index);
-  reached = size();
-  std::vector<double> numbers(static_cast<std::size_t>(size() - index));
-  if (first == orderField && b.readEach(bytes, length, numbers)) {
-    for (const double number : numbers) {
-      visit(orderNumbers[static_cast<std::size_t>(index)], number);
-      ++index;
-    }
+// Adds a column's numbers in the rows from the current one on. False, and what was added is of no meaning, where that
+// cannot be had of the bytes of all of them.
+bool Recordset::Implementation::addKept(std::size_t number, std::vector<double>& numbers) const {
+  const int field = column(number).field;
+  if (kept.empty() || field < 0) return false;
+  if (field == orderField) {
+    numbers.insert(numbers.end(), orderNumbers.begin() + index, orderNumbers.end());
+    return true;
+  }
+  const DbfFile& table = query->table();
+  const auto digits = dbf::DigitsField::of(table.fields()[static_cast<std::size_t>(field)]);
+  if (!digits) return false;
+  const std::size_t former = numbers.size();
+  numbers.resize(former + rows.size() - static_cast<std::size_t>(index));
+  const std::span<double> added = std::span(numbers).subspan(former);
+  if (keptPlaces.empty()) {
+    return digits->readEach(keptRecord(index), static_cast<std::size_t>(table.recordLength()), added);
+  }
+  for (long row = index; row < size(); ++row) {
+    if (!digits->read(keptRecord(row), added[static_cast<std::size_t>(row - index)])) return false;
+  }
+  return true;
+}
+
+void Recordset::Implementation::addNumbers(std::size_t first, std::size_t second, NumberPairs& pairs) {
+  if (index < 0) throw noCurrentRecord();
+  if (!hasCurrent()) return;
+  const std::size_t former = pairs.firsts.size();
+  const bool hasRoom = rows.size() - static_cast<std::size_t>(index) <= pairs.most - std::min(pairs.most, former);
+  if (hasRoom && addKept(first, pairs.firsts) && addKept(second, pairs.seconds)) {
+    index = reached = size();
     return;
   }
-  for (; index < size(); ++index, bytes += length) {
-    double left = 0;
-    double right = 0;
-    if (a.read(bytes, left) && b.read(bytes, right)) visit(left, right);
-  }
-}
-
-void Recordset::Implementation::visitNumbers(std::size_t first, std::size_t second,
-                                             const std::function<void(double, double)>& visit) {
-  const auto digitsOf = [this](std::size_t number) {
-    const int field = column(number).field;
-    if (kept.empty() || field < 0) return std::optional<dbf::DigitsField>();
-    return dbf::DigitsField::of(query->table().fields()[static_cast<std::size_t>(field)]);
-  };
-  if (index < 0) throw noCurrentRecord();
-  const auto a = digitsOf(first);
-  const auto b = digitsOf(second);
-  if (a && b) {
-    return visitKept(column(first).field, *a, *b, visit);
-  }
-  for (; index < size(); moveNext()) {
+  pairs.firsts.resize(former);
+  pairs.seconds.resize(former);
+  for (; index < size() && pairs.firsts.size() < pairs.most; moveNext()) {
     const Value left = value(first);
     const Value right = value(second);
-    if (!left.isNull() && !right.isNull()) visit(left.asNumber(), right.asNumber());
+    if (left.isNull() || right.isNull()) continue;
+    const double number = left.asNumber();
+    pairs.seconds.push_back(right.asNumber());
+    pairs.firsts.push_back(number);
   }
 }
 

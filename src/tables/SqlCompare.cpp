@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
+#include <cstring>
 #include <tuple>
 
 #include "foundation/dateTime.h"
@@ -131,6 +133,12 @@ std::size_t characterLength(std::string_view text, std::size_t at) {
 }  // namespace
 
 std::string_view withoutPadding(std::string_view text) {
+  // A field is mostly wider than its text: eight at a time.
+  constexpr std::uint64_t blanks = ' ' * std::uint64_t{0x0101010101010101};
+  for (std::uint64_t last = 0; text.size() >= sizeof last; text.remove_suffix(sizeof last)) {
+    std::memcpy(&last, text.data() + text.size() - sizeof last, sizeof last);
+    if ((last & ~blanks) != 0) break;
+  }
   while (!text.empty() && (text.back() == ' ' || text.back() == '\0')) text.remove_suffix(1);
   return text;
 }

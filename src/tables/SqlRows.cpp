@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <functional>
-
-#include "foundation/utf8.h"
-#include "tables/SqlCompare.h"
+#include <numeric>
 
 namespace vantrelix {
 
@@ -17,28 +15,21 @@ std::vector<bool> directions(const std::vector<SqlOrder>& order) {
   return descending;
 }
 
-// Whether the bytes of a character field are its text as long as they are ASCII, and null where they are blank.
-bool saysByItsBytes(const DbfField& field, const std::vector<DbfField>& all) {
-  const auto isFlags = [](const DbfField& other) { return other.type == '0'; };
-  return field.type == 'C' && field.nullBit < 0 && field.lengthBit < 0 && std::none_of(all.begin(), all.end(), isFlags);
-}
-
 }  // namespace
 
 RowCollector::RowCollector(DbfFile& table, const std::vector<SqlOrder>& order, std::size_t mostKept)
-    : table_(table),
-      row_(table),
+    : row_(table),
       length_(static_cast<std::size_t>(table.recordLength())),
       mostKept_(mostKept),
       keys_(directions(order)) {
   rows_.kept = mostKept > 0;
   for (const SqlOrder& wanted : order) {
-    Term term{&wanted.expression, wanted.descending, -1, std::nullopt, nullptr};
+    Term term{&wanted.expression, wanted.descending, -1, std::nullopt, std::nullopt};
     if (wanted.expression.kind == SqlKind::field) {
       const DbfField& field = table.fields()[static_cast<std::size_t>(wanted.expression.field)];
       term.field = wanted.expression.field;
       term.digits = dbf::DigitsField::of(field);
-      if (saysByItsBytes(field, table.fields())) term.text = &field;
+      term.text = dbf::TextField::of(field, table.fields());
     }
     terms_.push_back(term);
   }
@@ -51,7 +42,8 @@ void RowCollector::reserve(std::size_t rows) {
 }
 
 void RowCollector::add(std::uint32_t first, const unsigned char* records, std::uint32_t count) {
-  for (std::uint32_t row = 0; row < count; ++row) rows_.numbers.push_back(first + row);
+  rows_.numbers.resize(rows_.numbers.size() + count);
+  std::iota(rows_.numbers.end() - count, rows_.numbers.end(), first);
   const unsigned char* const end = records + count * length_;
   if (rows_.kept && rows_.records.size() + count * length_ <= mostKept_) {
     rows_.records.insert(rows_.records.end(), records, end);
@@ -101,18 +93,10 @@ void RowCollector::addKey(const Term& term, const unsigned char* record) {
     double number = 0;
     return term.digits->read(record, number) ? keys_.addNumber(number) : keys_.addNull();
   }
-  if (term.text != nullptr) return addText(term, record);
+  std::string_view text;
+  if (term.text && term.text->read(record, text)) return text.empty() ? keys_.addNull() : keys_.addAscii(text);
   row_.show(record);
   keys_.add(evaluate(*term.expression, row_));
-}
-
-void RowCollector::addText(const Term& term, const unsigned char* record) {
-  std::string_view bytes(reinterpret_cast<const char*>(record) + term.text->offset,
-                         static_cast<std::size_t>(term.text->width));
-  bytes = withoutPadding(bytes.substr(0, bytes.find('\0')));
-  if (!isAscii(bytes)) return keys_.add(table_.value(record, static_cast<std::size_t>(term.expression->field)));
-  if (bytes.empty()) return keys_.addNull();
-  keys_.addAscii(bytes);
 }
 
 SqlRows RowCollector::take() {
@@ -120,14 +104,13 @@ SqlRows RowCollector::take() {
   if (rows_.kept) addKeysOfKept();
   if (keys_.inOrder()) return std::move(rows_);
   SqlRows sorted;
+  std::vector<std::uint32_t> places = keys_.order();
+  sorted.numbers.reserve(places.size());
+  for (const std::uint32_t place : places) sorted.numbers.push_back(rows_.numbers[place]);
   sorted.kept = rows_.kept;
-  sorted.numbers.reserve(rows_.numbers.size());
-  sorted.records.reserve(rows_.records.size());
-  for (const std::uint32_t place : keys_.order()) {
-    sorted.numbers.push_back(rows_.numbers[place]);
-    if (!sorted.kept) continue;
-    const auto record = rows_.records.begin() + static_cast<std::ptrdiff_t>(place * length_);
-    sorted.records.insert(sorted.records.end(), record, record + static_cast<std::ptrdiff_t>(length_));
+  if (sorted.kept) {
+    sorted.records = std::move(rows_.records);
+    sorted.places = std::move(places);
   }
   rows_ = {};
   return sorted;

@@ -10,13 +10,16 @@
 #include "tables/SqlSort.h"
 #include "tables/SqlTree.h"
 #include "tables/dbfNumber.h"
+#include "tables/dbfTextField.h"
 
 namespace vantrelix {
 
 struct SqlRows {
   std::vector<std::uint32_t> numbers;  // of the records
-  std::vector<unsigned char> records;  // theirs, one behind the other, where `kept`
+  std::vector<unsigned char> records;  // theirs, one behind the other in file order, where `kept`
   bool kept = false;
+  // Which of the records each row is, counted from 0; none where they stand in the rows' order.
+  std::vector<std::uint32_t> places;
   // Where they stood in the order of one number field already: its numbers.
   int numbersOf = -1;  // the field
   std::vector<double> orderNumbers;
@@ -42,7 +45,7 @@ class RowCollector {
     bool descending;
     int field = -1;
     std::optional<dbf::DigitsField> digits;
-    const DbfField* text = nullptr;
+    std::optional<dbf::TextField> text;
   };
 
   void keep(const unsigned char* record);
@@ -52,9 +55,7 @@ class RowCollector {
     for (const Term& term : terms_) addKey(term, record);
   }
   void addKey(const Term& term, const unsigned char* record);
-  void addText(const Term& term, const unsigned char* record);
 
-  DbfFile& table_;
   RecordRow row_;
   std::size_t length_;
   std::size_t mostKept_;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <numeric>
 
 #include "foundation/dateTime.h"
 #include "foundation/text.h"
@@ -12,10 +11,7 @@ namespace vantrelix {
 
 namespace {
 
-template <class T>
-int threeWay(const T& a, const T& b) {
-  return a < b ? -1 : (b < a ? 1 : 0);
-}
+constexpr std::size_t kWord = sizeof(std::uint64_t);
 
 // Whole numbers in the order of the numbers that they stand for.
 std::uint64_t orderedBits(double number) {
@@ -29,15 +25,6 @@ double secondsOf(const DateTime& d) {
   return static_cast<double>(daysFromCivil(d.year, d.month, d.day)) * 86400.0 + seconds;
 }
 
-// The first eight bytes, the first of them highest; what is missing counts as NUL.
-std::uint64_t headOf(std::string_view text) {
-  std::uint64_t head = 0;
-  for (std::size_t i = 0; i < 8; ++i) head = head << 8 | (i < text.size() ? static_cast<unsigned char>(text[i]) : 0U);
-  return head;
-}
-
-char asciiUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
 }  // namespace
 
 void SortKeys::reserve(std::size_t rows) {
@@ -50,9 +37,11 @@ void SortKeys::add(const Value& value) {
   if (value.isDate()) return addKey(date, orderedBits(secondsOf(value.date())));
   if (!value.isText()) return addNumber(value.asNumber());
   const std::string_view plain = withoutPadding(value.text());
+  const std::string folded = upperCase(plain);
   const std::size_t at = texts_.size();
-  texts_.append(upperCase(plain)).append(plain);
-  addText(at, plain.size());
+  texts_.append(folded).append(plain);
+  addText(
+      {at, at + folded.size(), static_cast<std::uint32_t>(folded.size()), static_cast<std::uint32_t>(plain.size())});
 }
 
 void SortKeys::addNumber(double value) { addKey(number, orderedBits(value)); }
@@ -60,54 +49,93 @@ void SortKeys::addNumber(double value) { addKey(number, orderedBits(value)); }
 void SortKeys::addAscii(std::string_view plain) {
   plain = withoutPadding(plain);
   const std::size_t at = texts_.size();
-  texts_.append(plain).append(plain);
-  std::transform(plain.begin(), plain.end(), texts_.begin() + static_cast<std::ptrdiff_t>(at), asciiUpper);
-  addText(at, plain.size());
+  const auto size = static_cast<std::uint32_t>(plain.size());
+  texts_.append(plain);
+  addText({at, at, size, size});
 }
 
-// `plain` bytes at the end of the texts are the text, what stands before them from `at` on is its folded form.
-void SortKeys::addText(std::size_t at, std::size_t plain) {
-  const Place place{at, static_cast<std::uint32_t>(texts_.size() - at - plain), static_cast<std::uint32_t>(plain)};
-  addKey(text, headOf(foldedOf(place)));
-  places_.resize(ranks_.size());
-  places_.back() = place;
+void SortKeys::addText(const Texts& key) {
+  addKey(text, upperWord(wordOfText(foldedOf(key), 0)));
+  if (keys_.capacity() == 0) keys_.reserve(ranks_.capacity());
+  keys_.resize(ranks_.size());
+  keys_.back() = key;
 }
 
-int SortKeys::compareKeys(std::size_t a, std::size_t b) const {
-  if (ranks_[a] != ranks_[b]) return threeWay(ranks_[a], ranks_[b]);
-  if (heads_[a] != heads_[b]) return threeWay(heads_[a], heads_[b]);
-  return ranks_[a] == text ? compareTexts(places_[a], places_[b]) : 0;
+std::uint64_t SortKeys::wordOf(std::size_t key, const Stage& stage) const {
+  if (stage.part == Part::rank) return ranks_[key];
+  if (stage.part == Part::plain) return wordOfText(plainOf(keys_[key]), stage.at);
+  return stage.at == 0 ? heads_[key] : upperWord(wordOfText(foldedOf(keys_[key]), stage.at));
 }
 
-int SortKeys::compareTexts(const Place& a, const Place& b) const {
-  const int folded = threeWay(foldedOf(a), foldedOf(b));
-  return folded != 0 ? folded : threeWay(plainOf(a), plainOf(b));
+// Whether a word that is equal leaves nothing of the stage's part to be looked at.
+bool SortKeys::endsAt(std::size_t key, const Stage& stage) const {
+  if (ranks_[key] != text) return true;
+  return (stage.part == Part::folded ? keys_[key].folded : keys_[key].plain) <= stage.at + kWord;
+}
+
+// To what tells rows apart whose words are equal up to this stage. False where there is nothing. No text ends with a
+// NUL, so that one is at its end in a word or differs from a longer one.
+bool SortKeys::advance(Stage& stage, std::span<const PlacedWord> equal) const {
+  const Rank rank = ranks_[keyOf(equal.front().place, stage)];
+  if (stage.part == Part::rank && rank != null) {
+    stage.part = Part::folded;
+    return true;
+  }
+  const auto ends = [&](const PlacedWord& row) { return endsAt(keyOf(row.place, stage), stage); };
+  if (stage.part != Part::rank && !std::all_of(equal.begin(), equal.end(), ends)) {
+    stage.at += kWord;
+    return true;
+  }
+  if (stage.part == Part::folded && rank == text) {
+    stage = {stage.term, Part::plain, 0};
+    return true;
+  }
+  stage = {stage.term + 1, Part::rank, 0};
+  return stage.term < terms();
 }
 
 int SortKeys::compareRows(std::size_t a, std::size_t b) const {
-  for (std::size_t term = 0; term < terms(); ++term) {
-    const int result = compareKeys(a * terms() + term, b * terms() + term);
-    if (result != 0) return descending_[term] ? -result : result;
-  }
+  const PlacedWord pair[] = {{0, static_cast<std::uint32_t>(a)}, {0, static_cast<std::uint32_t>(b)}};
+  Stage stage;
+  do {
+    const std::uint64_t left = wordOf(keyOf(a, stage), stage);
+    const std::uint64_t right = wordOf(keyOf(b, stage), stage);
+    if (left != right) return (left < right) != descending_[stage.term] ? -1 : 1;
+  } while (advance(stage, pair));
   return 0;
 }
 
 bool SortKeys::inOrder() const {
-  const std::size_t rows = terms() == 0 ? 0 : ranks_.size() / terms();
-  for (std::size_t row = 1; row < rows; ++row) {
+  for (std::size_t row = 1; row < rows(); ++row) {
     if (compareRows(row - 1, row) > 0) return false;
   }
   return true;
 }
 
-// The place decides between equal rows, so that the sort itself need not keep their order.
+// What rows have in common is looked at once: they are sorted by one word of their keys, and those in which it is equal
+// by the next.
 std::vector<std::uint32_t> SortKeys::order() const {
-  std::vector<std::uint32_t> places(terms() == 0 ? 0 : ranks_.size() / terms());
-  std::iota(places.begin(), places.end(), std::uint32_t{0});
-  std::sort(places.begin(), places.end(), [this](std::uint32_t a, std::uint32_t b) {
-    const int result = compareRows(a, b);
-    return result != 0 ? result < 0 : a < b;
-  });
+  std::vector<PlacedWord> sorted(rows());
+  for (std::size_t row = 0; row < sorted.size(); ++row) sorted[row].place = static_cast<std::uint32_t>(row);
+  std::vector<PlacedWord> room;
+  std::vector<Range> open;
+  if (!sorted.empty()) open.push_back({0, sorted.size(), {}});
+  while (!open.empty()) {
+    const Range range = open.back();
+    open.pop_back();
+    const std::uint64_t turned = descending_[range.stage.term] ? ~std::uint64_t{0} : 0;
+    const std::span<PlacedWord> part(sorted.data() + range.begin, range.end - range.begin);
+    for (PlacedWord& row : part) row.word = wordOf(keyOf(row.place, range.stage), range.stage) ^ turned;
+    sortByWord(part, room);
+    for (std::size_t begin = range.begin, end = begin; begin < range.end; begin = end) {
+      while (end < range.end && sorted[end].word == sorted[begin].word) ++end;
+      Stage next = range.stage;
+      if (end - begin > 1 && advance(next, {sorted.data() + begin, end - begin})) open.push_back({begin, end, next});
+    }
+  }
+  std::vector<std::uint32_t> places;
+  places.reserve(sorted.size());
+  for (const PlacedWord& row : sorted) places.push_back(row.place);
   return places;
 }
 

@@ -5,11 +5,13 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "foundation/Value.h"
+#include "tables/placedWords.h"
 
 namespace vantrelix {
 
@@ -34,34 +36,51 @@ class SortKeys {
  private:
   enum Rank : std::uint8_t { null, number, date, text };
 
-  // Where a text stands in `texts_`: folded, and behind that as it is.
-  struct Place {
-    std::size_t at = 0;
+  // A text as it is and as it is compared first; both may stand at one place of `texts_`, since the letters of ASCII
+  // are folded when they are compared.
+  struct Texts {
+    std::size_t foldedAt = 0;
+    std::size_t plainAt = 0;
     std::uint32_t folded = 0;  // bytes
     std::uint32_t plain = 0;
   };
 
+  // What tells rows apart is looked at a word at a time: of each term the rank, then the number or the folded text,
+  // then the text as it is.
+  enum class Part : std::uint8_t { rank, folded, plain };
+  struct Stage {
+    std::size_t term = 0;
+    Part part = Part::rank;
+    std::size_t at = 0;  // bytes of a text that are equal
+  };
+  struct Range {
+    std::size_t begin;
+    std::size_t end;
+    Stage stage;
+  };
+
   std::size_t terms() const { return descending_.size(); }
-  std::string_view foldedOf(const Place& place) const {
-    return std::string_view(texts_).substr(place.at, place.folded);
+  std::size_t rows() const { return terms() == 0 ? 0 : ranks_.size() / terms(); }
+  std::size_t keyOf(std::size_t row, const Stage& stage) const { return row * terms() + stage.term; }
+  std::string_view foldedOf(const Texts& key) const {
+    return std::string_view(texts_).substr(key.foldedAt, key.folded);
   }
-  std::string_view plainOf(const Place& place) const {
-    return std::string_view(texts_).substr(place.at + place.folded, place.plain);
-  }
+  std::string_view plainOf(const Texts& key) const { return std::string_view(texts_).substr(key.plainAt, key.plain); }
   void addKey(Rank rank, std::uint64_t head) {
     ranks_.push_back(rank);
     heads_.push_back(head);
   }
-  void addText(std::size_t at, std::size_t plain);
-  int compareKeys(std::size_t a, std::size_t b) const;
-  int compareTexts(const Place& a, const Place& b) const;
+  void addText(const Texts& key);
+  std::uint64_t wordOf(std::size_t key, const Stage& stage) const;
+  bool endsAt(std::size_t key, const Stage& stage) const;
+  bool advance(Stage& stage, std::span<const PlacedWord> equal) const;
   int compareRows(std::size_t a, std::size_t b) const;
 
   std::vector<bool> descending_;
   // By key.
   std::vector<Rank> ranks_;
-  std::vector<std::uint64_t> heads_;  // they order most keys of a rank; texts that are equal in it may differ
-  std::vector<Place> places_;         // of the texts, up to the last of them
+  std::vector<std::uint64_t> heads_;  // the number, the date or the first word of the folded text
+  std::vector<Texts> keys_;           // of the texts, up to the last of them
   std::string texts_;
 };
 

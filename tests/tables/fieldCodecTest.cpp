@@ -5,6 +5,7 @@
 #include "tables/DbfBytes.h"
 #include "tables/dbfNumber.h"
 #include "tables/fieldCodec.h"
+#include "tables/numberDigits.h"
 
 namespace vantrelix {
 namespace {

@@ -1,6 +1,5 @@
 #include "antenna/getAntArrayDB.h"
 
-#include <algorithm>
 #include <limits>
 
 #include "antenna/convertGain.h"
@@ -12,7 +11,8 @@
 #include "foundation/numbers.h"
 #include "foundation/procedures.h"
 #include "foundation/text.h"
-#include "tables/Database.h"
+#include "platform/Platform.h"
+#include "tables/KeyedRows.h"
 
 namespace vantrelix {
 
@@ -20,6 +20,7 @@ namespace {
 
 constexpr const char* kWillNotBeUsed = "The antenna specified for this task will not be used.";
 constexpr const char* kNoDescription = "[NO DESCRIPTION]";
+constexpr const char* kKeyField = "ATYPE_ID";
 constexpr std::size_t kMostPoints = std::numeric_limits<std::int16_t>::max();
 
 // The arguments of one call. All are the caller's own variables and are used in the order told, so that a caller that
@@ -72,24 +73,19 @@ void setDefaults(Call& call) {
   for (std::vector<double>* array : {&call.HorAz, &call.HorField, &call.VerAngle, &call.VerField}) array->assign(1, 0);
 }
 
-std::string libraryPath(const Call& call) { return setPathName(call.Path, trim(call.Library) + ".DBF"); }
-
-bool libraryExists(Call& call, const std::string& folder) {
-  SetFlag(1200);
-  if (tableFileExists(setPathName(folder, trim(call.Library) + ".DBF"))) return true;
-  SetFlag(1300);
-  call.ErrorText =
-      "The specified antenna data base was not found:" + std::string(kLineBreak) + displayPath(libraryPath(call));
-  tell(call, "Antenna Data Base Error 2", call.ErrorText + kBlankLine + kWillNotBeUsed);
-  return false;
+std::string libraryPath(const Call& call, const std::string& folder) {
+  return setPathName(folder, trim(call.Library) + ".DBF");
 }
 
-// An ID may be any text: a quote within it stands doubled in the query.
-RecordsetPtr openRows(Database& database, const Call& call, const std::string& folder, const std::string& table,
-                      const std::string& order) {
-  return database.OpenRecordset("Select * from " + TableTokenFromParts(folder, table, ".DBF") + " WHERE ATYPE_ID = '" +
-                                    replaceAll(call.AntID, "'", "''") + "'" + order,
-                                RecordsetType::snapshot);
+bool libraryExists(Call& call) {
+  SetFlag(1200);
+  // The path mostly is the folder itself.
+  const std::string path = libraryPath(call, call.Path);
+  if (platform::current().fileExists(path) || tableFileExists(libraryPath(call, tableFolder(call.Path)))) return true;
+  SetFlag(1300);
+  call.ErrorText = "The specified antenna data base was not found:" + std::string(kLineBreak) + displayPath(path);
+  tell(call, "Antenna Data Base Error 2", call.ErrorText + kBlankLine + kWillNotBeUsed);
+  return false;
 }
 
 void tellNotFound(Call& call) {
@@ -101,10 +97,11 @@ void tellNotFound(Call& call) {
 }
 
 std::string trimmedOr(const Value& value, const char* fallback) {
-  return value.isNull() || getLenTrim(value.asText()) == 0 ? fallback : trim(value.asText());
+  std::string text = value.isNull() ? "" : trim(value.asText());
+  return text.empty() ? fallback : text;
 }
 
-void readMaster(Call& call, Recordset& rows) {
+void readMaster(Call& call, KeyedRows& rows) {
   SetFlag(2000);
   call.Gain = rows.value("GAIN").asNumber();
   SetFlag(2100);
@@ -134,71 +131,60 @@ struct CutOnTheWay {
 // comes to the caller too.
 class Points {
  public:
-  Points(CutOnTheWay& cut, std::size_t expected) : cut_(cut) {
-    angles_.reserve(expected);
-    values_.reserve(expected);
-  }
+  explicit Points(CutOnTheWay& cut) : cut_(cut) { pairs_.most = kMostPoints + 1; }
   ~Points() {
-    cut_.count = static_cast<std::int16_t>(angles_.size());
-    if (angles_.empty()) return;
-    cut_.angles = std::move(angles_);
-    cut_.values = std::move(values_);
+    cut_.count = static_cast<std::int16_t>(pairs_.firsts.size());
+    if (pairs_.firsts.empty()) return;
+    cut_.angles = std::move(pairs_.firsts);
+    cut_.values = std::move(pairs_.seconds);
   }
   Points(const Points&) = delete;
   Points& operator=(const Points&) = delete;
 
-  void add(double angle, double value) {
-    if (angles_.size() == kMostPoints) {
-      throw RunTimeFailure(failure::overflow, "Overflow: a pattern of more than 32767 points cannot be read");
-    }
-    angles_.push_back(angle);
-    values_.push_back(value);
+  void read(KeyedRows& rows) {
+    rows.addNumbers(cut_.angleField, cut_.valueField, pairs_);
+    if (pairs_.firsts.size() <= kMostPoints) return;
+    pairs_.firsts.pop_back();
+    pairs_.seconds.pop_back();
+    throw RunTimeFailure(failure::overflow, "Overflow: a pattern of more than 32767 points cannot be read");
   }
 
  private:
   CutOnTheWay& cut_;
-  std::vector<double> angles_;
-  std::vector<double> values_;
+  NumberPairs pairs_;
 };
 
-void readRows(CutOnTheWay& cut, Recordset& rows) {
-  Points points(cut, std::min<std::size_t>(static_cast<std::size_t>(rows.rowCount()), kMostPoints));
-  rows.visitNumbers(rows.Fields(cut.angleField), rows.Fields(cut.valueField),
-                    [&points](double angle, double value) { points.add(angle, value); });
-}
-
-void readCut(const Call& call, Database& database, const std::string& folder, CutOnTheWay cut) {
+void readCut(const Call& call, Database& database, CutOnTheWay cut) {
   SetFlag(cut.flag);
   const std::string table = partnerTable(call.Library, cut.prefix);
   SetFlag(cut.flag + 100);
-  const RecordsetPtr rows = openRows(database, call, folder, table, std::string(" ORDER BY ") + cut.angleField);
+  KeyedRows rows(database, {table, kKeyField, call.AntID, cut.angleField});
   SetFlag(cut.flag + 200);
-  if (rows->RecordCount() > 0) {
+  if (!rows.empty()) {
     SetFlag(cut.flag + 300);
-    rows->MoveFirst();
     cut.count = 0;
     SetFlag(cut.flag + 400);
-    readRows(cut, *rows);
+    Points(cut).read(rows);
   }
   SetFlag(cut.flag + 600);
-  rows->Close();
+  rows.close();
 }
 
-Outcome readTables(Call& call, const std::string& folder) {
+Outcome readTables(Call& call) {
   SetFlag(1400);
   const DatabasePtr database = DBEngine::OpenDatabase(call.Path, false, false, "FoxPro 2.6");
   SetFlag(1500);
-  const RecordsetPtr master = openRows(*database, call, folder, call.Library, "");
+  KeyedRows master(*database, {call.Library, kKeyField, call.AntID, ""});
   SetFlag(1600);
-  if (master->RecordCount() == 0) {
+  if (master.empty()) {
     tellNotFound(call);
     return Outcome::noAntenna;
   }
-  readMaster(call, *master);
-  readCut(call, *database, folder, {"AHD", "HOR_AZ", "HOR_FIELD", call.nHor, call.HorAz, call.HorField, 2600});
-  readCut(call, *database, folder, {"AVD", "VERT_ANGLE", "VERT_FIELD", call.nVer, call.VerAngle, call.VerField, 3500});
+  readMaster(call, master);
+  readCut(call, *database, {"AHD", "HOR_AZ", "HOR_FIELD", call.nHor, call.HorAz, call.HorField, 2600});
+  readCut(call, *database, {"AVD", "VERT_ANGLE", "VERT_FIELD", call.nVer, call.VerAngle, call.VerField, 3500});
   SetFlag(4300);
-  master->Close();
+  master.close();
   database->Close();
   return Outcome::fine;
 }
@@ -260,9 +246,8 @@ void giveNoAntenna(Call& call) {
 Outcome readCall(Call& call) {
   SetFlag(1100);
   if (getLenTrim(call.Library) == 0 || getLenTrim(call.AntID) == 0) return Outcome::noAntenna;
-  const std::string folder = tableFolder(call.Path);
-  if (!libraryExists(call, folder)) return Outcome::noAntenna;
-  const Outcome read = readTables(call, folder);
+  if (!libraryExists(call)) return Outcome::noAntenna;
+  const Outcome read = readTables(call);
   return read == Outcome::fine ? convertAntenna(call) : read;
 }
 

@@ -1,5 +1,7 @@
 #include "tables/Database.h"
 
+#include <algorithm>
+
 #include "foundation/extract.h"
 #include "foundation/text.h"
 #include "tables/RecordsetState.h"
@@ -16,7 +18,8 @@ constexpr std::string_view kExtension = ".DBF";
 constexpr std::string_view kSlashes = "\\/";
 
 std::string namedPath(const std::string& folder, const std::string& name) {
-  if (trim(name).empty() || name.find_first_of(kSlashes) != std::string::npos || name.find('\0') != std::string::npos) {
+  const auto cannotBe = [](char c) { return c == '\\' || c == '/' || c == '\0'; };
+  if (getLenTrim(name) == 0 || std::any_of(name.begin(), name.end(), cannotBe)) {
     throw RunTimeFailure(failure::noSuchTable, "'" + name + "' cannot be the name of a table in '" +
                                                    displayPath(folder) + "'. Name a file of that folder.");
   }
@@ -93,6 +96,7 @@ std::string baseName(std::string_view path) {
 // find an empty table for a moment.
 class MomentaryFile {
  public:
+  // The path outlives this.
   explicit MomentaryFile(const std::string& path) : path_(path) {
     platform::Platform& system = platform::current();
     if (!system.shortName(parentFolder(path)) || system.fileExists(system.findIgnoringCase(path))) return;
@@ -117,7 +121,7 @@ class MomentaryFile {
   MomentaryFile& operator=(const MomentaryFile&) = delete;
 
  private:
-  std::string path_;
+  const std::string& path_;
   bool made_ = false;
 };
 
@@ -151,6 +155,11 @@ RecordsetPtr Database::OpenRecordset(std::string_view sql, RecordsetType type, i
   auto state = std::make_unique<Recordset::Implementation>(std::move(select), std::move(opener), type,
                                                            sharing == Sharing::shared);
   return std::make_shared<Recordset>(std::move(state));
+}
+
+std::shared_ptr<DbfFile> Database::openToRead(const std::string& name) const {
+  requireOpen();
+  return openTable(folder(), name, true, sharingOf(opening_.exclusive, 0));
 }
 
 long Database::Execute(std::string_view sql) {
@@ -203,7 +212,8 @@ std::string getShortName(const std::string& path) { return platform::current().s
 
 std::string TableToken(const std::string& path) {
   const MomentaryFile momentary(path);
-  return "[" + baseName(getShortName(path)) + "]";
+  const std::optional<std::string> shortName = platform::current().shortName(path);
+  return "[" + baseName(shortName ? *shortName : path) + "]";
 }
 
 std::string TableTokenFromParts(const std::string& folder, const std::string& base, const std::string& extension) {

@@ -57,6 +57,9 @@ class Database {
 
  private:
   friend class DBEngine;
+  friend class KeyedRows;
+  // The table as a cursor that only reads opens it.
+  std::shared_ptr<DbfFile> openToRead(const std::string& name) const;
   void requireOpen() const;
   void requireWritable() const;
 

@@ -6,6 +6,7 @@
 #include "foundation/errHand.h"
 #include "foundation/extract.h"
 #include "foundation/text.h"
+#include "foundation/utf8.h"
 #include "tables/DbfFileState.h"
 #include "tables/dbfOpening.h"
 #include "tables/knownHeaders.h"
@@ -69,24 +70,29 @@ std::shared_ptr<DbfFile> DbfFile::open(const std::string& path, bool readOnly, S
   table->path_ = path;
   inside.sharing = sharing;
   try {
-    inside.file = dbf::openHeld(path, sharing, readOnly);
+    inside.take(dbf::openHeld(path, sharing, readOnly));
   } catch (const RunTimeFailure& cause) {
     // Most tables stand at the very path; looking for the others before every opening would cost more than this.
     if (cause.number() != failure::noSuchTable) throw;
     table->path_ = platform::current().findIgnoringCase(path);
     if (table->path_ == path) throw;
-    inside.file = dbf::openHeld(table->path_, sharing, readOnly);
+    inside.take(dbf::openHeld(table->path_, sharing, readOnly));
   }
   table->readOnly_ = readOnly;
   inside.context.displayName = displayPath(table->path_);
-  inside.rest.emplace(*inside.file);
   inside.readHeader();
   table->takeHeader();
   return table;
 }
 
+void DbfFile::Implementation::take(dbf::HeldFile found) {
+  file = std::move(found.file);
+  opened = found.state;
+  rest.emplace(*file);
+}
+
 void DbfFile::Implementation::readHeader() {
-  const std::optional<platform::FileState> state = rest->look();
+  const std::optional<platform::FileState> state = rest->look(opened);
   std::optional<dbf::Header> known = state ? dbf::knownHeader(*state) : std::nullopt;
   header = known ? std::move(*known) : dbf::readHeader(*file, context.displayName);
   if (!state || (!known && !rest->isUnchanged())) return;
@@ -103,7 +109,9 @@ void DbfFile::takeHeader() {
   fields_ = header.fields;
   if (header.nullFlags >= 0)
     inside.context.nullFlagsOffset = fields_[static_cast<std::size_t>(header.nullFlags)].offset;
-  for (DbfField& field : fields_) field.name = inside.context.text.decode(field.name);
+  for (DbfField& field : fields_) {
+    if (!isAscii(field.name)) field.name = inside.context.text.decode(field.name);
+  }
   codePage_ = inside.context.text.page();
   version_ = header.version;
   recordLength_ = static_cast<int>(header.recordLength);
@@ -111,11 +119,23 @@ void DbfFile::takeHeader() {
 
 bool DbfFile::hasStructuralIndex() const { return implementation_->header.structuralIndex; }
 
+const platform::FileState& DbfFile::openedState() const { return implementation_->opened; }
+
+std::optional<DbfFile::Rest> DbfFile::lastRest() const {
+  const Implementation& inside = *implementation_;
+  if (!inside.rest->isKnown() || !inside.countedAtRest) return std::nullopt;
+  return Rest{*inside.rest->last(), inside.knownCount};
+}
+
+bool DbfFile::rests() const { return implementation_->rest->isUnchanged(); }
+
 bool DbfFile::hasOwnClock() const { return implementation_->file->hasOwnClock(); }
 
 int DbfFile::fieldIndex(std::string_view name) const {
   for (std::size_t i = 0; i < fields_.size(); ++i) {
-    if (!fields_[i].system && equalIgnoringCase(fields_[i].name, name)) return static_cast<int>(i);
+    const DbfField& field = fields_[i];
+    if (field.name.size() != name.size() || field.system) continue;
+    if (equalIgnoringCase(field.name, name)) return static_cast<int>(i);
   }
   return -1;
 }

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,6 +51,18 @@ using RecordVisitor = std::function<bool(std::uint32_t number, const unsigned ch
 // The same for `count` records from `first` on, which stand behind one another.
 using BlockVisitor = std::function<bool(std::uint32_t first, const unsigned char* bytes, std::uint32_t count)>;
 
+// A block of such records, for work in two steps (scanParts).
+struct RowBlock {
+  std::uint32_t first = 0;
+  const unsigned char* bytes = nullptr;
+  std::uint32_t count = 0;
+  std::size_t part = 0;  // below DbfFile::kScanParts: no other block has it until this one is joined
+};
+// The first step, which may be made in another thread and for more than one block at a time; and the second one, in
+// file order. Gives false to stop.
+using BlockLook = std::function<void(const RowBlock& rows)>;
+using BlockJoin = std::function<bool(const RowBlock& rows)>;
+
 class DbfFile {
  public:
   // Opens the table that stands at the path. 3011 no such file, 3051 cannot be opened or held exclusively by another,
@@ -81,6 +94,17 @@ class DbfFile {
 
   // The state of the open file, whatever stands at its path meanwhile.
   platform::FileState state() const;
+  // The one in which its opening found it.
+  const platform::FileState& openedState() const;
+  // The state at rest in which it was last seen, and its records then (restingFile.h). Nothing is asked of the system:
+  // what counts of it shows behind the next read of records, which ends it where the file has changed meanwhile.
+  struct Rest {
+    platform::FileState state;
+    std::uint32_t records = 0;
+  };
+  std::optional<Rest> lastRest() const;
+  // Whether it is in that state still.
+  bool rests() const;
   // Whether this machine's clock gives the file its times (platform::File::hasOwnClock).
   bool hasOwnClock() const;
 
@@ -94,6 +118,10 @@ class DbfFile {
   bool scan(const RecordVisitor& visit, std::uint32_t first = 0, std::uint32_t count = UINT32_MAX);
   // The same, a read at a time.
   bool scanBlocks(const BlockVisitor& visit, std::uint32_t first = 0, std::uint32_t count = UINT32_MAX);
+  // The same, each block looked at before it is joined; scanInParts.h tells what a look may do.
+  static constexpr std::size_t kScanParts = 4;
+  bool scanParts(const BlockLook& look, const BlockJoin& join, std::uint32_t first = 0,
+                 std::uint32_t count = UINT32_MAX);
 
   // A field's value in a record. A character field keeps its trailing blanks; blank is null, but where the table has
   // null flags, which then decide. A number field that is blank or holds no number is null. Memo texts come from the

@@ -13,6 +13,7 @@
 #include "tables/MemoFile.h"
 #include "tables/dbfHeader.h"
 #include "tables/dbfLocks.h"
+#include "tables/dbfOpening.h"
 #include "tables/fieldCodec.h"
 #include "tables/restingFile.h"
 
@@ -20,6 +21,7 @@ namespace vantrelix {
 
 struct DbfFile::Implementation {
   std::unique_ptr<platform::File> file;
+  platform::FileState opened;
   std::optional<dbf::RestingFile> rest;
   bool countedAtRest = false;  // knownCount is that of the state at rest
   dbf::Header header;
@@ -55,6 +57,7 @@ struct DbfFile::Implementation {
   void lockWriting(std::optional<dbf::HeldLock>& lock) const;
   void lockRecord(std::optional<dbf::HeldLock>& lock, std::uint32_t number) const;
   void requireStanding(const std::string& path);
+  void take(dbf::HeldFile found);
   void readHeader();
   std::uint32_t countRows(std::uint64_t fileSize);
   bool countAtRest();
@@ -69,7 +72,8 @@ struct DbfFile::Implementation {
 
   struct Rows;
   std::uint32_t readRows(const Rows& rows, std::int64_t& patience);
-  std::uint32_t scanAhead(const BlockVisitor& visit, std::uint32_t first, std::uint32_t end, bool& goesOn);
+  std::uint32_t scanAtRest(const BlockLook& look, const BlockJoin& join, std::uint32_t first, std::uint32_t end,
+                           bool& goesOn);
   std::uint32_t readUnlocked(const Rows& rows);
   std::uint32_t readAgreeing(const Rows& rows);
   std::uint32_t readInParts(const Rows& rows, std::uint32_t cut, std::int64_t& patience);

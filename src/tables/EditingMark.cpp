@@ -19,7 +19,7 @@ struct EditingMark::Held {
 EditingMark::EditingMark(const std::string& path) {
   const std::string found = platform::current().findIgnoringCase(path);
   bool readOnly = false;
-  held_ = std::make_unique<Held>(dbf::openHeld(found, Sharing::shared, readOnly), found);
+  held_ = std::make_unique<Held>(dbf::openHeld(found, Sharing::shared, readOnly).file, found);
 }
 
 EditingMark::~EditingMark() = default;

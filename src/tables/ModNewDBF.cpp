@@ -113,7 +113,7 @@ void setHeader(const std::string& tableType, const std::string& path) {
   SetFlag(300);
   // Whoever has it open would go on adding rows of the former length.
   bool readOnly = false;
-  const auto file = dbf::openHeld(path, Sharing::exclusive, readOnly);
+  const auto file = dbf::openHeld(path, Sharing::exclusive, readOnly).file;
   std::vector<unsigned char> header = readHeader(*file, path, rows);
   SetFlag(400);
   setFields(header, rows, path);

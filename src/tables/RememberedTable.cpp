@@ -45,6 +45,13 @@ Known* findKnown(const FileState& file) {
   return found == knownFiles().end() ? nullptr : &found->second;
 }
 
+std::shared_ptr<RowNotes> notesIn(const FileState& state, const std::string& name) {
+  const Known* const known = findKnown(state);
+  if (known == nullptr || known->state != state) return nullptr;
+  const auto found = known->notes.find(name);
+  return found == known->notes.end() ? nullptr : found->second;
+}
+
 void forgetOldest(std::map<FileNumber, Known>& files) {
   if (files.size() <= kMostFiles) return;
   files.erase(std::min_element(files.begin(), files.end(),
@@ -117,7 +124,7 @@ std::optional<FileState> giveOwnTime(platform::File& file, const FileState& befo
 
 }  // namespace
 
-TableLook::TableLook(const DbfFile& table) : table_(table), state_(table.state()) { knownOf(state_); }
+TableLook::TableLook(const DbfFile& table, const FileState& state) : table_(table), state_(state) { knownOf(state_); }
 
 bool TableLook::canBeTrusted() const { return untilTrusted() == 0; }
 
@@ -130,12 +137,7 @@ std::optional<int> TableLook::untilTrusted() const {
   return static_cast<int>(left);
 }
 
-std::shared_ptr<RowNotes> TableLook::notes(const std::string& name) const {
-  const Known* const known = findKnown(state_);
-  if (known == nullptr || known->state != state_) return nullptr;
-  const auto found = known->notes.find(name);
-  return found == known->notes.end() ? nullptr : found->second;
-}
+std::shared_ptr<RowNotes> TableLook::notes(const std::string& name) const { return notesIn(state_, name); }
 
 void TableLook::keep(const std::string& name, std::shared_ptr<RowNotes> notes) const {
   Known* const known = findKnown(state_);
@@ -144,6 +146,11 @@ void TableLook::keep(const std::string& name, std::shared_ptr<RowNotes> notes) c
 
 void TableLook::askForTrust() const {
   if (Known* const known = findKnown(state_)) known->asked = true;
+}
+
+std::shared_ptr<RowNotes> notesOf(const FileState& state, const std::string& name) {
+  forgetAllWhereClockWentBack();
+  return notesIn(state, name);
 }
 
 bool hasNotes(const FileState& file) {

@@ -38,7 +38,9 @@ class RowNotes {
 // A look at a table as its file stands now.
 class TableLook {
  public:
-  explicit TableLook(const DbfFile& table);
+  explicit TableLook(const DbfFile& table) : TableLook(table, table.state()) {}
+  // Of a state that the file has been found in.
+  TableLook(const DbfFile& table, const platform::FileState& state);
 
   const platform::FileState& state() const { return state_; }
   // Whether every change of the file from now on will show in its state: what is read behind this may be kept.
@@ -56,6 +58,9 @@ class TableLook {
   const DbfFile& table_;
   platform::FileState state_;
 };
+
+// What is remembered under that name of a file in that state, be it its own still or not; null where nothing is.
+std::shared_ptr<RowNotes> notesOf(const platform::FileState& state, const std::string& name);
 
 // Whether a write to that file has notes to carry over, so that it should keep all others from writing meanwhile.
 bool hasNotes(const platform::FileState& file);

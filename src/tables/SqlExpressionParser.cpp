@@ -47,16 +47,17 @@ constexpr std::array<ComparisonRow, 6> kComparisons = {{
 
 bool isKeyword(std::string_view word) {
   return std::any_of(kKeywords.begin(), kKeywords.end(),
-                     [&](std::string_view keyword) { return equalIgnoringCase(keyword, word); });
+                     [&](std::string_view keyword) { return isSameWord(keyword, word); });
 }
 
-// A new node around one that stands at the same place.
-SqlExpression wrap(SqlKind kind, SqlExpression first) {
+// Puts a new node around one, at the same place, with room for a second argument.
+void wrap(SqlKind kind, SqlExpression& first) {
   SqlExpression result;
   result.kind = kind;
   result.position = first.position;
+  result.arguments.reserve(2);
   result.arguments.push_back(std::move(first));
-  return result;
+  first = std::move(result);
 }
 
 }  // namespace
@@ -89,7 +90,7 @@ void SqlExpressionParser::fail(std::string_view what) const {
 
 void SqlExpressionParser::expectEnd() const {
   if (token().kind == SqlTokenKind::end) return;
-  const bool behindText = at_ > 0 && tokens_[at_ - 1].kind == SqlTokenKind::text;
+  const bool behindText = before_ == SqlTokenKind::text;
   fail(behindText ? "the text before this place has ended. A quote inside a text stands doubled."
                   : "the query should end here.");
 }
@@ -97,7 +98,7 @@ void SqlExpressionParser::expectEnd() const {
 std::string SqlExpressionParser::name(std::string_view what) {
   const bool bare = token().kind == SqlTokenKind::word && !isKeyword(token().text);
   if (!bare && token().kind != SqlTokenKind::bracketed) fail(what);
-  return advance().text;
+  return std::string(advance().text);
 }
 
 SqlExpression SqlExpressionParser::expression() {
@@ -108,65 +109,69 @@ SqlExpression SqlExpressionParser::expression() {
 
 template <class Part>
 SqlExpression SqlExpressionParser::logicalChain(SqlKind kind, std::string_view word, Part part) {
-  SqlExpression first = part();
-  if (!isWord(word)) return first;
-  SqlExpression chain = wrap(kind, std::move(first));
-  while (takeWord(word)) chain.arguments.push_back(part());
-  return chain;
+  SqlExpression result = part();
+  if (isWord(word)) wrap(kind, result);
+  while (takeWord(word)) result.arguments.push_back(part());
+  return result;
 }
 
 SqlExpression SqlExpressionParser::negation() {
   if (!isWord("not")) return predicate();
   const Level level(*this);
   const std::size_t position = advance().position;
-  SqlExpression result = wrap(SqlKind::logicalNot, negation());
+  SqlExpression result = negation();
+  wrap(SqlKind::logicalNot, result);
   result.position = position;
   return result;
 }
 
 SqlExpression SqlExpressionParser::predicate() {
-  SqlExpression left = operand();
+  SqlExpression result = operand();
   if (token().kind == SqlTokenKind::symbol) {
-    const ComparisonRow* row = findSqlRow(kComparisons, &ComparisonRow::symbol, token().text);
-    if (row == nullptr) return left;
-    advance();
-    SqlExpression result = wrap(SqlKind::comparison, std::move(left));
-    result.comparison = row->comparison;
-    result.arguments.push_back(operand());
-    return result;
+    comparison(result);
+  } else if (isWord("is")) {
+    nullTest(result);
+  } else {
+    wordPredicate(result);
   }
-  return isWord("is") ? nullTest(std::move(left)) : wordPredicate(std::move(left));
-}
-
-SqlExpression SqlExpressionParser::nullTest(SqlExpression left) {
-  advance();
-  SqlExpression result = wrap(SqlKind::isNull, std::move(left));
-  result.negated = takeWord("not");
-  expectWord("null", "NULL was expected here.");
   return result;
 }
 
-SqlExpression SqlExpressionParser::wordPredicate(SqlExpression left) {
+void SqlExpressionParser::comparison(SqlExpression& left) {
+  const ComparisonRow* row = findSqlRow(kComparisons, &ComparisonRow::symbol, token().text);
+  if (row == nullptr) return;
+  advance();
+  wrap(SqlKind::comparison, left);
+  left.comparison = row->comparison;
+  left.arguments.push_back(operand());
+}
+
+void SqlExpressionParser::nullTest(SqlExpression& left) {
+  advance();
+  wrap(SqlKind::isNull, left);
+  left.negated = takeWord("not");
+  expectWord("null", "NULL was expected here.");
+}
+
+void SqlExpressionParser::wordPredicate(SqlExpression& left) {
   const bool negated = isWord("not") && (isWord("like", 1) || isWord("between", 1) || isWord("in", 1));
   if (negated) advance();
-  SqlExpression result;
   if (takeWord("like")) {
-    result = wrap(SqlKind::like, std::move(left));
-    result.arguments.push_back(operand());
+    wrap(SqlKind::like, left);
+    left.arguments.push_back(operand());
   } else if (takeWord("between")) {
-    result = wrap(SqlKind::between, std::move(left));
-    result.arguments.push_back(operand());
+    wrap(SqlKind::between, left);
+    left.arguments.push_back(operand());
     expectWord("and", "AND was expected here.");
-    result.arguments.push_back(operand());
+    left.arguments.push_back(operand());
   } else if (takeWord("in")) {
-    result = wrap(SqlKind::in, std::move(left));
+    wrap(SqlKind::in, left);
     expectSymbol("(", "a list in parentheses was expected behind IN.");
-    argumentList(result);
+    argumentList(left);
   } else {
-    return left;
+    return;
   }
-  result.negated = negated;
-  return result;
+  left.negated = negated;
 }
 
 // The arguments up to the closing parenthesis, at least one.
@@ -185,26 +190,22 @@ SqlExpression SqlExpressionParser::operand() {
 
 template <class Part>
 SqlExpression SqlExpressionParser::operatorChain(SqlKind kind, std::string_view symbols, Part part) {
-  const auto isOperator = [&] {
-    return token().kind == SqlTokenKind::symbol && token().text.size() == 1 &&
-           symbols.find(token().text[0]) != std::string_view::npos;
-  };
-  SqlExpression first = part();
-  if (!isOperator()) return first;
-  SqlExpression chain = wrap(kind, std::move(first));
-  while (isOperator()) {
-    chain.operators += advance().text;
-    chain.arguments.push_back(part());
+  SqlExpression result = part();
+  if (isOperator(symbols)) wrap(kind, result);
+  while (isOperator(symbols)) {
+    result.operators += advance().text;
+    result.arguments.push_back(part());
   }
-  return chain;
+  return result;
 }
 
 SqlExpression SqlExpressionParser::sign() {
   if (!isSymbol("-") && !isSymbol("+")) return primary();
   const Level level(*this);
-  const SqlToken& symbol = advance();
+  const SqlToken symbol = advance();
   if (symbol.text == "+") return sign();
-  SqlExpression result = wrap(SqlKind::negate, sign());
+  SqlExpression result = sign();
+  wrap(SqlKind::negate, result);
   result.position = symbol.position;
   return result;
 }
@@ -214,7 +215,7 @@ SqlExpression SqlExpressionParser::primary() {
   result.position = token().position;
   switch (token().kind) {
     case SqlTokenKind::text:
-      result.literal = advance().text;
+      result.literal = quotedText(text_, advance());
       return result;
     case SqlTokenKind::number:
     case SqlTokenKind::date:
@@ -269,7 +270,7 @@ SqlExpression SqlExpressionParser::call() {
   SqlExpression result;
   result.kind = SqlKind::function;
   result.function = row->function;
-  const SqlToken& start = advance();
+  const SqlToken start = advance();
   result.position = start.position;
   advance();
   argumentList(result);

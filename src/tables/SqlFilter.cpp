@@ -1,19 +1,12 @@
 #include "tables/SqlFilter.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "tables/SqlCompare.h"
 
 namespace vantrelix {
 
 namespace {
-
-// In every encoding of a table such a text has the same bytes, and no other bytes are read as it.
-bool isPlain(std::string_view text) {
-  return std::all_of(text.begin(), text.end(),
-                     [](char c) { return c != '\0' && static_cast<unsigned char>(c) < 0x80; });
-}
 
 bool isUpperCaseOfField(const SqlExpression& e) {
   return e.kind == SqlKind::function && e.function == SqlFunction::ucase && e.arguments[0].kind == SqlKind::field;
@@ -67,21 +60,6 @@ bool SqlFilter::NumberTest::matches(const unsigned char* record) const {
   return false;
 }
 
-bool SqlFilter::ByteEquality::matches(const unsigned char* record) const {
-  const unsigned char* bytes = record + offset;
-  if (!folded) {
-    if (std::memcmp(bytes, wanted.data(), wanted.size()) != 0) return false;
-  } else {
-    for (std::size_t i = 0; i < wanted.size(); ++i) {
-      if (upperByte(bytes[i]) != static_cast<unsigned char>(wanted[i])) return false;
-    }
-  }
-  // A NUL ends a text, whatever stands behind it.
-  const unsigned char* end = bytes + width;
-  const unsigned char* rest = std::find_if(bytes + wanted.size(), end, [](unsigned char c) { return c != ' '; });
-  return rest == end || *rest == '\0';
-}
-
 SqlFilter::SqlFilter(DbfFile& table, const SqlExpression* condition) : table_(table), row_(table) {
   if (condition == nullptr) return;
   if (condition->kind == SqlKind::logicalAnd) {
@@ -124,48 +102,44 @@ bool SqlFilter::addEquality(const SqlExpression& field, const SqlExpression& lit
   if (literal.kind != SqlKind::literal || !literal.literal.isText()) return false;
   const int index = folded ? field.arguments[0].field : field.field;
   const DbfField& column = table_.fields()[static_cast<std::size_t>(index)];
-  if (column.type != 'C' || column.nullBit >= 0 || column.lengthBit >= 0) return false;
-  ByteEquality equality;
-  equality.folded = folded;
-  equality.wanted = withoutPadding(literal.literal.text());
-  if (equality.wanted.empty() || !isPlain(equality.wanted)) return false;
-  if (equality.wanted.size() > static_cast<std::size_t>(column.width)) {
-    never_ = true;
-    return true;
-  }
-  equality.offset = static_cast<std::size_t>(column.offset);
-  equality.width = static_cast<std::size_t>(column.width);
-  equalities_.push_back(std::move(equality));
+  std::optional<TextEquality> equality = TextEquality::of(column, literal.literal.text(), folded);
+  if (!equality) return false;
+  never_ = never_ || !equality->isPossible();
+  if (equality->isPossible()) equalities_.push_back(std::move(*equality));
   return true;
 }
 
 std::optional<SoughtText> SqlFilter::soughtText() const {
   if (equalities_.empty()) return std::nullopt;
-  const ByteEquality& first = equalities_.front();
-  SoughtText sought{first.offset, first.width, first.wanted};
-  for (char& c : sought.text) c = static_cast<char>(upperByte(static_cast<unsigned char>(c)));
-  return sought;
+  return equalities_.front().sought();
 }
 
 // Rows of one text mostly stand together: what is known of a field's bytes holds of the same bytes in the next row.
-void SqlFilter::choose(const unsigned char* records, std::uint32_t count, std::vector<const unsigned char*>& chosen) {
+void SqlFilter::choose(const unsigned char* records, std::uint32_t count, std::vector<RowRun>& chosen) {
   const auto length = static_cast<std::size_t>(table_.recordLength());
   const bool testsMore = never_ || !tests_.empty() || !rest_.empty();
   const bool livingWillDo = !testsMore && equalities_.empty();
-  const ByteEquality* const only = !testsMore && equalities_.size() == 1 ? &equalities_.front() : nullptr;
-  const unsigned char* alike = nullptr;  // the last record that the only equality let through
-  for (std::uint32_t row = 0; row < count; ++row, records += length) {
-    const bool same = alike != nullptr && std::memcmp(records + only->offset, alike + only->offset, only->width) == 0;
-    const bool matching = livingWillDo || same ? records[0] != '*' : matches(records);
-    if (!matching) continue;
-    chosen.push_back(records);
-    if (only != nullptr) alike = records;
+  const TextEquality* const only = !testsMore && equalities_.size() == 1 ? &equalities_.front() : nullptr;
+  for (std::uint32_t row = 0; row < count;) {
+    const unsigned char* record = records + row * length;
+    const std::uint32_t first = row++;
+    if (livingWillDo ? record[0] == '*' : !matches(record)) continue;
+    if (livingWillDo) {
+      while (row < count && (record += length)[0] != '*') ++row;
+    } else if (only != nullptr) {
+      row = only->endOfAlike(record, length, row, count);
+    }
+    if (!chosen.empty() && chosen.back().end() == first) {
+      chosen.back().count += row - first;
+    } else {
+      chosen.push_back({first, row - first});
+    }
   }
 }
 
 bool SqlFilter::matches(const unsigned char* record) {
   if (record[0] == '*' || never_) return false;
-  for (const ByteEquality& equality : equalities_) {
+  for (const TextEquality& equality : equalities_) {
     if (!equality.matches(record)) return false;
   }
   for (const NumberTest& test : tests_) {

@@ -10,7 +10,9 @@
 #include <vector>
 
 #include "tables/DbfFile.h"
+#include "tables/RunList.h"
 #include "tables/SqlEvaluator.h"
+#include "tables/TextEquality.h"
 #include "tables/TextRuns.h"
 #include "tables/dbfNumber.h"
 
@@ -33,20 +35,14 @@ class SqlFilter {
   // `condition` is bound to the table and outlives the filter; none lets every live record through.
   SqlFilter(DbfFile& table, const SqlExpression* condition);
   bool matches(const unsigned char* record);
-  // Adds those of `count` records behind one another that match.
-  void choose(const unsigned char* records, std::uint32_t count, std::vector<const unsigned char*>& chosen);
+  // Adds the runs of those of `count` records behind one another that match, counted from the first of all.
+  void choose(const unsigned char* records, std::uint32_t count, std::vector<RowRun>& chosen);
+  // Whether the records' bytes alone decide: copies of the filter may then choose in other threads.
+  bool readsBytesAlone() const { return rest_.empty(); }
   // A text without which no record is let through; nothing where there is no such text.
   std::optional<SoughtText> soughtText() const;
 
  private:
-  struct ByteEquality {
-    std::size_t offset = 0;
-    std::size_t width = 0;
-    std::string wanted;   // without padding
-    bool folded = false;  // compared with the upper case of the field
-    bool matches(const unsigned char* record) const;
-  };
-
   struct NumberTest {
     dbf::DigitsField field;
     SqlComparison comparison;
@@ -63,7 +59,7 @@ class SqlFilter {
   DbfFile& table_;
   RecordRow row_;
   bool never_ = false;
-  std::vector<ByteEquality> equalities_;
+  std::vector<TextEquality> equalities_;
   std::vector<NumberTest> tests_;
   std::vector<const SqlExpression*> rest_;
 };

@@ -89,7 +89,7 @@ class Insert {
   void put(unsigned char* record, std::size_t column) {
     const SqlColumn& from = query_.columns()[column];
     const Value value =
-        from.field >= 0 ? row_.value(static_cast<std::size_t>(from.field)) : evaluate(from.expression, row_);
+        from.field >= 0 ? row_.value(static_cast<std::size_t>(from.field)) : evaluate(*from.expression, row_);
     const std::size_t field = targets_[column];
     target_.put(record, field, converted(value, target_.fields()[field]));
   }

@@ -13,119 +13,16 @@ namespace {
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+std::string_view withoutBlanks(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+  text.remove_suffix(text.size() - (text.find_last_not_of(' ') + 1));
+  return text;
+}
 bool isNameStart(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
 // Short names hold "~", and "$" stands at the end of function names in older texts.
 bool isNamePart(char c) { return isNameStart(c) || isDigit(c) || c == '~' || c == '$'; }
-
-class Lexer {
- public:
-  explicit Lexer(std::string_view text) : text_(text) {}
-
-  std::vector<SqlToken> run() {
-    if (text_.size() > kLongestQuery) {
-      throw RunTimeFailure(failure::badQuery, "The query is too long: " + std::to_string(text_.size()) +
-                                                  " bytes. Shorten it to " + std::to_string(kLongestQuery) + ".");
-    }
-    std::vector<SqlToken> tokens;
-    do {
-      while (at_ < text_.size() && isBlank(text_[at_])) ++at_;
-      tokens.push_back(next());
-      if (tokens.back().kind == SqlTokenKind::wrong) at_ = text_.size();
-    } while (tokens.back().kind != SqlTokenKind::end);
-    return tokens;
-  }
-
- private:
-  char here(std::size_t ahead = 0) const { return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0'; }
-
-  SqlToken next() {
-    start_ = at_;
-    if (at_ == text_.size()) return make(SqlTokenKind::end);
-    const char c = here();
-    if (isNameStart(c)) return word();
-    if (isDigit(c) || (c == '.' && isDigit(here(1)))) return number();
-    if (c == '\'' || c == '"') return quoted(c);
-    if (c == '[') return bracketed();
-    if (c == '#') return date();
-    return symbol();
-  }
-
-  SqlToken make(SqlTokenKind kind, std::string text = "", Value value = Value()) const {
-    return {kind, start_, std::move(text), std::move(value)};
-  }
-
-  SqlToken wrong(std::string_view why) const { return make(SqlTokenKind::wrong, std::string(why)); }
-
-  SqlToken word() {
-    while (at_ < text_.size() && isNamePart(text_[at_])) ++at_;
-    return make(SqlTokenKind::word, std::string(text_.substr(start_, at_ - start_)));
-  }
-
-  SqlToken number() {
-    double value = 0;
-    const auto [end, error] = std::from_chars(text_.data() + at_, text_.data() + text_.size(), value);
-    if (error != std::errc()) return wrong("this number is out of range.");
-    at_ = static_cast<std::size_t>(end - text_.data());
-    if (at_ < text_.size() && isNamePart(text_[at_])) {
-      return wrong("a number ends in letters. Put a name that begins with a digit between [ and ].");
-    }
-    return make(SqlTokenKind::number, "", value);
-  }
-
-  // A quote inside stands doubled.
-  SqlToken quoted(char quote) {
-    std::string content;
-    for (++at_; at_ < text_.size(); ++at_) {
-      if (text_[at_] == quote) {
-        if (here(1) != quote) break;
-        ++at_;
-      }
-      content += text_[at_];
-    }
-    if (at_ == text_.size()) return wrong("the closing quote of this text is missing.");
-    ++at_;
-    return make(SqlTokenKind::text, std::move(content));
-  }
-
-  SqlToken bracketed() {
-    const auto content = between(']');
-    if (!content) return wrong("the closing ] of this name is missing.");
-    const std::string name = trim(*content);
-    return name.empty() ? wrong("there is no name between [ and ].") : make(SqlTokenKind::bracketed, name);
-  }
-
-  SqlToken date() {
-    const auto content = between('#');
-    if (!content) return wrong("the closing # of this date is missing.");
-    const auto value = sqlDate(*content);
-    if (!value) return wrong("this is no date. Write it as #11/21/2026# or #2026-11-21#.");
-    return make(SqlTokenKind::date, "", *value);
-  }
-
-  std::optional<std::string_view> between(char closing) {
-    const std::size_t end = text_.find(closing, at_ + 1);
-    if (end == std::string_view::npos) return std::nullopt;
-    const std::string_view content = text_.substr(at_ + 1, end - at_ - 1);
-    at_ = end + 1;
-    return content;
-  }
-
-  SqlToken symbol() {
-    const std::string_view two = text_.substr(at_, 2);
-    const bool isTwo = two == "<=" || two == ">=" || two == "<>";
-    if (!isTwo && std::string_view("(),*+-/&=<>;").find(here()) == std::string_view::npos) {
-      return wrong("this character has no meaning in a query.");
-    }
-    at_ += isTwo ? 2 : 1;
-    return make(SqlTokenKind::symbol, std::string(text_.substr(start_, at_ - start_)));
-  }
-
-  std::string_view text_;
-  std::size_t at_ = 0;
-  std::size_t start_ = 0;
-};
 
 // What a reader sees at the place: a whole word, or a few characters up to the next blank.
 std::string nearText(std::string_view text, std::size_t position) {
@@ -142,7 +39,106 @@ std::string nearText(std::string_view text, std::size_t position) {
 
 }  // namespace
 
-std::vector<SqlToken> sqlTokens(std::string_view text) { return Lexer(text).run(); }
+SqlLexer::SqlLexer(std::string_view text) : text_(text) {
+  if (text_.size() <= kLongestQuery) return;
+  throw RunTimeFailure(failure::badQuery, "The query is too long: " + std::to_string(text_.size()) +
+                                              " bytes. Shorten it to " + std::to_string(kLongestQuery) + ".");
+}
+
+SqlToken SqlLexer::next() {
+  while (at_ < text_.size() && isBlank(text_[at_])) ++at_;
+  start_ = at_;
+  if (at_ == text_.size()) return make(SqlTokenKind::end);
+  const char c = here();
+  if (isNameStart(c)) return word();
+  if (isDigit(c) || (c == '.' && isDigit(here(1)))) return number();
+  if (c == '\'' || c == '"') return quoted(c);
+  if (c == '[') return bracketed();
+  if (c == '#') return date();
+  return symbol();
+}
+
+SqlToken SqlLexer::make(SqlTokenKind kind, std::string_view text, Value value) const {
+  return {kind, start_, text, std::move(value)};
+}
+
+// `why` lives as long as the program.
+SqlToken SqlLexer::wrong(const char* why) {
+  at_ = text_.size();
+  return make(SqlTokenKind::wrong, why);
+}
+
+SqlToken SqlLexer::word() {
+  while (at_ < text_.size() && isNamePart(text_[at_])) ++at_;
+  return make(SqlTokenKind::word, text_.substr(start_, at_ - start_));
+}
+
+SqlToken SqlLexer::number() {
+  double value = 0;
+  const auto [end, error] = std::from_chars(text_.data() + at_, text_.data() + text_.size(), value);
+  if (error != std::errc()) return wrong("this number is out of range.");
+  at_ = static_cast<std::size_t>(end - text_.data());
+  if (at_ < text_.size() && isNamePart(text_[at_])) {
+    return wrong("a number ends in letters. Put a name that begins with a digit between [ and ].");
+  }
+  return make(SqlTokenKind::number, "", value);
+}
+
+// A quote inside stands doubled.
+SqlToken SqlLexer::quoted(char quote) {
+  for (++at_; at_ < text_.size(); ++at_) {
+    if (text_[at_] != quote) continue;
+    if (here(1) != quote) break;
+    ++at_;
+  }
+  if (at_ == text_.size()) return wrong("the closing quote of this text is missing.");
+  ++at_;
+  return make(SqlTokenKind::text, text_.substr(start_ + 1, at_ - start_ - 2));
+}
+
+SqlToken SqlLexer::bracketed() {
+  const auto content = between(']');
+  if (!content) return wrong("the closing ] of this name is missing.");
+  const std::string_view name = withoutBlanks(*content);
+  return name.empty() ? wrong("there is no name between [ and ].") : make(SqlTokenKind::bracketed, name);
+}
+
+SqlToken SqlLexer::date() {
+  const auto content = between('#');
+  if (!content) return wrong("the closing # of this date is missing.");
+  const auto value = sqlDate(*content);
+  if (!value) return wrong("this is no date. Write it as #11/21/2026# or #2026-11-21#.");
+  return make(SqlTokenKind::date, "", *value);
+}
+
+std::optional<std::string_view> SqlLexer::between(char closing) {
+  const std::size_t end = text_.find(closing, at_ + 1);
+  if (end == std::string_view::npos) return std::nullopt;
+  const std::string_view content = text_.substr(at_ + 1, end - at_ - 1);
+  at_ = end + 1;
+  return content;
+}
+
+SqlToken SqlLexer::symbol() {
+  const char second = here(1);
+  const bool isTwo = (here() == '<' && (second == '=' || second == '>')) || (here() == '>' && second == '=');
+  if (!isTwo && std::string_view("(),*+-/&=<>;").find(here()) == std::string_view::npos) {
+    return wrong("this character has no meaning in a query.");
+  }
+  at_ += isTwo ? 2 : 1;
+  return make(SqlTokenKind::symbol, text_.substr(start_, at_ - start_));
+}
+
+std::string quotedText(std::string_view query, const SqlToken& token) {
+  const char quote = query[token.position];
+  std::string text;
+  text.reserve(token.text.size());
+  for (std::size_t i = 0; i < token.text.size(); ++i) {
+    text += token.text[i];
+    if (token.text[i] == quote) ++i;
+  }
+  return text;
+}
 
 std::size_t sqlPlace(std::string_view text, std::size_t position) {
   return characterCount(text.substr(0, std::min(position, text.size()))) + 1;

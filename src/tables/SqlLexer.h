@@ -1,9 +1,9 @@
 // The words of a query text.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "foundation/Value.h"
 #include "platform/RunTimeFailure.h"
@@ -24,15 +24,40 @@ enum class SqlTokenKind {
 struct SqlToken {
   SqlTokenKind kind = SqlTokenKind::end;
   std::size_t position = 0;  // byte offset in the query text
-  std::string text;          // the word, name, text or symbol
+  std::string_view text;     // the word, name or symbol, the text between its quotes, or why it is wrong
   Value value;               // of a number or a date
 };
 
 // The longest query text taken.
 inline constexpr std::size_t kLongestQuery = 65536;
 
-// The words in order, `end` last; behind a wrong one nothing is read. 3061 for a text that is too long.
-std::vector<SqlToken> sqlTokens(std::string_view text);
+// Gives the words of a query in order, and `end` again and again behind the last one or behind a wrong one. They are
+// parts of `text`, which outlives them.
+class SqlLexer {
+ public:
+  // 3061 for a text that is too long.
+  explicit SqlLexer(std::string_view text);
+  SqlToken next();
+
+ private:
+  char here(std::size_t ahead = 0) const { return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0'; }
+  SqlToken make(SqlTokenKind kind, std::string_view text = "", Value value = Value()) const;
+  SqlToken wrong(const char* why);
+  SqlToken word();
+  SqlToken number();
+  SqlToken quoted(char quote);
+  SqlToken bracketed();
+  SqlToken date();
+  SqlToken symbol();
+  std::optional<std::string_view> between(char closing);
+
+  std::string_view text_;
+  std::size_t at_ = 0;
+  std::size_t start_ = 0;  // of the word being read
+};
+
+// The text of a token of that kind: of two quotes that stand for one, one.
+std::string quotedText(std::string_view query, const SqlToken& token);
 
 // The failure 3061 for a place in a query: names the place, what stands there and what is wrong.
 RunTimeFailure sqlSyntaxFailure(std::string_view text, std::size_t position, std::string_view what);

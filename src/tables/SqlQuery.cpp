@@ -7,6 +7,7 @@
 #include "tables/SqlAggregates.h"
 #include "tables/SqlFilter.h"
 #include "tables/SqlLexer.h"
+#include "tables/scanInParts.h"
 
 namespace vantrelix {
 
@@ -14,8 +15,6 @@ namespace {
 
 constexpr int kComputedTextSize = 255;
 constexpr int kNumberSize = 8;
-// Room for the points of one antenna, so that a search does not move what it finds again and again.
-constexpr std::size_t kUsualFinds = 512;
 
 RunTimeFailure noSuchFieldFailure(const DbfFile& table, const std::string& name, const std::string& text,
                                   std::size_t position) {
@@ -77,6 +76,7 @@ SqlQuery::SqlQuery(SqlSelect select, std::shared_ptr<DbfFile> table)
 }
 
 void SqlQuery::makeColumns() {
+  columns_.reserve(select_.items.empty() ? table_->fields().size() : select_.items.size());
   if (select_.items.empty()) {
     for (std::size_t i = 0; i < table_->fields().size(); ++i) {
       if (!table_->fields()[i].system) columns_.push_back(tableColumn(static_cast<int>(i)));
@@ -127,7 +127,7 @@ SqlColumn SqlQuery::itemColumn(const SqlItem& item, std::size_t number) const {
   }
   if (!item.alias.empty()) column.name = item.alias;
   column.aggregate = item.aggregate;
-  column.expression = item.expression;
+  column.expression = &item.expression;
   return column;
 }
 
@@ -151,40 +151,58 @@ bool SqlQuery::updatable() const {
   return std::all_of(columns_.begin(), columns_.end(), [](const SqlColumn& column) { return column.field >= 0; });
 }
 
-// Gives records in file order, many at a time where they stand behind one another; their bytes are valid during the
-// call.
-template <class Visit>
-void SqlQuery::eachRows(const Visit& visit) const {
-  SqlFilter filter(*table_, select_.where ? &*select_.where : nullptr);
-  std::vector<const unsigned char*> chosen;
-  const BlockVisitor look = [&](std::uint32_t first, const unsigned char* records, std::uint32_t rows) {
-    chosen.clear();
-    filter.choose(records, rows, chosen);
-    visit(chosen, first, records);
+// Gives the runs of the rows in file order, those of one read at a time: `visit` gets the records read, whose bytes are
+// valid during the call, and the runs counted from the first of them. Before that `look` gathers in a part what is to
+// be had without the rows before them; it runs in any thread where the condition can be decided in any.
+template <class Part, class Look, class Visit>
+void SqlQuery::eachRuns(const Part& part, const Look& look, const Visit& visit) const {
+  struct Chosen {
+    SqlFilter filter;
+    std::vector<RowRun> runs;
+    Part part;
+  };
+  Chosen chosen{SqlFilter(*table_, select_.where ? &*select_.where : nullptr), {}, part};
+  const auto choose = [&](const RowBlock& rows, Chosen& own) {
+    own.runs.clear();
+    own.filter.choose(rows.bytes, rows.count, own.runs);
+    look(rows, own.runs, own.part);
+  };
+  const auto take = [&](const RowBlock& rows, const Chosen& own) {
+    visit(rows, own.runs, own.part);
     return true;
   };
-  if (const auto sought = filter.soughtText()) {
-    scanBlocksForText(*table_, *sought, look);
+  const BlockVisitor inOneThread = [&](std::uint32_t first, const unsigned char* records, std::uint32_t count) {
+    const RowBlock rows{first, records, count};
+    choose(rows, chosen);
+    return take(rows, chosen);
+  };
+  if (const auto sought = chosen.filter.soughtText()) {
+    scanBlocksForText(*table_, *sought, inOneThread);
+  } else if (chosen.filter.readsBytesAlone()) {
+    scanInParts(*table_, chosen, choose, take);
   } else {
-    table_->scanBlocks(look);
+    table_->scanBlocks(inOneThread);
   }
 }
 
 template <class Visit>
-void SqlQuery::eachRow(const Visit& visit) const {
-  const auto length = table_->recordLength();
-  eachRows([&](const std::vector<const unsigned char*>& chosen, std::uint32_t first, const unsigned char* records) {
-    for (const unsigned char* record : chosen) {
-      visit(first + static_cast<std::uint32_t>((record - records) / length), record);
-    }
-  });
+void SqlQuery::eachRuns(const Visit& visit) const {
+  struct Nothing {};
+  eachRuns(
+      Nothing(), [](const RowBlock&, const std::vector<RowRun>&, Nothing&) {},
+      [&](const RowBlock& rows, const std::vector<RowRun>& runs, const Nothing&) { visit(rows, runs); });
 }
 
 // A visitor may add rows to the table.
 void SqlQuery::visitRows(const std::function<void(std::uint32_t, const unsigned char*)>& visit) const {
   const std::uint32_t count = table_->recordCount();
-  eachRow([&](std::uint32_t number, const unsigned char* record) {
-    if (number < count) visit(number, record);
+  const auto length = static_cast<std::size_t>(table_->recordLength());
+  eachRuns([&](const RowBlock& rows, const std::vector<RowRun>& runs) {
+    for (const RowRun& run : runs) {
+      for (std::uint32_t row = run.first; row < run.end() && rows.first + row < count; ++row) {
+        visit(rows.first + row, rows.bytes + row * length);
+      }
+    }
   });
 }
 
@@ -216,31 +234,26 @@ SqlRows SqlQuery::rows(std::size_t mostKept) const {
     }
     return collectRows(mostKept, count);
   }
-  return collectRows(mostKept, kUsualFinds);
+  return collectRows(mostKept, 0);
 }
 
 SqlRows SqlQuery::collectRows(std::size_t mostKept, std::size_t expected) const {
   RowCollector collector(*table_, select_.order, mostKept);
   collector.reserve(expected);
   const auto length = static_cast<std::size_t>(table_->recordLength());
-  eachRows([&](const std::vector<const unsigned char*>& chosen, std::uint32_t first, const unsigned char* records) {
-    for (auto run = chosen.begin(); run != chosen.end();) {
-      const unsigned char* const begin = *run;
-      const unsigned char* end = begin;
-      for (; run != chosen.end() && *run == end; ++run) end += length;
-      const auto place = static_cast<std::size_t>(begin - records) / length;
-      collector.add(first + static_cast<std::uint32_t>(place), begin,
-                    static_cast<std::uint32_t>(static_cast<std::size_t>(end - begin) / length));
-    }
+  eachRuns([&](const RowBlock& rows, const std::vector<RowRun>& runs) {
+    for (const RowRun& run : runs) collector.add(rows.first + run.first, rows.bytes + run.first * length, run.count);
   });
   return collector.take();
 }
 
 std::vector<Value> SqlQuery::aggregates() const {
   SqlAggregates totals(*table_, columns_);
-  eachRows([&](const std::vector<const unsigned char*>& chosen, std::uint32_t, const unsigned char*) {
-    totals.add(chosen);
-  });
+  using Part = SqlAggregates::Part;
+  using Runs = std::vector<RowRun>;
+  eachRuns(
+      totals.part(), [&](const RowBlock& rows, const Runs& runs, Part& part) { totals.look(rows, runs, part); },
+      [&](const RowBlock&, const Runs&, const Part& part) { totals.join(part); });
   return totals.results();
 }
 

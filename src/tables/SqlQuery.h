@@ -22,13 +22,15 @@ struct SqlColumn {
   int size = 0;
   int decimals = 0;
   SqlAggregate aggregate = SqlAggregate::none;
-  SqlExpression expression;  // of a computed one
+  const SqlExpression* expression = nullptr;  // of a select list; the query has it
 };
 
 class SqlQuery {
  public:
   // 3061 where the query names a field that the table does not have, or mixes rows and aggregates.
   SqlQuery(SqlSelect select, std::shared_ptr<DbfFile> table);
+  SqlQuery(const SqlQuery&) = delete;
+  SqlQuery& operator=(const SqlQuery&) = delete;
 
   DbfFile& table() const { return *table_; }
   const std::shared_ptr<DbfFile>& file() const { return table_; }
@@ -51,10 +53,10 @@ class SqlQuery {
   void bind(SqlExpression& condition, const std::string& text) const;
 
  private:
+  template <class Part, class Look, class Visit>
+  void eachRuns(const Part& part, const Look& look, const Visit& visit) const;
   template <class Visit>
-  void eachRows(const Visit& visit) const;
-  template <class Visit>
-  void eachRow(const Visit& visit) const;
+  void eachRuns(const Visit& visit) const;
   std::vector<std::uint32_t> liveRows() const;
   SqlRows collectRows(std::size_t mostKept, std::size_t expected) const;
   void makeColumns();

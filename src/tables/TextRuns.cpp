@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -10,6 +11,8 @@
 #include "tables/RememberedTable.h"
 #include "tables/RunList.h"
 #include "tables/learnTexts.h"
+#include "tables/sameBytes.h"
+#include "tables/scanInParts.h"
 
 namespace vantrelix {
 
@@ -32,21 +35,21 @@ std::string textIn(const unsigned char* field, std::size_t width) {
   return text;
 }
 
-std::uint64_t eightBytes(const unsigned char* at) {
-  std::uint64_t bytes = 0;
-  std::memcpy(&bytes, at, sizeof bytes);
-  return bytes;
-}
-
-// Most fields of IDs have from 8 to 16 bytes: two reads, which may overlap, take the place of a call for each row.
-bool sameBytes(const unsigned char* a, const unsigned char* b, std::size_t width) {
-  if (width < 8 || width > 16) return std::memcmp(a, b, width) == 0;
-  const std::size_t tail = width - 8;
-  return ((eightBytes(a) ^ eightBytes(b)) | (eightBytes(a + tail) ^ eightBytes(b + tail))) == 0;
-}
-
 std::size_t hashOf(const unsigned char* field, std::size_t width) {
   return std::hash<std::string>()(textIn(field, width));
+}
+
+// Rows of a block that stand behind one another and have the same bytes in the field; counted from its first row.
+using BlockRuns = std::vector<RowRun>;
+
+// Adds the runs of so many rows.
+void findRuns(const unsigned char* field, std::size_t width, std::size_t length, std::uint32_t count, BlockRuns& runs) {
+  for (std::uint32_t row = 0; row < count;) {
+    const std::uint32_t from = row;
+    while (++row < count && sameBytes(field + row * length, field + (row - 1) * length, width)) {
+    }
+    runs.push_back({from, row - from});
+  }
 }
 
 // The runs of a field in all rows of a table.
@@ -56,12 +59,12 @@ class NotedRuns : public RowNotes {
 
   static std::string nameOf(std::size_t offset) { return "texts at " + std::to_string(offset); }
 
-  // Rows behind those noted, whose field has the same bytes.
-  void add(const unsigned char* field, std::uint32_t count) {
-    note(field, {rows_, count});
+  // Rows behind those noted, whose field has the same bytes; settle() follows the last ones.
+  void gather(const unsigned char* field, std::uint32_t count) {
+    if (!tooMany_) runs_.gather(hashOf(field, width_), {rows_, count});
     rows_ += count;
+    limit();
   }
-
   void settle() { runs_.settle(); }
 
   // Rows that are noted, deleted ones included.
@@ -72,13 +75,10 @@ class NotedRuns : public RowNotes {
   bool rowsAdded(DbfFile& table, std::uint32_t first, const unsigned char* records, std::uint32_t count) override {
     if (first != rows_) return false;
     const auto length = static_cast<std::size_t>(table.recordLength());
-    const unsigned char* const field = records + offset_;
-    for (std::uint32_t row = 0; row < count;) {
-      const std::uint32_t from = row;
-      while (++row < count && sameBytes(field + row * length, field + from * length, width_)) {
-      }
-      add(field + from * length, row - from);
-    }
+    BlockRuns runs;
+    findRuns(records + offset_, width_, length, count, runs);
+    for (const RowRun& run : runs) note(records + run.first * length + offset_, {first + run.first, run.count});
+    rows_ += count;
     return true;
   }
 
@@ -91,10 +91,14 @@ class NotedRuns : public RowNotes {
 
  private:
   void note(const unsigned char* field, RowRun rows) {
-    if (tooMany_) return;
-    runs_.add(hashOf(field, width_), rows);
-    tooMany_ = runs_.size() > kMostRuns;
-    if (tooMany_) runs_ = RunList();
+    if (!tooMany_) runs_.add(hashOf(field, width_), rows);
+    limit();
+  }
+
+  void limit() {
+    if (runs_.size() <= kMostRuns) return;
+    tooMany_ = true;
+    runs_ = RunList();
   }
 
   std::size_t offset_;
@@ -104,8 +108,8 @@ class NotedRuns : public RowNotes {
   bool tooMany_ = false;  // then none is known
 };
 
-// Walks over a table by runs of rows with the same bytes in the field, visits, if there is a visitor, the rows of those
-// that may have the sought text, and notes where each run stands if asked to.
+// Goes over a table's runs in their order, visits, if there is a visitor, the rows of those that may have the sought
+// text, and notes where each run stands if asked to.
 class RunWalk {
  public:
   RunWalk(const DbfFile& table, const SoughtText& sought, const BlockVisitor& visit, NotedRuns* notes)
@@ -115,23 +119,27 @@ class RunWalk {
         notes_(notes),
         last_(sought.width) {}
 
+  // In any thread.
+  void look(const RowBlock& rows, BlockRuns& runs) const {
+    runs.clear();
+    findRuns(rows.bytes + sought_.offset, sought_.width, length_, rows.count, runs);
+  }
+
   // The next records. False where the visitor stops.
-  bool walk(std::uint32_t first, const unsigned char* records, std::uint32_t count) {
-    const unsigned char* const field = records + sought_.offset;
-    for (std::uint32_t row = 0; row < count;) {
-      if (run_ == 0 || !sameBytes(field + row * length_, last_.data(), sought_.width)) begin(field + row * length_);
-      const std::uint32_t from = row;
-      while (++row < count && sameBytes(field + row * length_, last_.data(), sought_.width)) {
-      }
-      run_ += row - from;
-      if (isSought_ && !visit_(first + from, records + from * length_, row - from)) return false;
+  bool join(const RowBlock& rows, const BlockRuns& runs) {
+    for (const RowRun& run : runs) {
+      const unsigned char* const records = rows.bytes + run.first * length_;
+      const unsigned char* const field = records + sought_.offset;
+      if (run_ == 0 || !sameBytes(field, last_.data(), sought_.width)) begin(field);
+      run_ += run.count;
+      if (isSought_ && !visit_(rows.first + run.first, records, run.count)) return false;
     }
     return true;
   }
 
   // Behind the last records.
   void end() {
-    if (run_ > 0 && notes_ != nullptr) notes_->add(last_.data(), run_);
+    if (run_ > 0 && notes_ != nullptr) notes_->gather(last_.data(), run_);
     run_ = 0;
   }
 
@@ -162,9 +170,9 @@ class RunWalk {
 void walk(DbfFile& table, const SoughtText& sought, const BlockVisitor& visit, const TableLook* noting) {
   const auto notes = noting != nullptr ? std::make_shared<NotedRuns>(sought.offset, sought.width) : nullptr;
   RunWalk runs(table, sought, visit, notes.get());
-  const bool whole = table.scanBlocks([&](std::uint32_t first, const unsigned char* records, std::uint32_t count) {
-    return runs.walk(first, records, count);
-  });
+  const bool whole = scanInParts(
+      table, BlockRuns(), [&](const RowBlock& rows, BlockRuns& part) { runs.look(rows, part); },
+      [&](const RowBlock& rows, const BlockRuns& part) { return runs.join(rows, part); });
   if (!whole || !notes) return;
   runs.end();
   notes->settle();
@@ -173,8 +181,33 @@ void walk(DbfFile& table, const SoughtText& sought, const BlockVisitor& visit, c
 
 bool isLarge(const TableLook& look) { return look.state().size >= smallest; }
 
+std::shared_ptr<const NotedRuns> asRuns(const std::shared_ptr<RowNotes>& notes) {
+  return std::dynamic_pointer_cast<const NotedRuns>(notes);
+}
+
 std::shared_ptr<const NotedRuns> notedRuns(const TableLook& look, std::size_t offset) {
-  return std::dynamic_pointer_cast<const NotedRuns>(look.notes(NotedRuns::nameOf(offset)));
+  return asRuns(look.notes(NotedRuns::nameOf(offset)));
+}
+
+// Where the file was last seen at rest and its rows are noted of that state, the read of the first of them tells
+// whether all of that is so still. False, and nothing was visited, where it is not.
+bool scanNotedAtRest(DbfFile& table, const SoughtText& sought, const BlockVisitor& visit) {
+  const std::optional<DbfFile::Rest> rest = table.lastRest();
+  if (!rest) return false;
+  const std::shared_ptr<const NotedRuns> noted = asRuns(notesOf(rest->state, NotedRuns::nameOf(sought.offset)));
+  if (!noted || noted->tooMany() || noted->rows() != rest->records) return false;
+  const std::vector<RowRun> runs = noted->find(sought.text);
+  if (runs.empty()) return table.rests();
+  bool proven = false;
+  const auto visitProven = [&](std::uint32_t first, const unsigned char* records, std::uint32_t count) {
+    const auto now = proven ? rest : table.lastRest();
+    proven = now && now->state == rest->state;
+    return proven && visit(first, records, count);
+  };
+  for (const RowRun& run : runs) {
+    if (!table.scanBlocks(std::ref(visitProven), run.first, run.count) || !proven) break;
+  }
+  return proven;
 }
 
 }  // namespace
@@ -182,7 +215,7 @@ std::shared_ptr<const NotedRuns> notedRuns(const TableLook& look, std::size_t of
 std::uint64_t smallestRemembered() { return smallest; }
 void setSmallestRemembered(std::uint64_t bytes) { smallest = bytes; }
 
-platform::FileState noteFileState(const DbfFile& table) { return TableLook(table).state(); }
+platform::FileState noteOpening(const DbfFile& table) { return TableLook(table, table.openedState()).state(); }
 
 void scanForText(DbfFile& table, const SoughtText& sought, const RecordVisitor& visit) {
   const auto length = static_cast<std::size_t>(table.recordLength());
@@ -195,6 +228,7 @@ void scanForText(DbfFile& table, const SoughtText& sought, const RecordVisitor& 
 }
 
 void scanBlocksForText(DbfFile& table, const SoughtText& sought, const BlockVisitor& visit) {
+  if (scanNotedAtRest(table, sought, visit)) return;
   const TableLook look(table);
   const std::shared_ptr<const NotedRuns> noted = notedRuns(look, sought.offset);
   if (!noted) {

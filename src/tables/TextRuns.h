@@ -30,8 +30,8 @@ void scanForText(DbfFile& table, const SoughtText& sought, const RecordVisitor& 
 // The same, rows that stand behind one another at a time.
 void scanBlocksForText(DbfFile& table, const SoughtText& sought, const BlockVisitor& visit);
 
-// The file has been opened: from now on it may be seen to stand unchanged. Gives its state.
-platform::FileState noteFileState(const DbfFile& table);
+// The table has just been opened: from now on it may be seen to stand unchanged. Gives the state of its file.
+platform::FileState noteOpening(const DbfFile& table);
 
 // Tables below this many bytes are read whole each time; 64 KiB unless set. For tests.
 std::uint64_t smallestRemembered();

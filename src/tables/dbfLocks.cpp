@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "foundation/extract.h"
 #include "platform/RunTimeFailure.h"
 
 namespace vantrelix::dbf {
@@ -95,15 +96,16 @@ void Pauses::pause() {
   milliseconds_ = std::min(milliseconds_ * 2, kLongestPause);
 }
 
-void lockForSharing(platform::File& file, Sharing sharing, const std::string& displayName) {
+void lockForSharing(platform::File& file, Sharing sharing, const std::string& path) {
   const bool exclusive = sharing == Sharing::exclusive;
   if (!tryLock(file, kSharingLock, exclusive ? LockKind::exclusive : LockKind::shared)) {
+    const std::string name = displayPath(path);
     throw RunTimeFailure(
         failure::cannotOpen,
-        exclusive ? "The table " + displayName + " cannot be opened exclusively: another cursor or program has it open."
-                  : "The table " + displayName + " cannot be opened: another cursor or program holds it exclusively.");
+        exclusive ? "The table " + name + " cannot be opened exclusively: another cursor or program has it open."
+                  : "The table " + name + " cannot be opened: another cursor or program holds it exclusively.");
   }
-  if (sharing == Sharing::denyWrite) denyWriting(file, displayName);
+  if (sharing == Sharing::denyWrite) denyWriting(file, displayPath(path));
 }
 
 HeldLock::HeldLock(platform::File& file, LockRange range, platform::LockKind kind, const std::string& displayName)

@@ -36,7 +36,7 @@ std::optional<LockRange> blockLock(std::uint64_t firstOffset, std::uint64_t reco
 
 // Takes the locks that an opening holds for as long as the file is open. Fails with 3051 where another holds the table
 // exclusively or, for an exclusive opening, holds it at all; with 3211 where another denies writing.
-void lockForSharing(platform::File& file, Sharing sharing, const std::string& displayName);
+void lockForSharing(platform::File& file, Sharing sharing, const std::string& path);
 
 // Pauses of one who asks for a lock again and again. The first take microseconds, as readers and writers at work do.
 class Pauses {

@@ -70,34 +70,28 @@ void checkFirstRow(File& file, std::uint64_t size, const Header& header, const s
                            "compressed or no rows at all. Expand it with the program that made it.");
 }
 
-}  // namespace
-
-namespace {
-
-// Who only reads is content with a file that stood at the path when it was opened; of one that was removed or replaced
-// since then its links tell.
-bool isStanding(const std::string& path, File& file, bool onlyReads) {
-  return onlyReads ? file.state().links > 0 : standsAt(path, file);
-}
-
-}  // namespace
-
-bool standsAt(const std::string& path, File& file) {
-  const auto there = platform::current().state(path);
-  const platform::FileState held = file.state();
+bool isSameFile(const std::optional<platform::FileState>& there, const platform::FileState& held) {
   return there && there->device == held.device && there->inode == held.inode;
 }
 
+}  // namespace
+
+bool standsAt(const std::string& path, File& file) { return isSameFile(platform::current().state(path), file.state()); }
+
 // A repair puts a new file in the table's place. Who opened the old one just before it and locked it just after holds a
-// file that nobody will look at again.
-std::unique_ptr<File> openHeld(const std::string& path, Sharing sharing, bool& readOnly) {
+// file that nobody will look at again. Who only reads is content with a file that stood at the path when it was opened;
+// of one that was removed or replaced since then its links tell.
+HeldFile openHeld(const std::string& path, Sharing sharing, bool& readOnly) {
   for (int tries = 0; tries < kReplacementsFollowed; ++tries) {
     bool onlyReads = readOnly;
-    std::unique_ptr<File> file = openFile(path, sharing, onlyReads);
-    lockForSharing(*file, sharing, displayPath(path));
-    if (!isStanding(path, *file, onlyReads && sharing == Sharing::shared)) continue;
+    HeldFile held{openFile(path, sharing, onlyReads), {}};
+    lockForSharing(*held.file, sharing, path);
+    const bool willWrite = !onlyReads || sharing != Sharing::shared;
+    const auto there = willWrite ? platform::current().state(path) : std::nullopt;
+    held.state = held.file->state();
+    if (willWrite ? !isSameFile(there, held.state) : held.state.links == 0) continue;
     readOnly = onlyReads;
-    return file;
+    return held;
   }
   throw RunTimeFailure(failure::cannotOpen, "The table " + displayPath(path) +
                                                 " cannot be opened: other programs replace it again and again. Try "

@@ -9,11 +9,17 @@
 
 namespace vantrelix::dbf {
 
+// An open file that holds the locks of its sharing, and its state once they were held.
+struct HeldFile {
+  std::unique_ptr<platform::File> file;
+  platform::FileState state;
+};
+
 // Opens the file that stands at the path and takes the locks of its sharing; what is given is still the file at the
 // path once they are held. Opens for writing unless `readOnly` is set; sets it where a shared opening finds the file
 // write-protected. A lasting exclusive lock needs a file that can be written, so the other kinds of sharing always ask
 // for it. 3011, 3051 and 3211.
-std::unique_ptr<platform::File> openHeld(const std::string& path, Sharing sharing, bool& readOnly);
+HeldFile openHeld(const std::string& path, Sharing sharing, bool& readOnly);
 
 // Whether the open file is still the one at the path, and not removed or replaced since.
 bool standsAt(const std::string& path, platform::File& file);

@@ -22,8 +22,7 @@ bool hasOwnClock(platform::File& file, const platform::FileState& state) {
 
 }  // namespace
 
-const std::optional<platform::FileState>& RestingFile::look() {
-  const platform::FileState now = file_.state();
+const std::optional<platform::FileState>& RestingFile::look(const platform::FileState& now) {
   const bool isOld = platform::current().wallNanoseconds() - now.modifiedNanoseconds > kRest;
   state_.reset();
   if (isOld && hasOwnClock(file_, now)) state_ = now;

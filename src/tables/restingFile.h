@@ -16,10 +16,14 @@ class RestingFile {
   explicit RestingFile(platform::File& file) : file_(file) {}
 
   // Looks at the file: whether it is at rest, and in which state.
-  const std::optional<platform::FileState>& look();
+  const std::optional<platform::FileState>& look() { return look(file_.state()); }
+  // The same of a state that the file has just been found in.
+  const std::optional<platform::FileState>& look(const platform::FileState& now);
   // Whether it is at rest still, in the state last looked at: what was read since then is whole.
   bool isUnchanged();
   bool isKnown() const { return state_.has_value(); }
+  // As it was last looked at; nothing is asked of the system.
+  const std::optional<platform::FileState>& last() const { return state_; }
 
  private:
   platform::File& file_;

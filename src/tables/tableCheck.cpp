@@ -208,7 +208,7 @@ TableCheck checkTable(const std::string& path, const CheckProgress& progress) {
   TableCheck check;
   const std::string found = platform::current().findIgnoringCase(path);
   bool readOnly = true;
-  const auto file = dbf::openHeld(found, Sharing::shared, readOnly);
+  const auto file = dbf::openHeld(found, Sharing::shared, readOnly).file;
   unsigned char version = 0;
   file->readAt(0, &version, 1);
   check.version = version;

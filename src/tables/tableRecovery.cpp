@@ -193,7 +193,7 @@ TableRecovery recoverTable(const std::string& path, const std::string& newPath, 
   TableRecovery result;
   const std::string found = platform::current().findIgnoringCase(path);
   bool readOnly = true;
-  const auto file = dbf::openHeld(found, Sharing::shared, readOnly);
+  const auto file = dbf::openHeld(found, Sharing::shared, readOnly).file;
   const TableLayout layout = dbf::findLayout(*file, found);
   Recovery recovery(*file, layout, newPath);
   result.faults = checkTable(found).faults;

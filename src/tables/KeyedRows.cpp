@@ -1,0 +1,157 @@
+#include "tables/KeyedRows.h"
+
+#include <algorithm>
+#include <functional>
+#include <span>
+
+#include "foundation/extract.h"
+#include "foundation/text.h"
+#include "platform/RunTimeFailure.h"
+#include "tables/DbfFile.h"
+#include "tables/TextEquality.h"
+#include "tables/TextRuns.h"
+#include "tables/dbfNumber.h"
+
+namespace vantrelix {
+
+namespace {
+
+// More bytes of rows than this are left to a query, which need not keep them.
+constexpr std::size_t kMostKept = std::size_t{16} << 20;
+
+// Whether the name between brackets is the same name to a query.
+bool isPlainName(std::string_view name) {
+  const auto isPlain = [](char c) { return c > ' ' && c != '[' && c != ']' && c != '\\' && c != '/' && c != '\x7F'; };
+  return !name.empty() && std::all_of(name.begin(), name.end(), isPlain);
+}
+
+std::string queryOf(const Database& database, const KeyedRows::Key& key) {
+  std::string sql = "Select * from " + TableTokenFromParts(database.folder(), key.table, ".DBF");
+  sql += " WHERE " + key.field + " = '" + replaceAll(key.text, "'", "''") + "'";
+  if (!key.orderedBy.empty()) sql += " ORDER BY " + key.orderedBy;
+  return sql;
+}
+
+RunTimeFailure noSuchField(std::string_view name, const DbfFile& table) {
+  return {failure::noSuchField, "There is no field '" + std::string(name) + "' in the rows of table '" +
+                                    displayPath(table.path()) + "'. Check its name."};
+}
+
+}  // namespace
+
+KeyedRows::KeyedRows(Database& database, const Key& key) {
+  try {
+    if (isPlainName(key.table) && read(database, key)) return;
+  } catch (const RunTimeFailure&) {
+    // The query tells it in its own words, or finds that it has passed.
+  }
+  close();
+  query_ = database.OpenRecordset(queryOf(database, key), RecordsetType::snapshot);
+}
+
+// False where a query is to do it.
+bool KeyedRows::read(Database& database, const Key& key) {
+  table_ = database.openToRead(key.table);
+  noteOpening(*table_);
+  const int field = table_->fieldIndex(key.field);
+  if (field < 0) return false;
+  const auto wanted = TextEquality::of(table_->fields()[static_cast<std::size_t>(field)], key.text, false);
+  if (!wanted || !wanted->isPossible()) return false;
+  const auto length = static_cast<std::size_t>(table_->recordLength());
+  bool fits = true;
+  const auto keep = [&](std::uint32_t, const unsigned char* records, std::uint32_t count) {
+    for (std::uint32_t row = 0; row < count;) {
+      const unsigned char* const first = records + row * length;
+      ++row;
+      if (first[0] == '*' || !wanted->matches(first)) continue;
+      row = wanted->endOfAlike(first, length, row, count);
+      rows_.insert(rows_.end(), first, records + row * length);
+    }
+    fits = rows_.size() <= kMostKept;
+    return fits;
+  };
+  scanBlocksForText(*table_, wanted->sought(), std::ref(keep));
+  return fits && (key.orderedBy.empty() || readOrder(key));
+}
+
+// False where the rows do not stand in the order of a number field already.
+bool KeyedRows::readOrder(const Key& key) {
+  const int field = table_->fieldIndex(key.orderedBy);
+  if (field < 0 || !addAll(static_cast<std::size_t>(field), orderNumbers_)) return false;
+  orderField_ = field;
+  return std::is_sorted(orderNumbers_.begin(), orderNumbers_.end());
+}
+
+std::size_t KeyedRows::rowCount() const { return rows_.size() / static_cast<std::size_t>(table_->recordLength()); }
+
+// False, and what was added is of no meaning, where the bytes of a row do not tell its number. The numbers of the order
+// are handed over once; who asks again has them read again.
+bool KeyedRows::addAll(std::size_t field, std::vector<double>& numbers) {
+  if (static_cast<int>(field) == orderField_ && numbers.empty()) {
+    numbers = std::move(orderNumbers_);
+    orderField_ = -1;
+    return true;
+  }
+  const auto digits = dbf::DigitsField::of(table_->fields()[field]);
+  if (!digits) return false;
+  const std::size_t before = numbers.size();
+  numbers.resize(before + rowCount());
+  return digits->readEach(rows_.data(), static_cast<std::size_t>(table_->recordLength()),
+                          std::span(numbers).subspan(before));
+}
+
+void KeyedRows::requireOpen() const {
+  if (!table_) throw RunTimeFailure(failure::objectNotSet, "The cursor is closed. Open it again.");
+}
+
+bool KeyedRows::empty() const {
+  if (query_) return query_->rowCount() == 0;
+  requireOpen();
+  return rows_.empty();
+}
+
+std::size_t KeyedRows::fieldNumber(std::string_view name) const {
+  const int field = table_->fieldIndex(name);
+  if (field < 0) throw noSuchField(name, *table_);
+  return static_cast<std::size_t>(field);
+}
+
+Value KeyedRows::value(std::string_view field) {
+  if (query_) return query_->valueAt(0, field);
+  requireOpen();
+  const std::size_t number = fieldNumber(field);
+  if (!rows_.empty()) return table_->value(rows_.data(), number);
+  throw RunTimeFailure(failure::noCurrentRecord, "There is no current record. Move to a row first.");
+}
+
+void KeyedRows::addNumbers(std::string_view first, std::string_view second, NumberPairs& pairs) {
+  if (query_) {
+    if (query_->rowCount() > 0) query_->MoveFirst();
+    return query_->addNumbers(query_->Fields(first), query_->Fields(second), pairs);
+  }
+  requireOpen();
+  const std::size_t left = fieldNumber(first);
+  const std::size_t right = fieldNumber(second);
+  const std::size_t before = pairs.firsts.size();
+  const bool hasRoom = rowCount() <= pairs.most - std::min(pairs.most, before);
+  if (hasRoom && addAll(left, pairs.firsts) && addAll(right, pairs.seconds)) return;
+  pairs.firsts.resize(before);
+  pairs.seconds.resize(before);
+  const auto length = static_cast<std::size_t>(table_->recordLength());
+  for (std::size_t at = 0; at < rows_.size() && pairs.firsts.size() < pairs.most; at += length) {
+    const Value one = table_->value(rows_.data() + at, left);
+    const Value other = table_->value(rows_.data() + at, right);
+    if (one.isNull() || other.isNull()) continue;
+    const double number = one.asNumber();
+    pairs.seconds.push_back(other.asNumber());
+    pairs.firsts.push_back(number);
+  }
+}
+
+void KeyedRows::close() {
+  table_.reset();
+  query_.reset();
+  rows_.clear();
+}
+
+}  // namespace vantrelix

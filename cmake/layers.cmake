@@ -17,14 +17,18 @@ endfunction()
 # vantrelix_tests_together(NAME COUNT)
 #
 # The tests of one program in COUNT processes, with their results in results/NAME.K.xml. A program with sanitizers takes
-# longer to start than most tests take to run; and what one test leaves behind for the next is seen too.
+# longer to start than most tests take to run; and what one test leaves behind for the next is seen too. Tests of suites
+# whose name ends with "Alone" have a process each.
 function(vantrelix_tests_together name count)
   math(EXPR last "${count} - 1")
   foreach(shard RANGE ${last})
     add_test(NAME ${name}.${shard} COMMAND ${name}_tests)
     set_tests_properties(${name}.${shard} PROPERTIES TIMEOUT 1200 ENVIRONMENT
-      "QT_QPA_PLATFORM=offscreen;GTEST_TOTAL_SHARDS=${count};GTEST_SHARD_INDEX=${shard};GTEST_OUTPUT=xml:${CMAKE_BINARY_DIR}/results/${name}.${shard}.xml")
+      "QT_QPA_PLATFORM=offscreen;GTEST_FILTER=-*Alone.*;GTEST_TOTAL_SHARDS=${count};GTEST_SHARD_INDEX=${shard};GTEST_OUTPUT=xml:${CMAKE_BINARY_DIR}/results/${name}.${shard}.xml")
   endforeach()
+  gtest_discover_tests(${name}_tests TEST_FILTER "*Alone.*" TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
+                       XML_OUTPUT_DIR ${CMAKE_BINARY_DIR}/results
+                       PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen" TIMEOUT 120)
 endfunction()
 
 # vantrelix_tests(NAME [LINKED...])

@@ -139,7 +139,7 @@ constexpr const char* kFineOne =
 
 QByteArray both(const char* a, const char* b) { return QByteArray(a) + ", " + b; }
 
-class QtTwoScreens : public QtPlacement {
+class QtTwoScreensAlone : public QtPlacement {
  protected:
   // Moves a window and shows it anew. Gives where it was told to stand in the end: the platform of the tests shifts
   // windows by their frames.
@@ -158,7 +158,7 @@ class QtTwoScreens : public QtPlacement {
   }
 };
 
-TEST_F(QtTwoScreens, OneLeftOfTheFirstMakesTheDesktopBeginBelowZero) {
+TEST_F(QtTwoScreensAlone, OneLeftOfTheFirstMakesTheDesktopBeginBelowZero) {
   withScreens(both(kFirst, kLeftOfIt), [this] {
     ASSERT_EQ(desktop.monitors().count(), 2);
     EXPECT_EQ(desktop.monitors().desktop(), (Rectangle{-1280, 0, 2880, 1200}));
@@ -174,7 +174,7 @@ TEST_F(QtTwoScreens, OneLeftOfTheFirstMakesTheDesktopBeginBelowZero) {
   });
 }
 
-TEST_F(QtTwoScreens, AHandleAsksForItsOwnScreen) {
+TEST_F(QtTwoScreensAlone, AHandleAsksForItsOwnScreen) {
   withScreens(both(kFirst, kLeftOfIt), [this] {
     MonitorPort& port = desktop.monitors();
     const MonitorHandle left = port.monitorFromRect({-100, 200, 190, 10});
@@ -198,14 +198,14 @@ TEST_F(QtTwoScreens, AHandleAsksForItsOwnScreen) {
   });
 }
 
-TEST_F(QtTwoScreens, AWindowOnTheOneLeftOfTheFirstComesBackThere) {
+TEST_F(QtTwoScreensAlone, AWindowOnTheOneLeftOfTheFirstComesBackThere) {
   withScreens(both(kFirst, kLeftOfIt), [this] {
     const QPoint place = comesBackFrom({-1000, 300});
     EXPECT_LT((place - QPoint(-1000, 300)).manhattanLength(), 10);
   });
 }
 
-TEST_F(QtTwoScreens, AScreenOfAnotherScaleCountsInItsOwnPixels) {
+TEST_F(QtTwoScreensAlone, AScreenOfAnotherScaleCountsInItsOwnPixels) {
   withScreens(both(kFirst, kFineOne), [this] {
     MonitorPort& port = desktop.monitors();
     ASSERT_EQ(port.count(), 2);
@@ -217,7 +217,7 @@ TEST_F(QtTwoScreens, AScreenOfAnotherScaleCountsInItsOwnPixels) {
   });
 }
 
-TEST_F(QtTwoScreens, TwipsGoByTheDotsOfTheFirstScreen) {
+TEST_F(QtTwoScreensAlone, TwipsGoByTheDotsOfTheFirstScreen) {
   constexpr const char* kDenser =
       R"({"name": "A", "x": 0, "y": 0, "width": 1600, "height": 1200, "logicalDpi": 120, "logicalBaseDpi": 120, "dpr": 1})";
   withScreens(kDenser, [this] {
@@ -231,7 +231,7 @@ TEST_F(QtTwoScreens, TwipsGoByTheDotsOfTheFirstScreen) {
   });
 }
 
-TEST_F(QtTwoScreens, AFineFirstScreenLeavesAGapThatIsNoPlace) {
+TEST_F(QtTwoScreensAlone, AFineFirstScreenLeavesAGapThatIsNoPlace) {
   withScreens(both(R"({"name": "A", "x": 0, "y": 0, "width": 2000, "height": 1400, "logicalDpi": 192,
                        "logicalBaseDpi": 96, "dpr": 1})",
                    R"({"name": "B", "x": 2000, "y": 0, "width": 1600, "height": 1200, "logicalDpi": 96,
@@ -246,7 +246,7 @@ TEST_F(QtTwoScreens, AFineFirstScreenLeavesAGapThatIsNoPlace) {
               });
 }
 
-TEST_F(QtTwoScreens, AWindowOfASecondScreenThatIsGoneComesBackCentred) {
+TEST_F(QtTwoScreensAlone, AWindowOfASecondScreenThatIsGoneComesBackCentred) {
   withScreens(kFirst, [this] {
     TestForm form;
     SetFormLoc(form, 30000, 3000);

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -22,17 +23,10 @@ class CutsTable : public testing::Test {
  protected:
   CutsTable() {
     setSmallestRemembered(0);
-    DbfFile::create(path(), {{"ID", 'C', 12, 0}, {"PLACE", 'N', 17, 4}});
-    const auto table = DbfFile::open(path());
-    std::vector<unsigned char> rows;
-    for (int antenna = 0; antenna < 20; ++antenna) {
-      for (int place = 0; place < 50; ++place) {
-        const std::vector<unsigned char> row = record(*table, idOf(antenna), place);
-        rows.insert(rows.end(), row.begin(), row.end());
-      }
-    }
-    table->append(rows.data(), 1000);
-    age(std::chrono::milliseconds(3600123));
+    create();
+    append(
+        1000, [](int row) { return idOf(row / 50); }, 50);
+    age();
   }
   ~CutsTable() override { setSmallestRemembered(formerSmallest_); }
 
@@ -43,12 +37,27 @@ class CutsTable : public testing::Test {
     table.put(bytes.data(), 1, place);
     return bytes;
   }
+  // An empty table, of those fields or of its own, in the place of the one there is.
+  void create(const std::vector<DbfNewField>& fields = {{"ID", 'C', 12, 0}, {"PLACE", 'N', 17, 4}}) const {
+    if (platform::current().fileExists(path())) platform::current().remove(path());
+    DbfFile::create(path(), fields);
+  }
+  // Adds so many rows at once; PLACE counts them, and begins anew after so many.
+  void append(int count, const std::function<std::string(int row)>& id, int places = 1 << 30) const {
+    const auto table = DbfFile::open(path());
+    std::vector<unsigned char> rows;
+    for (int i = 0; i < count; ++i) {
+      const std::vector<unsigned char> row = record(*table, id(i), i % places);
+      rows.insert(rows.end(), row.begin(), row.end());
+    }
+    table->append(rows.data(), static_cast<std::uint32_t>(count));
+  }
   const std::string& folder() const { return folder_.path(); }
   std::string path() const { return folder_.file("CUTS.DBF"); }
   std::string otherPath() const { return folder_.file("OTHER.DBF"); }
   // The last change was at least so long ago, at a time that no other file here has. At no full second where `by` is
   // none.
-  void age(std::chrono::milliseconds by) const {
+  void age(std::chrono::milliseconds by = std::chrono::milliseconds(3600123)) const {
     using std::filesystem::file_time_type;
     static int calls = 0;
     const auto now = std::chrono::floor<std::chrono::seconds>(file_time_type::clock::now());
@@ -65,6 +74,17 @@ class CutsTable : public testing::Test {
     count(where);
     return machine_.bytesRead;
   }
+  // A file that has just changed is read whole until so many milliseconds have gone by and it has been read once more,
+  // and not only until the first of them have.
+  void expectTrustAfter(int tooSoon, int rest) {
+    EXPECT_GT(cost(isUpper("ID003")), kAll);
+    wait(tooSoon);
+    EXPECT_GT(cost(isUpper("ID003")), kAll);
+    EXPECT_GT(cost(isUpper("ID003")), kAll);
+    wait(rest);
+    EXPECT_GT(cost(isUpper("ID003")), kAll);
+    EXPECT_LT(cost(isUpper("ID003")), kAll / 4);
+  }
   static void wait(int milliseconds) { MeasuredPlatform::now += milliseconds; }
   // The file has been looked at, stands still, and is known.
   void learn() {
@@ -79,11 +99,15 @@ class CutsTable : public testing::Test {
   void setChanged(std::filesystem::file_time_type time) const {
     std::filesystem::last_write_time(platform::current().toMachine(path()), time);
   }
+  // Another program gives a row another ID.
+  void putIdInAnotherProgram(std::uint32_t row, const std::string& id) const {
+    inAnotherProgram(
+        [&](DbfFile& table) { table.update(row, [&](unsigned char* bytes) { table.put(bytes, 0, id); }); });
+  }
   // Another program makes a row one of antenna 3. The file keeps its size, and its time as far as its clock shows.
   void giveRowTo3(std::uint32_t row) const {
     const auto time = changed();
-    inAnotherProgram(
-        [&](DbfFile& table) { table.update(row, [&](unsigned char* b) { table.put(b, 0, Value("ID003")); }); });
+    putIdInAnotherProgram(row, "ID003");
     setChanged(time);
   }
   // This program changes a number in a row of an antenna.

@@ -99,43 +99,82 @@ TEST(Snapshot, OfNoRowsHasNone) {
   EXPECT_EQ(failureOf([&] { rows->MoveFirst(); }), failure::noCurrentRecord);
 }
 
-TEST(VisitNumbers, LeavesOutRowsWithANull) {
+NumberPairs numbersOf(Recordset& rows, const char* first, const char* second, std::size_t most = SIZE_MAX) {
+  NumberPairs pairs;
+  pairs.most = most;
+  rows.addNumbers(rows.Fields(first), rows.Fields(second), pairs);
+  return pairs;
+}
+
+TEST(AddNumbers, LeavesOutRowsWithANull) {
   const CursorTables tables;
   for (const auto type : {RecordsetType::snapshot, RecordsetType::dynaset}) {
     const RecordsetPtr rows = tables.open(kAll, type);
-    std::string seen;
-    rows->visitNumbers(rows->Fields("GAIN"), rows->Fields("FREQ"), [&seen](double gain, double frequency) {
-      seen += Value(gain).asText() + "/" + Value(frequency).asText() + " ";
-    });
-    EXPECT_EQ(seen, "2.15/150 10/900 ");
+    const NumberPairs pairs = numbersOf(*rows, "GAIN", "FREQ");
+    EXPECT_EQ(pairs.firsts, (std::vector<double>{2.15, 10}));
+    EXPECT_EQ(pairs.seconds, (std::vector<double>{150, 900}));
     EXPECT_TRUE(rows->Eof());
     EXPECT_EQ(rows->RecordCount(), 4);
   }
 }
 
-TEST(VisitNumbers, BeginsAtTheCurrentRowAndStandsWhereItFailed) {
+TEST(AddNumbers, AddsBehindThoseThatAreThere) {
   const CursorTables tables;
-  tables.add("12", "7", 1, 2);
-  const RecordsetPtr rows = tables.open(kAll, RecordsetType::snapshot);
-  rows->setAbsolutePosition(1);
-  EXPECT_EQ(
-      failureOf([&] { rows->visitNumbers(rows->Fields("ANTENNA"), rows->Fields("GAIN"), [](double, double) {}); }),
-      failure::typeMismatch);
-  EXPECT_EQ(rows->AbsolutePosition(), 1);
-  rows->setAbsolutePosition(3);
-  double sum = 0;
-  rows->visitNumbers(rows->Fields("ANTENNA"), rows->Fields("ATYPE_ID"), [&sum](double a, double b) { sum += a + b; });
-  EXPECT_EQ(sum, 19.0);
+  const RecordsetPtr rows =
+      tables.open("Select * from [AMSTEST] where FREQ > 0 order by GAIN", RecordsetType::snapshot);
+  NumberPairs pairs{SIZE_MAX, {7}, {8}};
+  rows->addNumbers(rows->Fields("GAIN"), rows->Fields("FREQ"), pairs);
+  EXPECT_EQ(pairs.firsts, (std::vector<double>{7, 2.15, 10}));
+  EXPECT_EQ(pairs.seconds, (std::vector<double>{8, 150, 900}));
+  rows->addNumbers(rows->Fields("GAIN"), rows->Fields("FREQ"), pairs);
+  EXPECT_EQ(pairs.firsts.size(), 3U);
 }
 
-TEST(VisitNumbers, NeedsARowAndFieldsOfItsOwn) {
+TEST(AddNumbers, EndsWhereThereAreAsManyAsWanted) {
+  const CursorTables tables;
+  for (const auto type : {RecordsetType::snapshot, RecordsetType::dynaset}) {
+    const RecordsetPtr rows = tables.open("Select * from [AMSTEST] where FREQ > 0", type);
+    EXPECT_EQ(numbersOf(*rows, "GAIN", "FREQ", 1).firsts, (std::vector<double>{2.15}));
+    EXPECT_EQ(rows->AbsolutePosition(), 1);
+    EXPECT_EQ(numbersOf(*rows, "GAIN", "FREQ", 1).seconds, (std::vector<double>{900}));
+    EXPECT_EQ(rows->AbsolutePosition(), 2);
+  }
+}
+
+TEST(AddNumbers, GivesThemInTheOrderOfTheRows) {
+  const CursorTables tables;
+  for (const auto type : {RecordsetType::snapshot, RecordsetType::dynaset}) {
+    const RecordsetPtr rows = tables.open("Select * from [AMSTEST] where GAIN < 99 order by ANTENNA desc", type);
+    EXPECT_EQ(numbersOf(*rows, "GAIN", "GAIN").firsts, (std::vector<double>{9.5, 2.15, 10}));
+  }
+}
+
+TEST(AddNumbers, BeginsAtTheCurrentRowAndStandsWhereItFailed) {
+  const CursorTables tables;
+  tables.add("12", "7", 1, 2);
+  RecordsetPtr rows = tables.open(kAll, RecordsetType::snapshot);
+  rows->setAbsolutePosition(1);
+  EXPECT_EQ(failureOf([&] { numbersOf(*rows, "ANTENNA", "GAIN"); }), failure::typeMismatch);
+  EXPECT_EQ(rows->AbsolutePosition(), 1);
+  rows->setAbsolutePosition(3);
+  EXPECT_EQ(numbersOf(*rows, "ANTENNA", "ATYPE_ID").seconds, (std::vector<double>{12}));
+  rows = tables.open("Select * from [AMSTEST] order by ATYPE_ID", RecordsetType::snapshot);
+  NumberPairs pairs;
+  EXPECT_EQ(failureOf([&] { rows->addNumbers(rows->Fields("FREQ"), rows->Fields("ATYPE_ID"), pairs); }),
+            failure::typeMismatch);
+  EXPECT_EQ(pairs.firsts, (std::vector<double>{2}));
+  EXPECT_EQ(pairs.seconds, (std::vector<double>{12}));
+}
+
+TEST(AddNumbers, NeedsARowAndFieldsOfItsOwn) {
   const CursorTables tables;
   const RecordsetPtr rows = tables.open(kAll, RecordsetType::snapshot);
   const RecordsetPtr other = tables.open(kAll, RecordsetType::snapshot);
-  const auto visit = [&](const Field& field) { rows->visitNumbers(field, field, [](double, double) {}); };
-  EXPECT_EQ(failureOf([&] { visit(other->Fields("GAIN")); }), failure::noSuchField);
+  NumberPairs pairs;
+  EXPECT_EQ(failureOf([&] { rows->addNumbers(other->Fields("GAIN"), rows->Fields("GAIN"), pairs); }),
+            failure::noSuchField);
   rows->MovePrevious();
-  EXPECT_EQ(failureOf([&] { visit(rows->Fields("GAIN")); }), failure::noCurrentRecord);
+  EXPECT_EQ(failureOf([&] { numbersOf(*rows, "GAIN", "GAIN"); }), failure::noCurrentRecord);
 }
 
 // A query that may keep so many bytes.

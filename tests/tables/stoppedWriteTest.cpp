@@ -1,18 +1,22 @@
 // Writes that fail or are cut off at any call to the system: what was confirmed is there, and nothing else is promised.
-#include <algorithm>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "platform/FaultPlatform.h"
 #include "support/UnsyncedPlatform.h"
 #include "tables/cursorTables.h"
+#include "tables/stops.h"
 
 namespace vantrelix {
 namespace {
 
 using platform::FaultPlatform;
 using test::CursorTables;
-using ::testing::AnyOf;
+using test::kStops;
+using test::runStopped;
+using test::Stop;
+using test::StoppedRun;
 using ::testing::ElementsAre;
 
 constexpr const char* kAll = "Select * from [AMSTEST]";
@@ -29,61 +33,61 @@ std::vector<unsigned char> rowsOf(DbfFile& table, const std::vector<int>& gains)
 
 constexpr const char* kOld = "2.15 10 9.5 -";
 
-// How a write is stopped at its call number `call`, and the calls that are counted.
-struct Stop {
-  const char* name;
-  std::function<void(FaultPlatform&, int call)> at;
-  bool countsAll = false;
-  bool ends = false;  // the program with it: nobody takes back what came to the file unconfirmed
-};
-
-const std::vector<Stop>& stops() {
-  static const std::vector<Stop> all = {
-      {"failure of any call", [](FaultPlatform& faults, int call) { faults.failAnyAt(call, failure::deviceIO); }, true},
-      {"full disk", [](FaultPlatform& faults, int call) { faults.fillDiskAt(call); }},
-      {"crash", [](FaultPlatform& faults, int call) { faults.crashAt(call); }, false, true},
-      {"torn crash", [](FaultPlatform& faults, int call) { faults.crashAt(call, true); }, false, true},
-  };
-  return all;
-}
-
 class StoppedWrite : public ::testing::TestWithParam<bool> {
  protected:
+  using Work = std::function<void(const CursorTables&)>;
+
   StoppedWrite() { DbfFile::setDurable(GetParam()); }
   ~StoppedWrite() override { DbfFile::setDurable(false); }
 
-  test::UnsyncedPlatform machine;
-  const platform::Substitute substitute{machine};
-
-  // Stops the work at one call after the other until it comes through, and looks at the table each time: as the work
-  // left it, whether it was confirmed or not, and when it has been done once more.
-  static void stopEverywhere(const std::function<void(const CursorTables&)>& work, const std::string& done,
-                             const std::string& twice) {
-    for (const Stop& stop : stops()) {
+  // Stops the work on a fresh table at one call after the other until it comes through, and has `look` look at the
+  // table each time as the work left it, whether it was confirmed or not.
+  static void stopEverywhere(const Work& work,
+                             const std::function<void(const Stop&, const CursorTables&, bool confirmed)>& look) {
+    for (const Stop& stop : kStops) {
       bool struck = true;
       for (int call = 1; struck; ++call) {
         SCOPED_TRACE(std::string(stop.name) + " at call " + std::to_string(call));
         const CursorTables tables;
-        FaultPlatform faults(platform::current());
-        bool confirmed = false;
-        {
-          const platform::Substitute substitute(faults);
-          stop.at(faults, call);
-          confirmed = test::failureOf([&] { work(tables); }) == 0;
-          struck = call <= (stop.countsAll ? faults.anyCalls() : faults.calls());
-        }
-        const std::string found = tables.list(kAll);
-        ASSERT_TRUE(confirmed || struck);
-        ASSERT_TRUE(found == (confirmed ? done : kOld) || (stop.ends && found == done)) << found;
-        work(tables);
-        ASSERT_EQ(tables.list(kAll), found == done ? twice : done);
+        const StoppedRun run = runStopped(stop, call, [&] {
+          work(tables);
+          return true;
+        });
+        struck = call <= run.calls;
+        ASSERT_TRUE(run.confirmed || struck);
+        look(stop, tables, run.confirmed);
+        if (HasFatalFailure()) return;
       }
     }
   }
+  // A row that is added is there or not, unless it is confirmed; and the work can be done once more.
+  static void stopAdding(const Work& work, const std::string& done, const std::string& twice) {
+    stopEverywhere(work, [&](const Stop& stop, const CursorTables& tables, bool confirmed) {
+      const std::string found = tables.list(kAll);
+      ASSERT_TRUE(found == (confirmed ? done : kOld) || (stop.ends && found == done)) << found;
+      work(tables);
+      ASSERT_EQ(tables.list(kAll), found == done ? twice : done);
+    });
+  }
+  // A change is no addition: where the failure comes after the write of the row, the row is changed.
+  static void stopChanging(const Work& work, const std::string& done) {
+    const std::size_t size = CursorTables().folder.read("AMSTEST.DBF").size();
+    stopEverywhere(work, [&](const Stop&, const CursorTables& tables, bool confirmed) {
+      const std::string found = tables.list(kAll);
+      ASSERT_TRUE(found == done || (!confirmed && found == kOld)) << found;
+      ASSERT_EQ(tables.folder.read("AMSTEST.DBF").size(), size);
+    });
+  }
+
+ private:
+  test::UnsyncedPlatform machine_;
+  const platform::Substitute substitute_{machine_};
 };
 
+using StoppedChange = StoppedWrite;
+
 TEST_P(StoppedWrite, OfARowAddedByACursorLeavesItWholeOrNotThere) {
-  stopEverywhere(
+  stopAdding(
       [](const CursorTables& tables) {
         const RecordsetPtr rows = DBEngine::OpenDatabase(tables.folder.path())->OpenRecordset(kAll);
         rows->AddNew();
@@ -94,7 +98,7 @@ TEST_P(StoppedWrite, OfARowAddedByACursorLeavesItWholeOrNotThere) {
 }
 
 TEST_P(StoppedWrite, OfRowsAddedTogetherLeavesAllOrNone) {
-  stopEverywhere(
+  stopAdding(
       [](const CursorTables& tables) {
         const auto table = DbfFile::open(tables.folder.file("AMSTEST.DBF"));
         const std::vector<unsigned char> rows = rowsOf(*table, {101, 102, 103});
@@ -103,39 +107,8 @@ TEST_P(StoppedWrite, OfRowsAddedTogetherLeavesAllOrNone) {
       "2.15 10 9.5 - 101 102 103", "2.15 10 9.5 - 101 102 103 101 102 103");
 }
 
-// A change is no addition: where the failure comes after the write of the row, the row is changed.
-class StoppedChange : public StoppedWrite {
- protected:
-  static void stopEverywhere(const std::function<void(const CursorTables&)>& work, const std::string& done) {
-    for (const Stop& stop : stops()) {
-      bool struck = true;
-      for (int call = 1; struck; ++call) {
-        SCOPED_TRACE(std::string(stop.name) + " at call " + std::to_string(call));
-        const CursorTables tables;
-        const std::string former = tables.folder.read("AMSTEST.DBF");
-        FaultPlatform faults(platform::current());
-        bool confirmed = false;
-        {
-          const platform::Substitute substitute(faults);
-          stop.at(faults, call);
-          confirmed = test::failureOf([&] { work(tables); }) == 0;
-          struck = call <= (stop.countsAll ? faults.anyCalls() : faults.calls());
-        }
-        const std::string found = tables.list(kAll);
-        if (confirmed) {
-          ASSERT_EQ(found, done);
-          continue;
-        }
-        ASSERT_TRUE(struck);
-        ASSERT_THAT(found, AnyOf(std::string(kOld), done));
-        ASSERT_EQ(tables.folder.read("AMSTEST.DBF").size(), former.size());
-      }
-    }
-  }
-};
-
 TEST_P(StoppedChange, OfARowLeavesTheOldOneOrTheNew) {
-  stopEverywhere(
+  stopChanging(
       [](const CursorTables& tables) {
         const RecordsetPtr rows = DBEngine::OpenDatabase(tables.folder.path())->OpenRecordset(kAll);
         rows->Edit();
@@ -146,8 +119,8 @@ TEST_P(StoppedChange, OfARowLeavesTheOldOneOrTheNew) {
 }
 
 TEST_P(StoppedChange, ThatDeletesLeavesTheRowOrNone) {
-  stopEverywhere([](const CursorTables& tables) { DbfFile::open(tables.folder.file("AMSTEST.DBF"))->markDeleted(1); },
-                 "2.15 9.5 -");
+  stopChanging([](const CursorTables& tables) { DbfFile::open(tables.folder.file("AMSTEST.DBF"))->markDeleted(1); },
+               "2.15 9.5 -");
 }
 
 INSTANTIATE_TEST_SUITE_P(PlainOrDurable, StoppedWrite, ::testing::Bool());

@@ -1,3 +1,4 @@
+// Whether a table has the fields that it should have: what is made, what is refused, and the code for each outcome.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -8,70 +9,13 @@ namespace vantrelix {
 namespace {
 
 using test::DictionarySuite;
-using test::StoppedClock;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 
 constexpr const char* kAms = "AMSPDBASE";
 
 int codeOf(const std::string& path, bool repair, bool create, const std::string& type = kAms) {
   return RSTblValidRS(FieldsFromDataSum(kAms), path, repair, create, type);
-}
-
-TEST(NewTable, TheFieldsOfTheListComeInOrderWithTheEnginesOwnNumberWidths) {
-  DictionarySuite suite;
-  const std::string path = suite.file("AHDTEST1.DBF");
-  ASSERT_TRUE(NewTable(FieldsFromDataSum("AHDTADBASE"), path));
-  const auto table = DbfFile::open(path, true);
-  ASSERT_EQ(table->fields().size(), 3u);
-  EXPECT_EQ(table->fields()[0].width, 12);
-  EXPECT_EQ(table->fields()[1].name, "HOR_AZ");
-  EXPECT_EQ(table->fields()[1].width, engineField("HOR_AZ", FieldType::doubleNumber, 10).width);
-  EXPECT_EQ(table->recordCount(), 0u);
-}
-
-TEST(NewTable, AnExistingTableIsReplaced) {
-  DictionarySuite suite;
-  const std::string path = test::oldMaster(suite.folder());
-  ASSERT_TRUE(NewTable(FieldsFromDataSum("AVDTADBASE"), path));
-  EXPECT_THAT(test::column(path, "VERT_ANGLE"), IsEmpty());
-  EXPECT_THAT(test::filesThatBegin(suite.folder(), ""), ElementsAre("AMSTEST1.DBF", "SYSTEM"));
-}
-
-TEST(NewTable, ATableThatAnotherHasOpenIsNotReplaced) {
-  DictionarySuite suite;
-  const std::string path = test::oldMaster(suite.folder());
-  const std::string before = suite.folder().read("AMSTEST1.DBF");
-  auto other = DbfFile::open(path, true);
-  EXPECT_FALSE(NewTable(FieldsFromDataSum("AVDTADBASE"), path));
-  EXPECT_EQ(suite.folder().read("AMSTEST1.DBF"), before);
-  EXPECT_THAT(suite.log(), HasSubstr("Error 3051:  The table " + suite.folder().machine("AMSTEST1.DBF")));
-  other.reset();
-  EXPECT_TRUE(NewTable(FieldsFromDataSum("AVDTADBASE"), path));
-  suite.folder().write("AMSTEST1.DBF", "no table at all");
-  EXPECT_TRUE(NewTable(FieldsFromDataSum("AVDTADBASE"), path));
-  EXPECT_EQ(DbfFile::open(path, true)->fields().size(), 3u);
-}
-
-TEST(NewTable, APathWithABlankIsMadeUnderTheStampFirstAndEndsUnderItsName) {
-  DictionarySuite suite;
-  StoppedClock clock(platform::current());
-  platform::Substitute substitute(clock);
-  ASSERT_TRUE(NewTable(FieldsFromDataSum("AHDTADBASE"), suite.file("AHD My [1].DBF")));
-  EXPECT_THAT(test::filesThatBegin(suite.folder(), ""), ElementsAre("AHD My [1].DBF", "SYSTEM"));
-  EXPECT_TRUE(clock.hasRenamed("26160248.DBF"));
-}
-
-TEST(NewTable, AFailureIsReportedAndLeavesTheFormerTable) {
-  DictionarySuite suite;
-  const std::string path = test::oldMaster(suite.folder());
-  const std::string before = suite.folder().read("AMSTEST1.DBF");
-  EXPECT_FALSE(NewTable({{"A_NAME_TOO_LONG", 5, FieldType::text, ""}}, path));
-  EXPECT_FALSE(NewTable({}, path));
-  EXPECT_EQ(suite.folder().read("AMSTEST1.DBF"), before);
-  EXPECT_EQ(suite.messages.size(), 2u);
-  EXPECT_THAT(suite.log(), HasSubstr("DETAIL: PathName: " + suite.folder().machine("AMSTEST1.DBF")));
 }
 
 TEST(RSTblValid, AMissingTableIsMadeOnlyWhenAsked) {
@@ -89,35 +33,6 @@ TEST(RSTblValid, WithoutATypeTheNewTableKeepsTheEnginesWidths) {
   const std::string path = suite.file("AMS TEST.DBF");
   ASSERT_TRUE(RSTblValid(FieldsFromDataSum(kAms), path, false, true, " "));
   EXPECT_EQ(DbfFile::open(path, true)->fields().at(2).width, engineField("GAIN", FieldType::doubleNumber, 12).width);
-}
-
-// Makes a table with a crash at that changing call; gives the calls it came to.
-int stoppedCreation(int call) {
-  DictionarySuite suite;
-  const std::string path = suite.file("AMSTEST1.DBF");
-  platform::FaultPlatform faults(platform::current());
-  {
-    platform::Substitute substitute(faults);
-    faults.crashAt(call, call % 2 == 0);
-    try {
-      codeOf(path, true, true);
-    } catch (const RunTimeFailure&) {
-      // The log itself could not be written.
-    }
-  }
-  const int finished = 1 + 12 + 60 + 12 + 5 + 14 + 14 + 5 + 12 + 5;
-  if (suite.folder().exists("AMSTEST1.DBF") && !suite.folder().read("AMSTEST1.DBF").empty()) {
-    EXPECT_EQ(DbfFile::open(path, true)->recordLength(), finished) << call;
-  }
-  EXPECT_EQ(codeOf(path, true, true), tableCode::fine) << call;
-  EXPECT_EQ(DbfFile::open(path, true)->recordLength(), finished) << call;
-  return faults.calls();
-}
-
-TEST(RSTblValid, CreationStoppedAnywhereLeavesAFinishedTableOrNone) {
-  const int calls = stoppedCreation(1 << 20);
-  ASSERT_GT(calls, 5);
-  for (int call = 1; call <= calls; ++call) stoppedCreation(call);
 }
 
 TEST(RSTblValid, TheLogTellsHowFarAFailureCame) {
@@ -209,9 +124,9 @@ TEST(RSTblValidRS, ATableHeldByAnotherGivesThree) {
 
 TEST(RSTblValidRS, ATableThatDeniesWritersToOneDeniesTheSameToTheNext) {
   DictionarySuite suite;
-  DbfFile::setLockWait(20);
   const std::string path = suite.file("AMSTEST1.DBF");
   ASSERT_EQ(codeOf(path, false, true), tableCode::fine);
+  DbfFile::setLockWait(20);
   const auto editor = DbfFile::open(path, false, Sharing::denyWrite);
   EXPECT_EQ(
       RSTblValidRS(FieldsFromDataSum(kAms), path, false, false, kAms, RecordsetType::table, recordsetOption::denyWrite),
@@ -287,52 +202,6 @@ TEST(RSTblValidRS, AnythingElseGivesNinetyNineWithTheErrorInTheLog) {
   EXPECT_THAT(suite.log(), HasSubstr("Error 3343: "));
   EXPECT_THAT(suite.log(), HasSubstr("\r\nUnknown error"));
   EXPECT_EQ(RSTblValidRS({}, test::oldMaster(suite.folder()), true, true, kAms), tableCode::unknown);
-}
-
-TEST(MakeDataSmTableFile, AMissingTableIsMadeAndOpened) {
-  DictionarySuite suite;
-  const RecordsetPtr cursor = MakeDataSmTableFile(suite.file("AVDTEST1.DBF"), "AVDTADBASE");
-  ASSERT_TRUE(cursor);
-  EXPECT_TRUE(cursor->Eof());
-  EXPECT_EQ(cursor->Fields("VERT_FIELD").Size(), 12);
-  EXPECT_EQ(cursor->Fields("VERT_FIELD").decimals(), 4);
-}
-
-TEST(MakeDataSmTableFile, AnOldTableIsMendedAndOpenedOnItsFirstRow) {
-  DictionarySuite suite;
-  const RecordsetPtr cursor = MakeDataSmTableFile(test::oldMaster(suite.folder()), kAms);
-  ASSERT_TRUE(cursor);
-  EXPECT_EQ(trim(cursor->value("ANTENNA").asText()), "First");
-  EXPECT_TRUE(cursor->value("POWER_UN").isNull());
-  cursor->MoveLast();
-  EXPECT_EQ(cursor->RecordCount(), 2);
-}
-
-TEST(MakeDataSmTableFile, AFailureIsToldWithTheSupportAddressAndLogged) {
-  DictionarySuite suite;
-  suite.folder().write("QVZOR32.INI", "[CONFIG]\r\nSupportAddress=help@example.org\r\n");
-  const std::string path = suite.folder().write("AMSTEST1.DBF", std::string(500, 'x'));
-  EXPECT_FALSE(MakeDataSmTableFile(path, kAms));
-  ASSERT_EQ(suite.messages.size(), 2u);
-  EXPECT_EQ(suite.messages[1].title, "Database Error");
-  const std::string start = suite.folder().machine("AMSTEST1.DBF") +
-                            "\r\nRSTblValid Error opening database:\r\nMakeDataSmTableFile Open Error: Error 3343: ";
-  EXPECT_EQ(suite.messages[1].text.rfind(start, 0), 0u);
-  EXPECT_THAT(suite.messages[1].text,
-              HasSubstr("\r\nAMSPDBASE\r\n[AMSTEST1]\r\nPlease send the QVTECSUP.TXT file, along with a description of "
-                        "what you were trying to do when this error happened, to:\r\n\r\nhelp@example.org"));
-  EXPECT_THAT(suite.log(), HasSubstr(start));
-}
-
-TEST(MakeDataSmTableFile, AnUnknownTypeGivesNothingAndTouchesNoTable) {
-  DictionarySuite suite;
-  const std::string path = test::oldMaster(suite.folder());
-  const std::string before = suite.folder().read("AMSTEST1.DBF");
-  EXPECT_FALSE(MakeDataSmTableFile(path, "NOSUCHTYPE"));
-  EXPECT_FALSE(MakeDataSmTableFile(suite.file("AMSTEST2.DBF"), "NOSUCHTYPE"));
-  EXPECT_EQ(suite.folder().read("AMSTEST1.DBF"), before);
-  EXPECT_FALSE(suite.folder().exists("AMSTEST2.DBF"));
-  EXPECT_THAT(suite.log(), HasSubstr("MakeDataSmTableFile Open Error: Error creating file"));
 }
 
 }  // namespace

@@ -1,16 +1,14 @@
 // Every kind of fault that a look through a table names, each with its place.
-#include <algorithm>
 #include <gtest/gtest.h>
 
-#include "tables/DbfBytes.h"
-#include "tables/MemoFile.h"
-#include "tables/tableCheck.h"
+#include "tables/TableChecks.h"
 
 namespace vantrelix {
 namespace {
 
 using test::failureOf;
 using test::RawTable;
+using test::TableChecks;
 using namespace std::string_literals;
 
 std::string littleEndian(std::uint64_t value, int count) {
@@ -18,47 +16,6 @@ std::string littleEndian(std::uint64_t value, int count) {
   for (int i = 0; i < count; ++i) bytes += static_cast<char>(value >> (8 * i));
   return bytes;
 }
-
-class TableChecks : public ::testing::Test {
- protected:
-  TableCheck checked(const std::string& content) {
-    suite.folder().write("T.DBF", content);
-    return checkTable(suite.file("T.DBF"));
-  }
-  TableCheck checked(const RawTable& raw) { return checked(raw.bytes()); }
-  // The names of the kinds that were found, in the order of the kinds.
-  static std::string kindsOf(const TableCheck& check) {
-    std::string kinds;
-    for (const auto& [kind, total] : check.faults.totals())
-      kinds += (kinds.empty() ? "" : " ") + std::string(faultName(kind));
-    return kinds;
-  }
-  std::string kinds(const RawTable& raw) { return kindsOf(checked(raw)); }
-  static TableFault firstOf(const TableCheck& check, FaultKind kind) {
-    for (const TableFault& fault : check.faults.kept()) {
-      if (fault.kind == kind) return fault;
-    }
-    ADD_FAILURE() << "no fault of the kind " << faultName(kind) << " but " << kindsOf(check);
-    return {};
-  }
-  // The one fault of a row of one field; its offset counts from the row's first byte.
-  TableFault faultOfValue(char type, int width, const std::string& bytes, FaultKind kind) {
-    const TableCheck check = checked({.fields = {{"V", type, width}}, .rows = " " + bytes, .count = 1});
-    EXPECT_EQ(kindsOf(check), faultName(kind)) << bytes;
-    TableFault fault = firstOf(check, kind);
-    EXPECT_EQ(fault.record, 0U);
-    EXPECT_EQ(fault.field, "V");
-    if (fault.offset) *fault.offset -= 65;
-    return fault;
-  }
-  bool isSound(char type, int width, const std::string& bytes, int version = 0x03) {
-    RawTable raw{.version = version, .fields = {{"V", type, width}}, .rows = " " + bytes, .count = 1};
-    return kinds(raw).empty();
-  }
-
-  const RawTable good{.fields = {{"A", 'C', 3}, {"N", 'N', 4}}, .rows = " abc   1*def   2", .count = 2};
-  test::TempSuite suite;
-};
 
 TEST_F(TableChecks, ASoundTableHasNoFaultAndItsRowsCounted) {
   const TableCheck check = checked(good);
@@ -276,84 +233,6 @@ TEST_F(TableChecks, KeepTwentyFaultsOfAKindAndCountAll) {
   EXPECT_EQ(check.faults.totals().at(FaultKind::logical), 1U);
   EXPECT_EQ(check.faults.kept().size(), 21U);
   EXPECT_EQ(check.faults.kept().back().record, 999U);
-}
-
-class MemoChecks : public TableChecks {
- protected:
-  // Three texts in blocks of 64 bytes: 8, 9 and 10 to 11.
-  void writeMemo() {
-    MemoFile::create(suite.file("T.FPT"));
-    MemoFile memo(suite.file("T.FPT"), MemoKind::foxpro, platform::OpenMode::readWrite);
-    for (const std::string& text : {"one"s, "two"s, std::string(100, 'x')}) memo.append(text);
-  }
-  static RawTable pointingTo(const std::string& first, const std::string& second, int version = 0xF5) {
-    const auto field = [](const std::string& block) { return " " + std::string(10 - block.size(), ' ') + block; };
-    return {.version = version, .fields = {{"M", 'M', 10}}, .rows = field(first) + field(second), .count = 2};
-  }
-};
-
-TEST_F(MemoChecks, FindNothingWrongWithSoundMemos) {
-  writeMemo();
-  EXPECT_EQ(kinds(pointingTo("8", "10")), "");
-  EXPECT_EQ(kinds(pointingTo("", "9")), "");
-}
-
-TEST_F(MemoChecks, NameAMissingMemoFileWhereATextIsInIt) {
-  EXPECT_EQ(kinds(pointingTo("", "")), "");
-  const TableCheck check = checked(pointingTo("", "9"));
-  EXPECT_EQ(kindsOf(check), "memo_missing");
-  EXPECT_EQ(firstOf(check, FaultKind::memoMissing).record, 1U);
-  suite.folder().write("T.FPT", "short");
-  EXPECT_EQ(kinds(pointingTo("", "9")), "memo_file");
-}
-
-TEST_F(MemoChecks, NamePointersAndBlocksThatLeadNowhere) {
-  writeMemo();
-  EXPECT_EQ(kinds(pointingTo("8", "9x")), "memo_pointer");
-  EXPECT_EQ(kinds(pointingTo("8", "9999")), "memo_block");
-  std::string memo = suite.folder().read("T.FPT");
-  memo[9 * 64 + 4] = '\x7F';
-  suite.folder().write("T.FPT", memo);
-  const TableCheck check = checked(pointingTo("8", "9"));
-  EXPECT_EQ(kindsOf(check), "memo_block");
-  EXPECT_EQ(firstOf(check, FaultKind::memoBlock).record, 1U);
-  EXPECT_EQ(firstOf(check, FaultKind::memoBlock).field, "M");
-}
-
-TEST_F(MemoChecks, NameRecordsThatShareAText) {
-  writeMemo();
-  EXPECT_NE(firstOf(checked(pointingTo("9", "9")), FaultKind::memoShared).text.find("also that of row 1"),
-            std::string::npos);
-  std::string memo = suite.folder().read("T.FPT");
-  memo.replace(11 * 64, 8, "\0\0\0\1\0\0\0\1"s);
-  suite.folder().write("T.FPT", memo);
-  const TableCheck check = checked(pointingTo("10", "11"));
-  EXPECT_EQ(kindsOf(check), "memo_shared");
-  EXPECT_EQ(firstOf(check, FaultKind::memoShared).record, 1U);
-}
-
-TEST_F(MemoChecks, NameANextFreeBlockThatIsNotFree) {
-  writeMemo();
-  std::string memo = suite.folder().read("T.FPT");
-  for (const int block : {0, 9, 11, 5000}) {
-    memo[2] = static_cast<char>(block >> 8);
-    memo[3] = static_cast<char>(block & 255);
-    suite.folder().write("T.FPT", memo);
-    EXPECT_EQ(kinds(pointingTo("8", "10")), "memo_next_free") << block;
-  }
-}
-
-TEST_F(MemoChecks, KnowTheMemosOfDBase) {
-  for (const int version : {0x83, 0x8B}) {
-    const MemoKind kind = version == 0x83 ? MemoKind::dbase3 : MemoKind::dbase4;
-    MemoFile::create(suite.file("T.DBT"), kind, 512);
-    MemoFile memo(suite.file("T.DBT"), kind, platform::OpenMode::readWrite);
-    EXPECT_EQ(memo.append("one"), 1U);
-    EXPECT_EQ(memo.append("two"), 2U);
-    EXPECT_EQ(kinds(pointingTo("1", "2", version)), "");
-    EXPECT_EQ(kinds(pointingTo("2", "2", version)), "memo_shared");
-    EXPECT_EQ(kinds(pointingTo("1", "7", version)), "memo_block");
-  }
 }
 
 }  // namespace

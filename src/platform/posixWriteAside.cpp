@@ -4,13 +4,13 @@
 
 #include <array>
 #include <cerrno>
-#include <csignal>
 #include <sched.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "platform/posixFile.h"
+#include "platform/posixSignals.h"
 
 namespace vantrelix::platform::posix {
 
@@ -37,22 +37,6 @@ __attribute__((no_sanitize("address", "undefined"))) int carryOut(void* given) {
   return 0;
 }
 
-// No handler of this program's may run in the other process.
-class SignalsHeldBack {
- public:
-  SignalsHeldBack() {
-    sigset_t all;
-    ::sigfillset(&all);
-    ::pthread_sigmask(SIG_SETMASK, &all, &former_);
-  }
-  ~SignalsHeldBack() { ::pthread_sigmask(SIG_SETMASK, &former_, nullptr); }
-  SignalsHeldBack(const SignalsHeldBack&) = delete;
-  SignalsHeldBack& operator=(const SignalsHeldBack&) = delete;
-
- private:
-  sigset_t former_{};
-};
-
 }  // namespace
 
 // The system looks for a kill between two pages of a write. A process of its own is not killed with this one; it shares
@@ -60,7 +44,7 @@ class SignalsHeldBack {
 ssize_t writeAside(int descriptor, const void* bytes, std::size_t count, off_t offset) {
   Order order{descriptor, bytes, count, offset, -1, EINTR};
   alignas(16) std::array<char, 16384> stack;
-  const SignalsHeldBack heldBack;
+  const SignalsHeldBack heldBack;  // no handler of this program's may run in the other process
   // Without a signal at its end nobody but the waitpid below hears of it.
   const int child = ::clone(carryOut, stack.data() + stack.size(), CLONE_VM | CLONE_VFORK, &order);
   if (child < 0) return retry([&] { return ::pwrite(descriptor, bytes, count, offset); });

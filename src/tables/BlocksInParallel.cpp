@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <system_error>
 
+#include "platform/helperThread.h"
+
 namespace vantrelix::dbf {
 
 BlocksInParallel::BlocksInParallel(platform::File& file, std::uint64_t offset, std::uint64_t count,
@@ -16,7 +18,7 @@ BlocksInParallel::BlocksInParallel(platform::File& file, std::uint64_t offset, s
       end_(count) {
   if (count <= blockBytes) return;
   try {
-    helper_ = std::thread([this] { help(); });
+    helper_ = platform::startHelper([this] { help(); });
   } catch (const std::system_error&) {
     // next() works on every block that nobody else has taken.
   }

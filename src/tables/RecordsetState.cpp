@@ -43,11 +43,12 @@ Recordset::Implementation::Implementation(SqlSelect select, Opener opener_, Reco
   run();
 }
 
+// Where the query does not fit the table all stays as it was.
 void Recordset::Implementation::open(SqlSelect select) {
-  std::shared_ptr<DbfFile> table = opener();
-  opened = noteOpening(*table);
-  writes = writesTo(opened);
-  auto bound = std::make_unique<SqlQuery>(std::move(select), std::move(table));
+  auto bound = std::make_unique<SqlQuery>(std::move(select), opener());
+  const platform::FileState found = noteOpening(bound->table());
+  writes = writesTo(found);
+  opened = found;
   if (query && !haveSameNames(query->columns(), bound->columns())) ++layout;
   serial = nextSerial();
   readers.clear();

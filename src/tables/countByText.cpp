@@ -42,8 +42,8 @@ class NullTest {
   std::optional<dbf::DigitsField> digits_;
 };
 
-// Rows of a block, one after the other among those that count, whose text field has the same bytes: the first of them,
-// and how many they are.
+// Rows of a block, one after the other among those that count, whose text is the same by the field's bytes: the first
+// of them, and how many they are.
 struct Alike {
   const unsigned char* record;
   long count;
@@ -57,6 +57,7 @@ class Counter {
         offset_(static_cast<std::size_t>(table.fields()[field].offset)),
         width_(static_cast<std::size_t>(table.fields()[field].width)),
         length_(static_cast<std::size_t>(table.recordLength())),
+        hasFlags_(table.fields()[field].nullBit >= 0 || table.fields()[field].lengthBit >= 0),
         tests_(tests) {}
 
   void look(const RowBlock& rows, std::vector<Alike>& found) const {
@@ -64,7 +65,8 @@ class Counter {
     const unsigned char* const end = rows.bytes + rows.count * length_;
     for (const unsigned char* record = rows.bytes; record != end; record += length_) {
       if (!counts(record)) continue;
-      const bool goesOn = !found.empty() && sameBytes(found.back().record + offset_, record + offset_, width_);
+      const bool goesOn =
+          !found.empty() && !hasFlags_ && sameBytes(found.back().record + offset_, record + offset_, width_);
       if (!goesOn) found.push_back({record, 0});
       ++found.back().count;
     }
@@ -90,6 +92,7 @@ class Counter {
   std::size_t offset_;
   std::size_t width_;
   std::size_t length_;
+  bool hasFlags_;  // which decide the text with its bytes
   const std::vector<NullTest>& tests_;
   TextCounts counts_;
 };

@@ -128,6 +128,19 @@ TEST(Requery, LeavesTheFieldsOfATableReplacedByOneWithTheSame) {
   EXPECT_EQ(gain.value(), before);
 }
 
+TEST(Requery, FailsEachTimeWhereTheNewTableLacksAField) {
+  const CursorTables tables;
+  const RecordsetPtr rows = tables.open("Select GAIN from AMSTEST");
+  DbfFile::create(tables.folder.file("AMSTEST.DBF"), {{"OTHER", 'C', 4, 0}});
+  EXPECT_EQ(failureOf([&] { rows->Requery(); }), failure::badQuery);
+  EXPECT_EQ(rows->value("GAIN"), Value(2.15));
+  EXPECT_EQ(failureOf([&] { rows->Requery(); }), failure::badQuery);
+  DbfFile::create(tables.folder.file("AMSTEST.DBF"), {{"OTHER", 'C', 4, 0}, {"GAIN", 'N', 8, 2}});
+  test::addCells(tables.folder.file("AMSTEST.DBF"), {{"GAIN", "    7.50"}});
+  rows->Requery();
+  EXPECT_EQ(rows->value("GAIN"), Value(7.5));
+}
+
 TEST(Recordset, ShowsWhatAnotherProcessWroteAtTheNextMove) {
   const CursorTables tables;
   const RecordsetPtr rows = tables.open(kAll);

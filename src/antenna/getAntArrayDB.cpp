@@ -1,10 +1,11 @@
 #include "antenna/getAntArrayDB.h"
 
-#include <limits>
+#include <algorithm>
+#include <optional>
 
 #include "antenna/convertGain.h"
 #include "antenna/libraryName.h"
-#include "antenna/makeAntFiles.h"
+#include "antenna/readCut.h"
 #include "foundation/errHand.h"
 #include "foundation/extract.h"
 #include "foundation/messages.h"
@@ -20,8 +21,6 @@ namespace {
 
 constexpr const char* kWillNotBeUsed = "The antenna specified for this task will not be used.";
 constexpr const char* kNoDescription = "[NO DESCRIPTION]";
-constexpr const char* kKeyField = "ATYPE_ID";
-constexpr std::size_t kMostPoints = std::numeric_limits<std::int16_t>::max();
 
 // The arguments of one call. All are the caller's own variables and are used in the order told, so that a caller that
 // passes one variable twice sees what it expects.
@@ -116,76 +115,57 @@ void readMaster(Call& call, KeyedRows& rows) {
   call.FreqUnits = trimmedOr(rows.value("FREQ_UN"), "MHz");
 }
 
-// One cut: where it is stored, where it goes, and the first of its eight flags.
-struct CutOnTheWay {
-  const char* prefix;
-  const char* angleField;
-  const char* valueField;
-  std::int16_t& count;
-  std::vector<double>& angles;
-  std::vector<double>& values;
-  long flag;
-};
-
-// The points of a cut, handed over to the caller's variables at the end of its life: what was read before a failure
-// comes to the caller too.
-class Points {
- public:
-  explicit Points(CutOnTheWay& cut) : cut_(cut) { pairs_.most = kMostPoints + 1; }
-  ~Points() {
-    cut_.count = static_cast<std::int16_t>(pairs_.firsts.size());
-    if (pairs_.firsts.empty()) return;
-    cut_.angles = std::move(pairs_.firsts);
-    cut_.values = std::move(pairs_.seconds);
-  }
-  Points(const Points&) = delete;
-  Points& operator=(const Points&) = delete;
-
-  void read(KeyedRows& rows) {
-    rows.addNumbers(cut_.angleField, cut_.valueField, pairs_);
-    if (pairs_.firsts.size() <= kMostPoints) return;
-    pairs_.firsts.pop_back();
-    pairs_.seconds.pop_back();
-    throw RunTimeFailure(failure::overflow, "Overflow: a pattern of more than 32767 points cannot be read");
-  }
-
- private:
-  CutOnTheWay& cut_;
-  NumberPairs pairs_;
-};
-
 void readCut(const Call& call, Database& database, CutOnTheWay cut) {
-  SetFlag(cut.flag);
-  const std::string table = partnerTable(call.Library, cut.prefix);
-  SetFlag(cut.flag + 100);
-  KeyedRows rows(database, {table, kKeyField, call.AntID, cut.angleField});
-  SetFlag(cut.flag + 200);
-  if (!rows.empty()) {
-    SetFlag(cut.flag + 300);
-    cut.count = 0;
-    SetFlag(cut.flag + 400);
-    Points(cut).read(rows);
-  }
-  SetFlag(cut.flag + 600);
-  rows.close();
+  readCut(database, call.Library, call.AntID, cut);
 }
 
-Outcome readTables(Call& call) {
+// The library's master table with the rows of the antenna.
+struct Master {
+  DatabasePtr database;
+  std::optional<KeyedRows> rows;
+};
+
+void openMaster(const Call& call, Master& master) {
   SetFlag(1400);
-  const DatabasePtr database = DBEngine::OpenDatabase(call.Path, false, false, "FoxPro 2.6");
+  master.database = DBEngine::OpenDatabase(call.Path, false, false, "FoxPro 2.6");
   SetFlag(1500);
-  KeyedRows master(*database, {call.Library, kKeyField, call.AntID, ""});
+  master.rows.emplace(*master.database, KeyedRows::Key{call.Library, kAntennaKey, call.AntID, ""});
+}
+
+// Whether openMaster has found the very file that libraryExists looks for.
+bool isFileAsNamed(const Call& call, const Database& database) {
+  const auto isPlain = [](char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+  };
+  return database.folder() == call.Path && std::all_of(call.Library.begin(), call.Library.end(), isPlain);
+}
+
+// False, and it is told, where there is no such library. The opening mostly proves that there is: what else proves it
+// is asked behind it.
+bool openLibrary(Call& call, Master& master) {
+  try {
+    openMaster(call, master);
+  } catch (const RunTimeFailure&) {
+    const long flag = GetFlag();
+    if (!libraryExists(call)) return false;
+    SetFlag(flag);
+    throw;
+  }
+  return isFileAsNamed(call, *master.database) || libraryExists(call);
+}
+
+Outcome readTables(Call& call, Master& master) {
   SetFlag(1600);
-  if (master.empty()) {
+  if (master.rows->empty()) {
     tellNotFound(call);
     return Outcome::noAntenna;
   }
-  readMaster(call, master);
-  readCut(call, *database, {"AHD", "HOR_AZ", "HOR_FIELD", call.nHor, call.HorAz, call.HorField, 2600});
-  readCut(call, *database, {"AVD", "VERT_ANGLE", "VERT_FIELD", call.nVer, call.VerAngle, call.VerField, 3500});
+  readMaster(call, *master.rows);
+  readCut(call, *master.database, {"AHD", "HOR_AZ", "HOR_FIELD", call.nHor, call.HorAz, call.HorField, 2600});
+  readCut(call, *master.database, {"AVD", "VERT_ANGLE", "VERT_FIELD", call.nVer, call.VerAngle, call.VerField, 3500});
   SetFlag(4300);
-  master.close();
-  database->Close();
+  master.rows->close();
+  master.database->Close();
   return Outcome::fine;
 }
 
@@ -246,8 +226,9 @@ void giveNoAntenna(Call& call) {
 Outcome readCall(Call& call) {
   SetFlag(1100);
   if (getLenTrim(call.Library) == 0 || getLenTrim(call.AntID) == 0) return Outcome::noAntenna;
-  if (!libraryExists(call)) return Outcome::noAntenna;
-  const Outcome read = readTables(call);
+  Master master;
+  if (!openLibrary(call, master)) return Outcome::noAntenna;
+  const Outcome read = readTables(call, master);
   return read == Outcome::fine ? convertAntenna(call) : read;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <numeric>
 #include <span>
 
 #include "foundation/extract.h"
@@ -74,12 +75,33 @@ bool KeyedRows::read(Database& database, const Key& key) {
   return fits && (key.orderedBy.empty() || readOrder(key));
 }
 
-// False where the rows do not stand in the order of a number field already.
+// Puts the rows in the order of a number field. False where their bytes do not tell its numbers.
 bool KeyedRows::readOrder(const Key& key) {
   const int field = table_->fieldIndex(key.orderedBy);
   if (field < 0 || !addAll(static_cast<std::size_t>(field), orderNumbers_)) return false;
   orderField_ = field;
-  return std::is_sorted(orderNumbers_.begin(), orderNumbers_.end());
+  if (!std::is_sorted(orderNumbers_.begin(), orderNumbers_.end())) sortRows();
+  return true;
+}
+
+// Rows of one number stay in the order of the file.
+void KeyedRows::sortRows() {
+  std::vector<std::uint32_t> places(orderNumbers_.size());
+  std::iota(places.begin(), places.end(), 0U);
+  std::stable_sort(places.begin(), places.end(),
+                   [&](std::uint32_t a, std::uint32_t b) { return orderNumbers_[a] < orderNumbers_[b]; });
+  const auto length = static_cast<std::size_t>(table_->recordLength());
+  std::vector<unsigned char> rows;
+  std::vector<double> numbers;
+  rows.reserve(rows_.size());
+  numbers.reserve(places.size());
+  for (const std::uint32_t place : places) {
+    const unsigned char* const row = rows_.data() + place * length;
+    rows.insert(rows.end(), row, row + length);
+    numbers.push_back(orderNumbers_[place]);
+  }
+  rows_ = std::move(rows);
+  orderNumbers_ = std::move(numbers);
 }
 
 std::size_t KeyedRows::rowCount() const { return rows_.size() / static_cast<std::size_t>(table_->recordLength()); }
@@ -152,6 +174,8 @@ void KeyedRows::close() {
   table_.reset();
   query_.reset();
   rows_.clear();
+  orderNumbers_.clear();
+  orderField_ = -1;
 }
 
 }  // namespace vantrelix

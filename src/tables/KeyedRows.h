@@ -19,7 +19,7 @@ class KeyedRows {
  public:
   struct Key {
     std::string table;      // base name of its file
-    std::string field;      // in it
+    std::string field;      // in it, by a name that a query takes without brackets
     std::string text;       // sought there
     std::string orderedBy;  // a field; blank for the order of the file
   };
@@ -38,6 +38,7 @@ class KeyedRows {
  private:
   bool read(Database& database, const Key& key);
   bool readOrder(const Key& key);
+  void sortRows();
   std::size_t fieldNumber(std::string_view name) const;
   std::size_t rowCount() const;
   bool addAll(std::size_t field, std::vector<double>& numbers);

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "tables/digitFours.h"
 #include "tables/digitPairs.h"
 
 namespace vantrelix::dbf {
@@ -121,6 +122,10 @@ bool DigitsField::readAny(const unsigned char* at, double& number) const {
   return any.has_value();
 }
 
+std::optional<DigitFours> DigitsField::fours() const {
+  return usual_ ? DigitFours::of(static_cast<int>(width_), static_cast<int>(decimals_)) : std::nullopt;
+}
+
 std::optional<DigitPairs> DigitsField::pairs() const {
   return usual_ ? DigitPairs::of(static_cast<int>(width_), static_cast<int>(decimals_)) : std::nullopt;
 }
@@ -139,13 +144,16 @@ bool DigitsField::readUsual(DigitPairs pair, const RecordAt& recordAt, std::size
 
 bool DigitsField::readEach(const unsigned char* records, std::size_t length, std::span<double> numbers) const {
   const DigitsField field = *this;  // its members cannot change by what is written
+  const std::optional<DigitFours> fours = field.fours();
   const std::optional<DigitPairs> pairs = field.pairs();
   bool all = true;
   for (std::size_t done = 0; done < numbers.size(); done += kAtOnce) {
     const std::span<double> some = numbers.subspan(done, std::min(kAtOnce, numbers.size() - done));
     const unsigned char* record = records + done * length;
     const auto recordAt = [=](std::size_t row) { return record + row * length; };
-    if (pairs && some.size() > 1 && field.readUsual(*pairs, recordAt, some.size(), some.data())) continue;
+    const bool inFours = fours && some.size() >= DigitFours::kFewest;
+    if (inFours && fours->read(record + offset_, length, some.size(), some.data())) continue;
+    if (!inFours && pairs && some.size() > 1 && field.readUsual(*pairs, recordAt, some.size(), some.data())) continue;
     for (double& number : some) {
       all = field.read(record, number) && all;
       record += length;

@@ -13,6 +13,7 @@
 
 namespace vantrelix::dbf {
 
+class DigitFours;
 class DigitPairs;
 
 // The nearest double to the digits of a field: blanks and NULs around, one sign, digits with at most one point, an
@@ -87,6 +88,7 @@ class DigitsField {
   }
 
   bool readAny(const unsigned char* at, double& number) const;
+  std::optional<DigitFours> fours() const;
   std::optional<DigitPairs> pairs() const;
   template <class RecordAt>
   bool readUsual(DigitPairs pair, const RecordAt& recordAt, std::size_t count, double* numbers) const;

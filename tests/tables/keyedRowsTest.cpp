@@ -86,13 +86,15 @@ TEST(KeyedRows, StandInTheOrderAskedFor) {
   tables.add("L", "in order", 1, 5);
   tables.add("L", "in order too", 1, 4);
   tables.add("L", "as well", 3, 3);
-  for (const char* id : {"K", "L", "A1", "C3"}) {
+  for (const int frequency : {7, 1, 9, 4, 2, 8}) tables.add("M", "of two gains", frequency % 2, frequency);
+  for (const char* id : {"K", "L", "M", "A1", "C3"}) {
     for (const char* order : {"GAIN", "gain", "FREQ", "ANTENNA", "MADE", "NOFIELD", "GAIN DESC"}) {
       expectAlike(tables, id, order);
     }
   }
   EXPECT_EQ(ofKey(tables, {"AMSTEST", "ATYPE_ID", "K", "GAIN"}).frequencies, (std::vector<double>{30, 20}));
   EXPECT_EQ(ofKey(tables, {"AMSTEST", "ATYPE_ID", "L", "GAIN"}).frequencies, (std::vector<double>{5, 4, 3}));
+  EXPECT_EQ(ofKey(tables, {"AMSTEST", "ATYPE_ID", "M", "GAIN"}).frequencies, (std::vector<double>{4, 2, 8, 7, 1, 9}));
 }
 
 TEST(KeyedRows, LeaveOutDeletedOnes) {

@@ -217,16 +217,6 @@ void setSmallestRemembered(std::uint64_t bytes) { smallest = bytes; }
 
 platform::FileState noteOpening(const DbfFile& table) { return TableLook(table, table.openedState()).state(); }
 
-void scanForText(DbfFile& table, const SoughtText& sought, const RecordVisitor& visit) {
-  const auto length = static_cast<std::size_t>(table.recordLength());
-  scanBlocksForText(table, sought, [&](std::uint32_t first, const unsigned char* records, std::uint32_t count) {
-    for (std::uint32_t row = 0; row < count; ++row) {
-      if (!visit(first + row, records + row * length)) return false;
-    }
-    return true;
-  });
-}
-
 void scanBlocksForText(DbfFile& table, const SoughtText& sought, const BlockVisitor& visit) {
   if (scanNotedAtRest(table, sought, visit)) return;
   const TableLook look(table);

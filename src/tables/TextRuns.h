@@ -25,9 +25,7 @@ struct SoughtText {
   std::string text;
 };
 
-// Runs over the records as DbfFile::scan does, but may leave out such as do not have the text in the field.
-void scanForText(DbfFile& table, const SoughtText& sought, const RecordVisitor& visit);
-// The same, rows that stand behind one another at a time.
+// Runs over the records as DbfFile::scanBlocks does, but may leave out such as do not have the text in the field.
 void scanBlocksForText(DbfFile& table, const SoughtText& sought, const BlockVisitor& visit);
 
 // The table has just been opened: from now on it may be seen to stand unchanged. Gives the state of its file.

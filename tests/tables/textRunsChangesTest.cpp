@@ -91,7 +91,7 @@ TEST_F(TextRuns, ATableThatChangesWhileItIsReadIsNotKnown) {
   count(isUpper("NONE"));
   wait(5000);
   bool changed = false;
-  scanForText(*DbfFile::open(path()), {1, 12, "ID019"}, [&](std::uint32_t, const unsigned char*) {
+  scanBlocksForText(*DbfFile::open(path()), {1, 12, "ID019"}, [&](std::uint32_t, const unsigned char*, std::uint32_t) {
     if (std::exchange(changed, true)) return true;
     putIdInAnotherProgram(0, "ID019");
     EXPECT_EQ(count(isUpper("ID000")), 49);

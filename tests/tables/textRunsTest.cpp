@@ -55,7 +55,8 @@ TEST_F(TextRuns, AFileWithoutATimeIsReadWhole) {
 TEST_F(TextRuns, AReadingThatEndsEarlyTeachesNothing) {
   count(isUpper("NONE"));
   wait(5000);
-  scanForText(*DbfFile::open(path()), {1, 12, "ID003"}, [](std::uint32_t, const unsigned char*) { return false; });
+  scanBlocksForText(*DbfFile::open(path()), {1, 12, "ID003"},
+                    [](std::uint32_t, const unsigned char*, std::uint32_t) { return false; });
   EXPECT_EQ(count(isUpper("ID019")), 50);
 }
 

@@ -21,8 +21,8 @@ class CodePage {
   // Windows-1252.
   CodePage();
 
-  // Nothing where the number is not known. Known without the operating system: 437, 737, 850, 852, 857, 861, 865, 866,
-  // 874, 1250 to 1254 and 1257; 932, 936, 949 and 950 where the operating system can decode them.
+  // Nothing where the number is not known. Known without the operating system: 437, 737, 850, 852, 857, 860, 861, 863,
+  // 865, 866, 874 and 1250 to 1257; 932, 936, 949 and 950 where the operating system can decode them.
   static std::optional<CodePage> find(int number);
   static const CodePage& windows1252();
 

@@ -5,6 +5,7 @@
 #include "foundation/messages.h"
 #include "foundation/procedures.h"
 #include "foundation/text.h"
+#include "tables/dbfCreate.h"
 #include "tables/dbfOpening.h"
 #include "tables/structure.h"
 
@@ -84,7 +85,7 @@ std::vector<unsigned char> readHeader(platform::File& file, const std::string& p
 }
 
 void setNumber(unsigned char* descriptor, const DictionaryRow& row, const std::string& path) {
-  if (row.width < 1 || row.width > 255 || row.decimals < 0 || row.decimals >= row.width) {
+  if (!dbf::isNumberWidth(row.width, row.decimals)) {
     refuse(path, "the dictionary's width or decimals of " + row.name + " are out of range");
   }
   descriptor[kType] = static_cast<unsigned char>(row.foxType[0]);

@@ -4,6 +4,8 @@
 #include "tables/SqlCompare.h"
 #include "tables/SqlFilter.h"
 #include "tables/SqlLexer.h"
+#include "tables/fieldBytes.h"
+#include "tables/textBytes.h"
 
 namespace vantrelix {
 
@@ -15,6 +17,7 @@ constexpr std::size_t kBatchBytes = 1 << 20;
 Value converted(const Value& value, const DbfField& field) {
   switch (field.type) {
     case 'C':
+    case 'V':
     case 'M':
       return value.isNull() ? value : Value(withoutPadding(value.asText()));
     case 'L':
@@ -32,9 +35,17 @@ Value converted(const Value& value, const DbfField& field) {
 
 class Insert {
  public:
-  Insert(SqlInsert insert, const std::shared_ptr<DbfFile>& source, const std::shared_ptr<DbfFile>& target)
-      : query_(std::move(insert.source), source), target_(*target), blank_(target->blankRecord()), row_(*source) {
+  Insert(SqlInsert insert, const std::shared_ptr<DbfFile>& source, const std::shared_ptr<DbfFile>& target,
+         InsertedTexts texts)
+      : query_(std::move(insert.source), source),
+        target_(*target),
+        blank_(target->blankRecord()),
+        row_(*source),
+        textBytes_(source->fields()) {
     mapFields(insert.fields);
+    for (std::size_t i = 0; i < targets_.size(); ++i) {
+      asBytes_.push_back(texts == InsertedTexts::bytes && isTextToText(query_.columns()[i].field, targets_[i]));
+    }
     // A file that is being run over is not written to before the run has ended.
     keepAll_ = source->path() == target->path();
   }
@@ -77,13 +88,41 @@ class Insert {
     const std::size_t start = batch_.size();
     batch_.insert(batch_.end(), blank_.begin(), blank_.end());
     try {
-      for (std::size_t i = 0; i < targets_.size(); ++i) put(batch_.data() + start, i);
+      for (std::size_t i = 0; i < targets_.size(); ++i) {
+        if (asBytes_[i]) {
+          putBytes(batch_.data() + start, record, i);
+        } else {
+          put(batch_.data() + start, i);
+        }
+      }
     } catch (const RunTimeFailure& problem) {
       throw RunTimeFailure(problem.number(), "Record " + std::to_string(number + 1) + " of table '" +
                                                  displayPath(query_.table().path()) +
                                                  "' cannot be copied: " + problem.description());
     }
     ++pending_;
+  }
+
+  bool isTextToText(int from, std::size_t to) const {
+    return from >= 0 && target_.fields()[to].type == 'C' &&
+           dbf::TextBytes::isText(query_.table().fields()[static_cast<std::size_t>(from)]);
+  }
+
+  // What stands behind a NUL is no text and goes where there is no room for it.
+  void putBytes(unsigned char* record, const unsigned char* from, std::size_t column) {
+    const DbfField& field = target_.fields()[targets_[column]];
+    const auto source = static_cast<std::size_t>(query_.columns()[column].field);
+    std::string_view bytes = textBytes_.of(from, query_.table().fields()[source]);
+    const auto width = static_cast<std::size_t>(field.width);
+    if (bytes.size() > width) bytes = withoutPadding(bytes);
+    if (bytes.size() > width) bytes = withoutPadding(bytes.substr(0, bytes.find('\0')));
+    if (bytes.size() > width) {
+      throw RunTimeFailure(failure::fieldTooSmall, "The field " + field.name + " of " + displayPath(target_.path()) +
+                                                       " is too small for a text of " + std::to_string(bytes.size()) +
+                                                       " bytes: its width is " + std::to_string(width) +
+                                                       ". Give a shorter value.");
+    }
+    dbf::putBytes(record, field, bytes, ' ');
   }
 
   void put(unsigned char* record, std::size_t column) {
@@ -106,8 +145,10 @@ class Insert {
   DbfFile& target_;
   const std::vector<unsigned char> blank_;
   RecordRow row_;
+  const dbf::TextBytes textBytes_;
   bool keepAll_ = false;
   std::vector<std::size_t> targets_;
+  std::vector<bool> asBytes_;  // of each column
   std::vector<unsigned char> batch_;
   std::uint32_t pending_ = 0;
   long written_ = 0;
@@ -115,8 +156,9 @@ class Insert {
 
 }  // namespace
 
-long runInsert(SqlInsert insert, const std::shared_ptr<DbfFile>& source, const std::shared_ptr<DbfFile>& target) {
-  return Insert(std::move(insert), source, target).run();
+long runInsert(SqlInsert insert, const std::shared_ptr<DbfFile>& source, const std::shared_ptr<DbfFile>& target,
+               InsertedTexts texts) {
+  return Insert(std::move(insert), source, target, texts).run();
 }
 
 }  // namespace vantrelix

@@ -1,4 +1,6 @@
 // New tables.
+#include "tables/dbfCreate.h"
+
 #include <algorithm>
 #include <set>
 
@@ -6,7 +8,6 @@
 #include "foundation/extract.h"
 #include "foundation/text.h"
 #include "platform/RunTimeFailure.h"
-#include "tables/DbfFile.h"
 #include "tables/MemoFile.h"
 #include "tables/dbfHeader.h"
 #include "tables/partnerFile.h"
@@ -24,7 +25,10 @@ struct WidthRule {
   int least;
   int most;
 };
-constexpr WidthRule kWidths[] = {{'C', 1, 254}, {'N', 1, 20}, {'F', 1, 20}, {'L', 1, 1}, {'D', 8, 8}, {'M', 10, 10}};
+constexpr int kWidestNumber = 20;
+constexpr int kMostDecimals = 15;
+constexpr WidthRule kWidths[] = {
+    {'C', 1, 254}, {'N', 1, kWidestNumber}, {'F', 1, kWidestNumber}, {'L', 1, 1}, {'D', 8, 8}, {'M', 10, 10}};
 
 [[noreturn]] void refuse(int number, const std::string& path, const std::string& reason) {
   throw RunTimeFailure(
@@ -40,39 +44,43 @@ const WidthRule& ruleOf(const DbfNewField& field, const std::string& path) {
       "the field " + field.name + " has the type \"" + std::string(1, field.type) + "\", which new tables cannot have");
 }
 
-std::string storedName(const DbfNewField& field, const std::string& path) {
-  std::string name = CodePage::windows1252().encode(upperCase(trim(field.name)));
+std::string storedName(const DbfNewField& field, const std::string& path, const dbf::TextCodec& codec) {
+  std::string name = dbf::nameToStore(field.name, codec);
   if (name.empty()) refuse(failure::internalError, path, "a field has no name");
   if (name.size() > kLongestName) {
     refuse(failure::internalError, path, "the field name " + field.name + " has more than 10 characters");
   }
+  if (codec.decode(name) != upperCase(trim(field.name))) {
+    refuse(failure::internalError, path, "its code page does not have the characters of the field name " + field.name);
+  }
   return name;
 }
 
-// Types with one width have it whatever was asked for; a decimal part takes its point and one digit before it.
-DbfNewField checkedField(const DbfNewField& asked, const std::string& path) {
+// Types with one width have it whatever was asked for.
+DbfNewField checkedField(const DbfNewField& asked, const std::string& path, const dbf::TextCodec& codec) {
   DbfNewField field = asked;
   const WidthRule& rule = ruleOf(asked, path);
-  field.name = storedName(asked, path);
+  field.name = storedName(asked, path, codec);
   if (rule.least == rule.most) field.width = rule.most;
   const bool number = field.type == 'N' || field.type == 'F';
   if (!number) field.decimals = 0;
-  const bool decimalsFit =
-      field.decimals == 0 || (field.decimals > 0 && field.decimals <= std::min(15, field.width - 2));
-  if (field.width >= rule.least && field.width <= rule.most && decimalsFit) return field;
+  const bool fits =
+      number ? dbf::isNumberWidth(field.width, field.decimals) : field.width >= rule.least && field.width <= rule.most;
+  if (fits) return field;
   refuse(failure::fieldTooSmall, path,
          "the field " + asked.name + " of type " + field.type + " cannot have the width " +
              std::to_string(asked.width) + " with " + std::to_string(asked.decimals) + " decimals");
 }
 
-std::vector<DbfNewField> checkedFields(const std::vector<DbfNewField>& asked, const std::string& path) {
+std::vector<DbfNewField> checkedFields(const std::vector<DbfNewField>& asked, const std::string& path,
+                                       const dbf::TextCodec& codec) {
   if (asked.empty()) refuse(failure::internalError, path, "it has no field");
   if (asked.size() > kMostFields) refuse(failure::internalError, path, "it has more than 255 fields");
   std::vector<DbfNewField> fields;
   std::set<std::string> names;
   int length = 1;
   for (const DbfNewField& field : asked) {
-    fields.push_back(checkedField(field, path));
+    fields.push_back(checkedField(field, path, codec));
     length += fields.back().width;
     if (!names.insert(fields.back().name).second) {
       refuse(failure::internalError, path, "the field name " + field.name + " comes twice");
@@ -106,13 +114,29 @@ void provideMemo(const std::string& path) {
 
 }  // namespace
 
-void DbfFile::create(const std::string& path, const std::vector<DbfNewField>& fields) {
-  const std::vector<DbfNewField> checked = checkedFields(fields, path);
+namespace dbf {
+
+// A decimal part takes its point and one digit before it.
+bool isNumberWidth(int width, int decimals) {
+  if (width < 1 || width > kWidestNumber) return false;
+  return decimals == 0 || (decimals > 0 && decimals <= std::min(kMostDecimals, width - 2));
+}
+
+std::string nameToStore(const std::string& name, const TextCodec& codec) { return codec.encode(upperCase(trim(name))); }
+
+void createFile(const std::string& path, const std::vector<DbfNewField>& fields, const Language& language) {
+  const std::vector<DbfNewField> checked = checkedFields(fields, path, TextCodec(language.page));
   const bool withMemo =
       std::any_of(checked.begin(), checked.end(), [](const auto& field) { return field.type == 'M'; });
   // The memo file first: a table that has none beside it is worse than a memo file alone.
   if (withMemo) provideMemo(path);
-  platform::replaceWholeFile(path, dbf::newHeader(checked, platform::current().now()));
+  platform::replaceWholeFile(path, newHeader(checked, platform::current().now(), language.mark));
+}
+
+}  // namespace dbf
+
+void DbfFile::create(const std::string& path, const std::vector<DbfNewField>& fields) {
+  dbf::createFile(path, fields, {});
 }
 
 }  // namespace vantrelix

@@ -155,7 +155,8 @@ MemoFormat memoFormatOf(int version) {
   }
 }
 
-std::string newHeader(const std::vector<DbfNewField>& fields, const platform::DateTime& today) {
+std::string newHeader(const std::vector<DbfNewField>& fields, const platform::DateTime& today,
+                      unsigned char languageMark) {
   const std::size_t length = kFixedHeader + kDescriptor * fields.size() + 1;
   std::vector<unsigned char> bytes(length + 1, 0);
   bytes[0] = 0x03;
@@ -163,7 +164,7 @@ std::string newHeader(const std::vector<DbfNewField>& fields, const platform::Da
   bytes[2] = static_cast<unsigned char>(today.month);
   bytes[3] = static_cast<unsigned char>(today.day);
   putLittleEndian(&bytes[8], static_cast<std::uint32_t>(length), 2);
-  bytes[29] = 0x03;  // code page 1252
+  bytes[29] = languageMark;
   std::uint32_t offset = 1;
   for (std::size_t i = 0; i < fields.size(); ++i) {
     unsigned char* at = &bytes[kFixedHeader + kDescriptor * i];

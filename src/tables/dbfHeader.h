@@ -53,7 +53,8 @@ bool isStranger(int version);
 bool isVisual(int version);
 MemoFormat memoFormatOf(int version);
 
-// The bytes of a new table without rows, the end mark included.
-std::string newHeader(const std::vector<DbfNewField>& fields, const platform::DateTime& today);
+// The bytes of a new table without rows, the end mark included. The names are those that are to be stored.
+std::string newHeader(const std::vector<DbfNewField>& fields, const platform::DateTime& today,
+                      unsigned char languageMark);
 
 }  // namespace vantrelix::dbf

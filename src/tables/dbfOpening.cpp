@@ -6,7 +6,6 @@
 #include "foundation/extract.h"
 #include "platform/RunTimeFailure.h"
 #include "tables/dbfLocks.h"
-#include "tables/dbfText.h"
 #include "tables/partnerFile.h"
 
 namespace vantrelix::dbf {
@@ -18,7 +17,6 @@ using platform::OpenMode;
 
 constexpr std::size_t kFirstRead = 1024;
 constexpr std::size_t kLongestHeader = 65535 + 32;
-constexpr std::uint64_t kLongestPageName = 4096;
 constexpr int kReplacementsFollowed = 20;
 
 [[noreturn]] void cannotOpen(const std::string& path, const RunTimeFailure& cause) {
@@ -98,6 +96,12 @@ HeldFile openHeld(const std::string& path, Sharing sharing, bool& readOnly) {
                                                 "again later.");
 }
 
+HeldFile openHeldKnown(const std::string& path, const platform::FileState& known) {
+  HeldFile held{platform::current().openUnseen(path), known};
+  lockForSharing(*held.file, Sharing::shared, path);
+  return held;
+}
+
 Header readHeader(File& file, const std::string& displayName) {
   std::string bytes(kFirstRead, '\0');
   bytes.resize(file.readAt(0, bytes.data(), bytes.size()));
@@ -125,6 +129,11 @@ int codePageOf(const Header& header, const std::string& path) {
     }
   }
   return namesAreUtf8(header.fields) ? kUtf8 : 1252;
+}
+
+Language languageOf(const std::string& path) {
+  const Header header = readHeader(*platform::current().open(path, OpenMode::read), displayPath(path));
+  return {header.languageMark, codePageOf(header, path)};
 }
 
 }  // namespace vantrelix::dbf

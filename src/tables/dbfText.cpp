@@ -51,7 +51,7 @@ int pageOfNumbers(const std::vector<int>& numbers) {
 
 int codePageOfMark(unsigned char mark) {
   for (const Mark& known : kMarks) {
-    if (known.mark == mark) return known.page;
+    if (known.mark == mark) return CodePage::find(known.page) ? known.page : 0;
   }
   return 0;
 }

@@ -13,7 +13,14 @@ namespace vantrelix::dbf {
 
 inline constexpr int kUtf8 = 65001;
 
-// The code page that a language mark (header byte 29) stands for; 0 where it stands for none.
+// How a table tells its texts' code page: by the mark of its header and, where that names none, by what stands beside
+// it.
+struct Language {
+  unsigned char mark = 0x03;
+  int page = 1252;  // the one that counts; 65001 for UTF-8
+};
+
+// The code page that a language mark (header byte 29) stands for; 0 where it stands for none that can be had.
 int codePageOfMark(unsigned char mark);
 
 // What the content of a .CPG file names ("UTF-8", "1252", "ISO-8859-1", "ANSI 1251"): a code page, 65001 for UTF-8, 0

@@ -9,7 +9,10 @@
 #include "tables/Database.h"
 #include "tables/SqlInsert.h"
 #include "tables/SqlParser.h"
+#include "tables/dbfCreate.h"
+#include "tables/dbfOpening.h"
 #include "tables/indexFiles.h"
+#include "tables/partnerFile.h"
 #include "tables/structure.h"
 #include "tables/tableFiles.h"
 
@@ -19,22 +22,51 @@ namespace {
 
 bool isMemo(FieldType type) { return type == FieldType::memo || type == FieldType::binary; }
 
+[[noreturn]] void refuse(const DbfFile& table, const std::string& reason,
+                         const std::string& remedy = "Add the field with the program that made the table.") {
+  throw RunTimeFailure(failure::readOnlyTable,
+                       "The table " + displayPath(table.path()) + " lacks a field and " + reason + ". " + remedy);
+}
+
 // A memo's texts lie in a second file, and two files cannot be exchanged at one instant.
 void refuseMemos(const DbfFile& table, const FieldList& fields) {
-  bool found = std::any_of(fields.begin(), fields.end(), [](const auto& field) { return isMemo(field.Type); });
-  for (const DbfField& field : table.fields()) found = found || isMemo(fieldTypeOf(field));
-  if (!found) return;
-  throw RunTimeFailure(failure::readOnlyTable, "The table " + displayPath(table.path()) +
-                                                   " lacks a field and holds memos, which a repair does not carry "
-                                                   "along. Add the field with the program that made the table.");
+  for (const DbfField& field : table.fields()) {
+    if (isMemo(fieldTypeOf(field))) refuse(table, "holds memos or binary fields, which a repair does not carry along");
+  }
+  for (const FieldDescription& field : fields) {
+    if (isMemo(field.Type)) {
+      refuse(table,
+             "is to have the memo field " + field.Name + ", whose memo file a repair does not make along with it");
+    }
+  }
 }
 
 // The new table's rows stand at other places, and its header names no index.
 void refuseIndex(const DbfFile& table) {
   if (!table.hasStructuralIndex()) return tellOfIndexFiles(table.path());
-  throw RunTimeFailure(failure::readOnlyTable, "The table " + displayPath(table.path()) +
-                                                   " lacks a field and has a structural index, which a repair would "
-                                                   "leave wrong. Add the field with the program that made the table.");
+  refuse(table, "has a structural index, which a repair would leave wrong");
+}
+
+// The page that the new table's texts would be read in at the old one's path.
+int pageBehind(const FieldList& fields, const std::string& path, const dbf::Language& language) {
+  const dbf::TextCodec codec(language.page);
+  dbf::Header header;
+  header.languageMark = language.mark;
+  for (const FieldDescription& field : fields) {
+    header.fields.emplace_back().name = dbf::nameToStore(field.Name, codec);
+  }
+  return dbf::codePageOf(header, path);
+}
+
+// Where the old table's field names alone tell its page, and those of the new one do not, a file is to tell it.
+void keepPage(const DbfFile& old, const FieldList& fields, const dbf::Language& language) {
+  if (pageBehind(fields, old.path(), language) == language.page) return;
+  if (!partnerFile(old.path(), "CPG").empty()) {
+    refuse(old, "has a .CPG file that names no code page, while its field names show one",
+           "Write the name of its code page into the file, such as UTF-8.");
+  }
+  platform::createWholeFile(withExtension(old.path(), "CPG"),
+                            language.page == dbf::kUtf8 ? "UTF-8" : std::to_string(language.page));
 }
 
 std::string insertStatement(const FieldList& fields, const DbfFile& old, const std::string& target,
@@ -59,7 +91,7 @@ void fillTemporary(const FieldList& fields, const std::shared_ptr<DbfFile>& old,
   trace.tempTable = TableToken(temporary);
   trace.sql = insertStatement(fields, *old, trace.tempTable, TableToken(old->path()));
   const auto made = DbfFile::open(temporary, false, Sharing::exclusive);
-  runInsert(std::get<SqlInsert>(parseSql(trace.sql)), old, made);
+  runInsert(std::get<SqlInsert>(parseSql(trace.sql)), old, made, InsertedTexts::bytes);
   syncFile(temporary);
   SetFlag(4400);
 }
@@ -83,17 +115,19 @@ bool repairTable(const FieldList& fields, const std::string& tablePath, TableTra
   if (!lacksField(*old, fields)) return true;
   refuseMemos(*old, fields);
   refuseIndex(*old);
+  const dbf::Language language = dbf::languageOf(path);
+  keepPage(*old, fields, language);
   SetFlag(3100);
   const std::string folder = ExtractFolderNoSlash(path);
-  const std::string temporary = makeStampedTable(fields, folder, "SSMMHHYY");
+  const std::string temporary = makeStampedTable(fields, folder, "SSMMHHYY", path);
   if (temporary.empty()) return false;
   fillTemporary(fields, old, temporary, trace);
   SetFlag(4500);
   trace.newName = keepDatedCopy(path);
+  if (dbf::codePageOfMark(language.mark) == 0) copyPageName(path, trace.newName);
   system.syncFolder(folder);  // the dated name is on the disk before the old table's own one goes
   SetFlag(4600);
   // The old table stays held until the new one stands in its place: a row that another writes meanwhile would be lost.
-  system.copyPermissions(path, temporary);
   system.rename(temporary, path);
   syncFolderQuietly(folder);
   SetFlag(4700);

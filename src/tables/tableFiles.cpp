@@ -1,14 +1,16 @@
 #include "tables/tableFiles.h"
 
+#include <memory>
 #include <vector>
 
 #include "foundation/dateTime.h"
 #include "foundation/errHand.h"
 #include "foundation/extract.h"
+#include "foundation/procedures.h"
 #include "platform/RunTimeFailure.h"
-#include "tables/DbfFile.h"
+#include "tables/dbfCreate.h"
+#include "tables/dbfOpening.h"
 #include "tables/partnerFile.h"
-#include "tables/structure.h"
 
 namespace vantrelix {
 
@@ -32,30 +34,28 @@ void firstFreeStamp(std::string_view format, const std::string& wherefore, Take 
                                                 ". Move old dated tables to another folder.");
 }
 
-// Answers false where a file of that name exists already.
-bool takeName(const std::string& path) {
-  if (platform::current().fileExists(path)) return false;
+// Makes an empty file; null where one of that name exists already.
+std::unique_ptr<platform::File> takeName(const std::string& path) {
+  if (platform::current().fileExists(path)) return nullptr;
   try {
-    platform::current().open(path, platform::OpenMode::createNew);
-    return true;
+    return platform::current().open(path, platform::OpenMode::createNew);
   } catch (const RunTimeFailure& failure) {
-    if (failure.number() == failure::fileExists) return false;
+    if (failure.number() == failure::fileExists) return nullptr;
     throw;
   }
 }
 
-void copyBytes(const std::string& from, const std::string& to) {
+void copyBytes(const std::string& from, platform::File& target) {
   const auto source = platform::current().open(from, platform::OpenMode::read);
-  const auto target = platform::current().open(to, platform::OpenMode::readWrite);
   std::vector<unsigned char> buffer(kCopyChunk);
   std::uint64_t offset = 0;
   for (;;) {
     const std::size_t count = source->readAt(offset, buffer.data(), buffer.size());
     if (count == 0) break;
-    target->writeAt(offset, buffer.data(), count);
+    target.writeAt(offset, buffer.data(), count);
     offset += count;
   }
-  target->sync();
+  target.sync();
 }
 
 // By the size that the system tells: a state that it does not tell is no reason to remove anything.
@@ -92,43 +92,55 @@ std::string reserveStampedTable(const std::string& folder, std::string_view form
   std::string path;
   firstFreeStamp(format, folder, [&](const std::string& stamp) {
     path = setPathName(folder, stamp + ".DBF");
-    return takeName(path);
+    return takeName(path) != nullptr;
   });
   return path;
 }
 
-std::string makeStampedTable(const FieldList& fields, const std::string& folder, std::string_view format) {
+std::string makeStampedTable(const FieldList& fields, const std::string& folder, std::string_view format,
+                             const std::string& like) {
+  Procedure guard(procedure::NewTable);
   std::string made;
+  const auto report = [&](const auto& failure) {
+    ErrHand(failure, "PathName: " + displayPath(made.empty() ? folder : made));
+  };
   try {
     made = reserveStampedTable(folder, format);
+    if (!like.empty()) platform::current().copyPermissions(like, made);
+    createTable(fields, made, like.empty() ? dbf::Language() : dbf::languageOf(like));
+    return made;
   } catch (const RunTimeFailure& failure) {
-    ErrHand(failure, "PathName: " + displayPath(folder));
-    return "";
+    report(failure);
+  } catch (const std::exception& failure) {
+    report(failure);
   }
-  if (NewTable(fields, made)) return made;
-  removeTableQuietly(made);
+  if (!made.empty()) removeTableQuietly(made);
   return "";
 }
 
-void createTable(const FieldList& fields, const std::string& path) {
+void createTable(const FieldList& fields, const std::string& path, const dbf::Language& language) {
   if (fields.empty()) {
     throw RunTimeFailure(failure::objectNotSet, "There is no field list for " + displayPath(path) +
                                                     ". Check the table type's rows in the dictionary.");
   }
   std::vector<DbfNewField> stored;
   for (const FieldDescription& field : fields) stored.push_back(engineField(field.Name, field.Type, field.Size));
-  DbfFile::create(path, stored);
+  dbf::createFile(path, stored, language);
 }
 
 std::string keepDatedCopy(const std::string& path) {
   const std::string stem = ExtractPathNoExtension(path) + "_";
   std::string partial;
+  std::unique_ptr<platform::File> copy;
   firstFreeStamp("YYYYMMDDHHSS", path, [&](const std::string& stamp) {
     partial = stem + stamp + ".TMP";
-    return takeName(partial);
+    copy = takeName(partial);
+    return copy != nullptr;
   });
   try {
-    copyBytes(path, partial);
+    platform::current().copyPermissions(path, partial);
+    copyBytes(path, *copy);
+    copy.reset();
     std::string kept;
     firstFreeStamp("YYYYMMDDHHSS", path, [&](const std::string& stamp) {
       kept = stem + stamp + ".DBF";
@@ -136,9 +148,22 @@ std::string keepDatedCopy(const std::string& path) {
     });
     return kept;
   } catch (...) {
+    copy.reset();
     removeQuietly(partial);
     throw;
   }
+}
+
+void copyPageName(const std::string& path, const std::string& copy) {
+  const std::string named = partnerFile(path, "CPG");
+  if (named.empty() || !partnerFile(copy, "CPG").empty()) return;
+  std::string content;
+  try {
+    content = platform::readWholeFile(named, dbf::kLongestPageName);
+  } catch (const RunTimeFailure&) {
+    return;
+  }
+  platform::createWholeFile(withExtension(copy, "CPG"), content);
 }
 
 void settleMemo(const std::string& made, const std::string& path) {

@@ -6,6 +6,7 @@
 
 #include "platform/Platform.h"
 #include "tables/FieldType.h"
+#include "tables/dbfText.h"
 
 namespace vantrelix {
 
@@ -17,14 +18,19 @@ platform::DateTime nextSecond(platform::DateTime time);
 std::string reserveStampedTable(const std::string& folder, std::string_view format);
 
 // Makes a table of those fields under such a name. A failure is reported and leaves nothing: the path is then blank.
-std::string makeStampedTable(const FieldList& fields, const std::string& folder, std::string_view format);
+// Where it is to come in the place of the table `like`, it has that one's permissions and language from the first byte.
+std::string makeStampedTable(const FieldList& fields, const std::string& folder, std::string_view format,
+                             const std::string& like = "");
 
 // Writes an empty table of those fields to path, replacing what is there at once.
-void createTable(const FieldList& fields, const std::string& path);
+void createTable(const FieldList& fields, const std::string& path, const dbf::Language& language = {});
 
 // Copies the file to a name that does not exist yet: path without extension, "_", the date as "YYYYMMDDHHSS", ".DBF",
-// or the date of the next second that is free. A reader never finds half a copy. Gives the name.
+// or the date of the next second that is free. A reader never finds half a copy, and nobody finds a byte of it whom the
+// file's permissions keep from it. Gives the name.
 std::string keepDatedCopy(const std::string& path);
+// Puts beside a copy of a table what names the code page beside the table itself, where that can be read.
+void copyPageName(const std::string& path, const std::string& copy);
 
 // Gives the memo file of a table just made, if it has one, the name that goes with the path; before the table's own
 // file gets its name. One that stands there already is kept, as DbfFile::create does.

@@ -6,7 +6,8 @@
 namespace vantrelix {
 namespace {
 
-constexpr int kSingleBytePages[] = {437, 737, 850, 852, 857, 861, 865, 866, 874, 1250, 1251, 1252, 1253, 1254, 1257};
+constexpr int kSingleBytePages[] = {437, 737,  850,  852,  857,  860,  861,  863,  865, 866,
+                                    874, 1250, 1251, 1252, 1253, 1254, 1255, 1256, 1257};
 
 CodePage page(int number) {
   const auto found = CodePage::find(number);
@@ -69,7 +70,7 @@ TEST(CodePageFind, KnowsTheSingleBytePagesAndNotTheOthers) {
     EXPECT_EQ(CodePage::find(number)->number(), number);
     EXPECT_TRUE(CodePage::find(number)->singleByte());
   }
-  for (const int number : {0, 1, 895, 1255, 65001, -1}) EXPECT_FALSE(CodePage::find(number)) << number;
+  for (const int number : {0, 1, 895, 1258, 65001, -1}) EXPECT_FALSE(CodePage::find(number)) << number;
   EXPECT_EQ(CodePage::windows1252().number(), 1252);
 }
 
@@ -94,6 +95,10 @@ TEST(CodePageText, HasTheCharactersOfItsPage) {
   EXPECT_EQ(page(1253).decode("\xE1"), "α");
   EXPECT_EQ(page(1254).decode("\xFE"), "ş");
   EXPECT_EQ(page(1257).decode("\xE0"), "ą");
+  EXPECT_EQ(page(860).decode("\x84"), "ã");
+  EXPECT_EQ(page(863).decode("\x8F"), "§");
+  EXPECT_EQ(page(1255).decode("\xE0"), "א");
+  EXPECT_EQ(page(1256).decode("\xC8"), "ب");
 }
 
 TEST(CodePageText, OpenBytesAreControlCharactersOrPrivateOnes) {

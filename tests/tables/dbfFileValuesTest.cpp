@@ -1,6 +1,7 @@
 // What the values of a table file are that its fields alone do not tell: nulls, memos, and texts by their code page.
 #include <gtest/gtest.h>
 
+#include "platform/FaultPlatform.h"
 #include "tables/DbfFiles.h"
 
 namespace vantrelix {
@@ -103,6 +104,20 @@ TEST_F(DbfFiles, APartnerFileNamesTheCodePageWhereTheMarkDoesNot) {
   EXPECT_EQ(valueOf(*table, 1, "A"), Value("ééx"));
   suite.folder().write("ANT.CPG", "ANSI 1251");
   EXPECT_EQ(valueOf(*opened({.fields = {{"A", 'C', 1}}, .rows = " \xFF", .count = 1, .mark = 0}), 0, "A"), Value("я"));
+}
+
+TEST_F(DbfFiles, APartnerFileNamesTheCodePageWhereThatOfTheMarkCannotBeHad) {
+  class WithoutPages : public platform::FaultPlatform {
+   public:
+    using FaultPlatform::FaultPlatform;
+    std::optional<std::string> decodeMultiByte(int, std::string_view) override { return std::nullopt; }
+  };
+  WithoutPages machine(platform::current());
+  const platform::Substitute substitute(machine);
+  const RawTable raw{.fields = {{"A", 'C', 2}}, .rows = " \xC3\xA9", .count = 1, .mark = 0x13};
+  EXPECT_EQ(valueOf(*opened(raw), 0, "A"), Value("Ã©"));
+  suite.folder().write("ANT.CPG", "UTF-8");
+  EXPECT_EQ(valueOf(*opened(raw), 0, "A"), Value("é"));
 }
 
 TEST_F(DbfFiles, FieldNamesInUtf8MakeAnUnmarkedTableAUtf8Table) {

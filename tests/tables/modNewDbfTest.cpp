@@ -108,6 +108,37 @@ TEST(ModNewDBF, ATextFieldOfAnotherWidthIsRefused) {
   EXPECT_THAT(suite.log(), HasSubstr("the width of ATYPE_ID is not 12"));
 }
 
+struct NumberWidth {
+  int width;
+  int decimals;
+  bool fits;
+};
+
+class NumberWidths : public ::testing::TestWithParam<NumberWidth> {};
+
+TEST_P(NumberWidths, AreThoseThatANewTableCanHave) {
+  DictionarySuite suite;
+  addDictionaryRow(suite.dictionary, "LEVELS", 1, "LEVEL", GetParam().width, GetParam().decimals, "DOUBLE", "N");
+  const std::string path = suite.file("LEVELS.DBF");
+  ASSERT_TRUE(NewTable(FieldsFromDataSum("LEVELS"), path));
+  const std::string before = suite.folder().read("LEVELS.DBF");
+  EXPECT_EQ(ModNewDBF("LEVELS", path), GetParam().fits);
+  EXPECT_EQ(suite.folder().read("LEVELS.DBF") == before, !GetParam().fits);
+  if (GetParam().fits) return;
+  EXPECT_THAT(suite.log(), HasSubstr("Error 3343"));
+  EXPECT_THAT(suite.log(), HasSubstr("width or decimals of LEVEL are out of range"));
+  const std::string other = suite.file("OTHER.DBF");
+  EXPECT_EQ(RSTblValidRS(FieldsFromDataSum("LEVELS"), other, false, true, "LEVELS"), tableCode::headerError);
+  EXPECT_FALSE(suite.folder().exists("OTHER.DBF"));
+}
+
+INSTANTIATE_TEST_SUITE_P(ModNewDBF, NumberWidths,
+                         ::testing::Values(NumberWidth{1, 0, true}, NumberWidth{20, 0, true}, NumberWidth{20, 15, true},
+                                           NumberWidth{8, 6, true}, NumberWidth{8, 7, false}, NumberWidth{2, 1, false},
+                                           NumberWidth{0, 0, false}, NumberWidth{21, 0, false},
+                                           NumberWidth{30, 2, false}, NumberWidth{20, 16, false},
+                                           NumberWidth{6, -1, false}));
+
 TEST(ModNewDBF, ATableWithRowsIsRefused) {
   DictionarySuite suite;
   const std::string path = suite.file("AHDTEST1.DBF");

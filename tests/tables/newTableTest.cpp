@@ -58,6 +58,16 @@ TEST(NewTable, APathWithABlankIsMadeUnderTheStampFirstAndEndsUnderItsName) {
   EXPECT_TRUE(clock.hasRenamed("26160248.DBF"));
 }
 
+TEST(NewTable, AFieldNameThatItsPageDoesNotHaveIsRefused) {
+  DictionarySuite suite;
+  const std::string path = suite.file("AMSTEST1.DBF");
+  EXPECT_FALSE(NewTable({{"ŁÓDŹ", 5, FieldType::text, ""}}, path));
+  EXPECT_FALSE(suite.folder().exists("AMSTEST1.DBF"));
+  EXPECT_THAT(suite.log(), HasSubstr("does not have the characters of the field name ŁÓDŹ"));
+  ASSERT_TRUE(NewTable({{"ÉTÉ", 5, FieldType::text, ""}}, path));
+  EXPECT_EQ(DbfFile::open(path)->fields().at(0).name, "ÉTÉ");
+}
+
 TEST(NewTable, AFailureIsReportedAndLeavesTheFormerTable) {
   DictionarySuite suite;
   const std::string path = test::oldMaster(suite.folder());

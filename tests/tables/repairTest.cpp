@@ -170,6 +170,20 @@ TEST(Repair, ATextThatDoesNotFitItsNewFieldIsNotCut) {
   EXPECT_THAT(suite.log(), HasSubstr("] Select ATYPE_ID From [AHDTEST1]"));
 }
 
+TEST(Repair, ThatFailsLeavesItsTemporaryTableInTheFolder) {
+  DictionarySuite suite;
+  StoppedClock clock(platform::current());
+  platform::Substitute substitute(clock);
+  const std::string path = suite.file("AHDTEST1.DBF");
+  DbfFile::create(path, {{"ATYPE_ID", 'C', 20, 0}});
+  test::addRow(path, {{"ATYPE_ID", "longer than twelve"}});
+  ASSERT_EQ(RSTblValidRS(FieldsFromDataSum("AHDTADBASE"), path, true, true, ""), tableCode::unknown);
+  EXPECT_THAT(filesThatBegin(suite.folder(), ""),
+              ElementsAre("48111626.DBF", "AHDTEST1.DBF", "QVTECSUP.TXT", "SYSTEM"));
+  EXPECT_THAT(column(suite.file("48111626.DBF"), "HOR_AZ"), ElementsAre());
+  EXPECT_THAT(suite.log(), HasSubstr("TempTable: [48111626]"));
+}
+
 TEST(Repair, TextBecomesANumberWhereTheDictionaryNowHasOne) {
   DictionarySuite suite;
   const std::string path = suite.file("AHDTEST1.DBF");
@@ -188,6 +202,18 @@ TEST(Repair, ATableWithMemosIsRefusedAndLeftWhole) {
   EXPECT_EQ(repair(path), tableCode::unknown);
   EXPECT_EQ(suite.folder().read(kTable), before);
   EXPECT_THAT(suite.log(), HasSubstr("holds memos"));
+}
+
+TEST(Repair, ThatWouldAddAMemoFieldIsRefusedAndTellsWhichOne) {
+  DictionarySuite suite;
+  const std::string path = oldMaster(suite.folder());
+  const std::string before = suite.folder().read(kTable);
+  FieldList fields = FieldsFromDataSum(kAms);
+  fields.push_back({"REMARK", 10, FieldType::memo, ""});
+  EXPECT_EQ(RSTblValidRS(fields, path, true, true, ""), tableCode::unknown);
+  EXPECT_EQ(suite.folder().read(kTable), before);
+  EXPECT_THAT(suite.log(), HasSubstr("lacks a field and is to have the memo field REMARK"));
+  EXPECT_THAT(filesThatBegin(suite.folder(), "AMS"), ElementsAre(kTable));
 }
 
 TEST(Repair, BehindALinkTheTableItselfIsMended) {

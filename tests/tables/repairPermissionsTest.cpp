@@ -1,0 +1,75 @@
+// Who may read the files that a repair leaves beside a table and in its place.
+#include <filesystem>
+#include <gtest/gtest.h>
+
+#include "tables/dictionaryTables.h"
+#include "tables/structure.h"
+
+namespace vantrelix {
+namespace {
+
+using std::filesystem::perms;
+using test::DictionarySuite;
+using test::filesThatBegin;
+using test::oldMaster;
+
+constexpr const char* kTable = "AMSTEST1.DBF";
+constexpr perms kOwnerAlone = perms::owner_read | perms::owner_write;
+
+class RepairPermissions : public ::testing::TestWithParam<perms> {
+ protected:
+  bool repaired(const std::string& path) const {
+    std::filesystem::permissions(suite.folder().machine(kTable), GetParam());
+    return RSTblValid(FieldsFromDataSum("AMSPDBASE"), path, true, false, "");
+  }
+  perms of(const std::string& name) const {
+    return std::filesystem::status(suite.folder().machine(name)).permissions();
+  }
+  DictionarySuite suite;
+};
+
+TEST_P(RepairPermissions, OfTheOldFileAreThoseOfItsCopyAndOfTheNewTable) {
+  ASSERT_TRUE(repaired(oldMaster(suite.folder())));
+  const std::vector<std::string> kept = filesThatBegin(suite.folder(), "AMSTEST1_2");
+  ASSERT_EQ(kept.size(), 1u);
+  EXPECT_EQ(of(kept.front()), GetParam());
+  EXPECT_EQ(of(kTable), GetParam());
+}
+
+// Both are in the folder while they are being written.
+TEST_P(RepairPermissions, AreSetBeforeAnyRowIsCopied) {
+  class Watching : public test::StoppedClock {
+   public:
+    using StoppedClock::StoppedClock;
+    bool rightBeforeRows(const std::string& file) const {
+      const auto given = std::find(journal().begin(), journal().end(), "copyPermissions " + file);
+      const auto written = std::find(journal().begin(), journal().end(), "writeAt " + file);
+      return given < written && written != journal().end();
+    }
+  };
+  Watching watching(platform::current());
+  const platform::Substitute substitute(watching);
+  const std::string path = oldMaster(suite.folder());
+  watching.reset();
+  ASSERT_TRUE(repaired(path));
+  EXPECT_TRUE(watching.rightBeforeRows(suite.folder().machine("48111626.DBF")));
+  EXPECT_TRUE(watching.rightBeforeRows(suite.folder().machine("AMSTEST1_202611211648.TMP")));
+}
+
+TEST_P(RepairPermissions, AreThoseOfATemporaryTableThatIsLeftToo) {
+  const std::string path = suite.file(kTable);
+  DbfFile::create(path, {{"ATYPE_ID", 'C', 20, 0}});
+  test::addRow(path, {{"ATYPE_ID", "longer than twelve"}});
+  ASSERT_FALSE(repaired(path));
+  for (const std::string& name : filesThatBegin(suite.folder(), "")) {
+    EXPECT_TRUE(!name.ends_with(".DBF") || of(name) == GetParam()) << name;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, RepairPermissions,
+                         ::testing::Values(kOwnerAlone, kOwnerAlone | perms::group_read,
+                                           kOwnerAlone | perms::group_read | perms::group_write),
+                         [](const auto& test) { return "Mode" + std::to_string(static_cast<unsigned>(test.param)); });
+
+}  // namespace
+}  // namespace vantrelix

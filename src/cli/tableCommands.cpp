@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <set>
 
 #include "cli/TextTable.h"
 #include "cli/commandLine.h"
@@ -53,14 +54,34 @@ std::vector<std::size_t> shownFields(const DbfFile& table) {
   return shown;
 }
 
+// The names of the fields as keys of an object, which has each but once: a name that comes again gets a number.
+std::vector<std::string> keysOf(const DbfFile& table, const std::vector<std::size_t>& shown) {
+  std::set<std::string> taken;
+  for (const std::size_t i : shown) taken.insert(table.fields()[i].name);
+  std::set<std::string> given;
+  std::vector<std::string> keys;
+  for (const std::size_t i : shown) {
+    const std::string& name = table.fields()[i].name;
+    std::string key = name;
+    if (!given.insert(name).second) {
+      for (int number = 2; !taken.insert(key).second; ++number) key = name + "_" + std::to_string(number);
+    }
+    keys.push_back(std::move(key));
+  }
+  return keys;
+}
+
 Json fieldsJson(const DbfFile& table) {
+  const std::vector<std::size_t> shown = shownFields(table);
+  const std::vector<std::string> keys = keysOf(table, shown);
   Json fields = Json::array();
-  for (const std::size_t i : shownFields(table)) {
-    const DbfField& field = table.fields()[i];
+  for (std::size_t i = 0; i < shown.size(); ++i) {
+    const DbfField& field = table.fields()[shown[i]];
     fields.push_back({{"name", field.name},
                       {"type", std::string(1, field.type)},
                       {"width", field.width},
                       {"decimals", field.decimals}});
+    if (keys[i] != field.name) fields.back()["key"] = keys[i];
   }
   return fields;
 }
@@ -78,6 +99,7 @@ Rows readRows(DbfFile& table) {
   columns.reserve(shown.size());
   for (const std::size_t i : shown)
     columns.push_back({table.fields()[i].name, alignOf(fieldTypeOf(table.fields()[i]))});
+  const std::vector<std::string> keys = keysOf(table, shown);
   Rows rows{Json::array(), TextTable(columns), 0};
   table.scan([&](std::uint32_t, const unsigned char* record) {
     if (record[0] == '*') {
@@ -86,9 +108,9 @@ Rows readRows(DbfFile& table) {
     }
     Json row = Json::object();
     std::vector<std::string> cells;
-    for (const std::size_t i : shown) {
-      const Value value = table.value(record, i);
-      row[table.fields()[i].name] = jsonOf(value);
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+      const Value value = table.value(record, shown[i]);
+      row[keys[i]] = jsonOf(value);
       cells.push_back(textOf(value));
     }
     rows.json.push_back(std::move(row));

@@ -39,6 +39,10 @@ class MemoFile {
   std::string read(std::uint32_t block);
   // Where that text lies; 3343 as read.
   MemoExtent find(std::uint32_t block);
+  // Reads bytes of the file, for texts that are too long to be read whole; fewer only at its end.
+  std::size_t readAt(std::uint64_t offset, void* bytes, std::size_t count) {
+    return file_->readAt(offset, bytes, count);
+  }
 
   const std::string& path() const { return path_; }
   MemoKind kind() const { return kind_; }

@@ -66,6 +66,18 @@ std::optional<Unsound> pointerFault(const unsigned char* record, const DbfField&
   return std::nullopt;
 }
 
+bool isDigit(char byte) { return byte >= '0' && byte <= '9'; }
+bool isOfNumber(char byte) { return isDigit(byte) || std::string_view("+-.,eE*").find(byte) != kSound; }
+bool isOfText(char byte) { return static_cast<unsigned char>(byte) >= ' ' || byte == '\r' || byte == '\n'; }
+
+// Whether half of the bytes that are none of padding, or more, are of the kind.
+bool mostlyOf(std::string_view bytes, bool (*isOfKind)(char)) {
+  const auto padding = std::count_if(bytes.begin(), bytes.end(), isPadding);
+  const auto ofKind =
+      std::count_if(bytes.begin(), bytes.end(), [&](char byte) { return !isPadding(byte) && isOfKind(byte); });
+  return 2 * ofKind >= static_cast<std::ptrdiff_t>(bytes.size()) - padding;
+}
+
 // A byte that a page leaves open comes as a control character or from the private room of Unicode.
 bool isOpen(const CodePage& page, unsigned char byte) {
   const char32_t code = utf8CharacterAt(page.decode(std::string(1, static_cast<char>(byte))), 0).code;
@@ -176,12 +188,45 @@ double Soundness::likeness(const unsigned char* record) const {
   return deletion + static_cast<double>(sound) / static_cast<double>(fields_.size()) / 2;
 }
 
-bool Soundness::isRow(const unsigned char* record) const {
-  if (record[0] != ' ' && record[0] != '*') return false;
-  for (std::size_t i = 0; i < fields_.size(); ++i) {
-    if (faultOf(record, i)) return false;
+std::optional<bool> Soundness::isLikeField(const unsigned char* record, std::size_t index) const {
+  const DbfField& field = fields_[index];
+  const std::string_view bytes = bytesOf(record, field);
+  if (field.width == 0 || isBlank(bytes) || isNullByFlag(record, field, context_)) return std::nullopt;
+  if (pointsToMemo(field, context_)) return field.width == 4 ? std::nullopt : std::optional(mostlyOf(bytes, isDigit));
+  switch (field.type) {
+    case 'C':
+    case 'V':
+      if ((flags_[index] & kFlagBinary) != 0) return std::nullopt;
+      return mostlyOf(bytes.substr(0, bytes.find('\0')), isOfText);
+    case 'N':
+    case 'F':
+      return mostlyOf(bytes, isOfNumber);
+    case 'D':
+      return mostlyOf(bytes, isDigit);
+    case 'L':
+    case 'T':
+      return !faultOf(record, index);
+    case 'B':
+      return faultOf(record, index) ? std::optional(false) : std::nullopt;
+    default:
+      return std::nullopt;
   }
-  return true;
+}
+
+bool Soundness::isLikeRow(const unsigned char* record) const {
+  if (record[0] != ' ' && record[0] != '*') return false;
+  int texts = 0;
+  int others = 0;
+  bool knowsOthers = false;
+  for (std::size_t i = 0; i < fields_.size(); ++i) {
+    const std::optional<bool> like = isLikeField(record, i);
+    if (!like) continue;
+    const bool text = fields_[i].type == 'C' || fields_[i].type == 'V';
+    (text ? texts : others) += *like ? 1 : -1;
+    knowsOthers = knowsOthers || !text;
+  }
+  // Nearly all bytes are like a text, so that texts count only where nothing else does.
+  return knowsOthers ? others >= 0 : texts >= 0;
 }
 
 }  // namespace vantrelix::dbf

@@ -30,9 +30,12 @@ class Soundness {
   std::optional<Unsound> faultOf(const unsigned char* record, std::size_t index) const;
   // How much of the record looks like a row, from 0 to 1: half of it is the deletion byte.
   double likeness(const unsigned char* record) const;
-  bool isRow(const unsigned char* record) const;
+  // Whether the record begins as a row does and most of its values, odd ones among them, are of bytes that such fields
+  // hold.
+  bool isLikeRow(const unsigned char* record) const;
 
  private:
+  std::optional<bool> isLikeField(const unsigned char* record, std::size_t index) const;
   std::optional<Unsound> textFault(const unsigned char* record, std::size_t index) const;
   std::size_t unknownByte(std::string_view bytes) const;
   bool isOpenByte(unsigned char byte) const;

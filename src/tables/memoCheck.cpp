@@ -12,6 +12,8 @@ namespace vantrelix::dbf {
 
 namespace {
 
+constexpr std::size_t kChunk = std::size_t{256} * 1024;
+
 std::string rowName(std::uint32_t number) { return "Row " + std::to_string(std::uint64_t{number} + 1); }
 
 }  // namespace
@@ -42,14 +44,16 @@ std::string MemoCheck::nameOf(std::size_t field) const {
   return layout_.context.text.decode(layout_.header.fields[field].name);
 }
 
+FaultList::Place MemoCheck::placeOf(std::uint32_t number, std::size_t index) const {
+  const auto offset = static_cast<std::uint64_t>(layout_.header.fields[index].offset);
+  return {number, nameOf(index), layout_.offsetOf(number) + offset};
+}
+
 void MemoCheck::look(std::uint32_t number, const unsigned char* row, std::size_t index) {
   const DbfField& field = layout_.header.fields[index];
   if (isNullByFlag(row, field, layout_.context)) return;
   const std::uint32_t block = memoBlock(row, field);
   if (block == 0) return;
-  const auto place = [&] {
-    return FaultList::Place{number, nameOf(index), layout_.offsetOf(number) + static_cast<std::uint64_t>(field.offset)};
-  };
   if (!memo_) {
     if (!missing_) return;
     return faults_.add(
@@ -58,33 +62,58 @@ void MemoCheck::look(std::uint32_t number, const unsigned char* row, std::size_t
           return rowName(number) + " has in the field " + nameOf(index) +
                  " a text of the memo file, and none stands beside the table.";
         },
-        place);
+        [&] { return placeOf(number, index); });
   }
   try {
     const MemoExtent extent = memo_->find(block);
     texts_.push_back(
         {std::uint64_t{block} * memo_->blockSize(), extent.end, number, static_cast<std::uint32_t>(index)});
   } catch (const RunTimeFailure& cause) {
-    faults_.add(
-        FaultKind::memoBlock,
-        [&] {
-          return rowName(number) + " has in the field " + nameOf(index) + " no text that could be read. " +
-                 cause.description();
-        },
-        place);
+    noteText(number, index, cause.description());
   }
+}
+
+void MemoCheck::noteText(std::uint32_t number, std::size_t index, const std::string& reason) {
+  faults_.add(
+      FaultKind::memoBlock,
+      [&] { return rowName(number) + " has in the field " + nameOf(index) + " no text that could be read. " + reason; },
+      [&] { return placeOf(number, index); });
 }
 
 void MemoCheck::finish() {
   if (!memo_) return;
+  std::sort(texts_.begin(), texts_.end(), [](const Text& a, const Text& b) {
+    return std::tie(a.first, a.record, a.field) < std::tie(b.first, b.record, b.field);
+  });
+  readTexts();
   findShared();
   checkNextFree();
 }
 
+// Each byte once, however many records point to it: whether the file gives all of them.
+void MemoCheck::readTexts() {
+  std::vector<unsigned char> chunk(kChunk);
+  std::uint64_t read = 0;
+  for (const Text& text : texts_) {
+    std::uint64_t at = std::max(read, text.first);
+    try {
+      while (at < text.end) {
+        const std::size_t got = memo_->readAt(at, chunk.data(), std::min<std::uint64_t>(kChunk, text.end - at));
+        if (got == 0) break;
+        at += got;
+      }
+      if (at < text.end)
+        noteText(text.record, text.field,
+                 "The memo file " + displayPath(memo_->path()) + " ends at byte " + std::to_string(at) +
+                     ", within the text.");
+      read = std::max(read, at);
+    } catch (const RunTimeFailure& cause) {
+      noteText(text.record, text.field, cause.description());
+    }
+  }
+}
+
 void MemoCheck::findShared() {
-  std::sort(texts_.begin(), texts_.end(), [](const Text& a, const Text& b) {
-    return std::tie(a.first, a.record, a.field) < std::tie(b.first, b.record, b.field);
-  });
   const Text* widest = nullptr;
   for (const Text& text : texts_) {
     if (widest != nullptr && text.first < widest->end) {

@@ -33,8 +33,11 @@ class MemoCheck {
     std::uint32_t field;
   };
 
+  void readTexts();
   void findShared();
   void checkNextFree();
+  void noteText(std::uint32_t number, std::size_t index, const std::string& reason);
+  FaultList::Place placeOf(std::uint32_t number, std::size_t index) const;
   std::string nameOf(std::size_t field) const;
 
   const TableLayout& layout_;

@@ -19,8 +19,8 @@ constexpr int kBinaryPointer = 4;
 constexpr int kDigitPointer = 10;
 
 [[noreturn]] void refuse(const TableLayout& layout, const std::string& reason) {
-  throw RunTimeFailure(failure::damagedTable, "Nothing can be saved of the table " + layout.context.displayName + ": " +
-                                                  reason + ". Look for an older copy of it.");
+  throw RunTimeFailure(failure::damagedTable, "Nothing can be saved of the table " + layout.context.displayName() +
+                                                  ": " + reason + ". Look for an older copy of it.");
 }
 
 int widthOfType(const DbfField& field, const FieldContext& context) {
@@ -55,6 +55,13 @@ void putBlock(unsigned char* made, const DbfField& field, std::uint32_t block) {
 void clearBlock(unsigned char* made, const DbfField& field) {
   const auto nothing = static_cast<unsigned char>(field.width == kBinaryPointer ? 0 : ' ');
   std::fill(made + field.offset, made + field.offset + field.width, nothing);
+}
+
+// Whether what is left out of the field was anything.
+bool holdsAnything(const unsigned char* row, const DbfField& field, const FieldContext& context) {
+  const unsigned char* const at = row + field.offset;
+  return !isNullByFlag(row, field, context) &&
+         std::any_of(at, at + field.width, [](unsigned char byte) { return byte != ' ' && byte != 0; });
 }
 
 bool isNameByte(unsigned char byte) { return byte >= ' ' && byte != 0x7F; }
@@ -183,7 +190,7 @@ std::uint32_t RecoveredTable::convertField(const unsigned char* row, unsigned ch
   // Of any other type a part is no value.
   if (former.width == 0 || (former.width != field.width && !wideDate && !text)) {
     blankField(made, field, context_);
-    return 0;
+    return holdsAnything(row, former, layout_.context) ? 1 : 0;
   }
   const auto unsound = soundness_.faultOf(row, index);
   if (unsound) return mend(row, made, index, unsound->kind);
@@ -226,20 +233,23 @@ std::uint32_t RecoveredTable::convertMemo(const unsigned char* row, unsigned cha
   const DbfField& field = header_.fields[index];
   clearBlock(made, field);
   const bool whole = former.width == layout_.stored[index].width;
-  if (!whole || isNullByFlag(row, former, layout_.context)) return 0;
+  if (!whole) return holdsAnything(row, former, layout_.context) ? 1 : 0;
+  if (isNullByFlag(row, former, layout_.context)) return 0;
   if (soundness_.faultOf(row, index)) return 1;
   const std::uint32_t block = memoBlock(row, former);
   if (block == 0) return 0;
+  if (from == nullptr || to == nullptr) return 1;
+  MemoExtent extent;
+  std::string text;
   try {
-    if (from == nullptr || to == nullptr) return 1;
-    const std::uint32_t kind = from->find(block).kind;
-    putBlock(made, field, to->append(from->read(block), kind));
-    return 0;
+    extent = from->find(block);
+    text = from->read(block);
   } catch (const RunTimeFailure& cause) {
-    // The old text cannot be read; that the new one cannot be written is another matter.
-    if (cause.number() != failure::damagedTable) throw;
+    if (cause.number() != failure::damagedTable && cause.number() != failure::deviceIO) throw;
     return 1;
   }
+  putBlock(made, field, to->append(text, extent.kind));
+  return text.size() < extent.length ? 1 : 0;
 }
 
 }  // namespace vantrelix::dbf

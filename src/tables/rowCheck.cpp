@@ -1,15 +1,13 @@
 #include "tables/rowCheck.h"
 
-#include <algorithm>
-
 #include "foundation/text.h"
 #include "tables/fieldSoundness.h"
+#include "tables/wholeRows.h"
 
 namespace vantrelix::dbf {
 
 namespace {
 
-constexpr std::size_t kChunk = std::size_t{1} << 20;
 constexpr std::size_t kLongestShown = 40;
 
 const char* whatIsWrong(FaultKind kind) {
@@ -63,6 +61,7 @@ class RowCheck {
   }
 
   void look(std::uint32_t number, const unsigned char* row) {
+    if (row == nullptr) return noteUnreadable(number);
     row[0] == '*' ? ++check_.deleted : ++check_.rows;
     if (row[0] != ' ' && row[0] != '*') noteDeletionByte(number, row[0]);
     for (std::size_t i = 0; i < layout_.header.fields.size(); ++i) {
@@ -73,6 +72,14 @@ class RowCheck {
 
  private:
   std::string rowName(std::uint32_t number) const { return "Row " + std::to_string(std::uint64_t{number} + 1); }
+
+  void noteUnreadable(std::uint32_t number) {
+    check_.faults.add(
+        FaultKind::unreadable, [&] { return rowName(number) + " is not given by the device that the file lies on."; },
+        [&] {
+          return FaultList::Place{number, "", layout_.offsetOf(number)};
+        });
+  }
 
   void noteDeletionByte(std::uint32_t number, unsigned char byte) {
     check_.faults.add(
@@ -116,18 +123,18 @@ class RowCheck {
 
 void checkRows(platform::File& file, const TableLayout& layout, MemoCheck& memos, const CheckProgress& progress,
                TableCheck& check) {
-  const std::uint64_t length = layout.header.recordLength;
   const std::uint32_t rows = layout.rowsCounted();
-  const std::uint64_t perChunk = std::min<std::uint64_t>(std::max<std::uint64_t>(1, kChunk / length), rows);
-  std::vector<unsigned char> chunk(perChunk * length);
-  RowCheck look(layout, memos, check);
-  for (std::uint32_t row = 0; row < rows;) {
-    const std::uint64_t wanted = std::min<std::uint64_t>(perChunk, rows - row);
-    const std::uint64_t got = file.readAt(layout.offsetOf(row), chunk.data(), wanted * length) / length;
-    for (std::uint64_t i = 0; i < got; ++i) look.look(row++, &chunk[i * length]);
-    if (progress) progress(row, rows);
-    if (got < wanted) break;
-  }
+  RowCheck rowCheck(layout, memos, check);
+  WholeRows(file, layout)
+      .each(
+          0, rows,
+          [&](std::uint32_t number, const unsigned char* row) {
+            rowCheck.look(number, row);
+            return true;
+          },
+          [&](std::uint64_t next) {
+            if (progress) progress(next, rows);
+          });
 }
 
 }  // namespace vantrelix::dbf

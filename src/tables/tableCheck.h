@@ -19,9 +19,10 @@ struct TableCheck {
 // Tells how many of the rows have been looked at.
 using CheckProgress = std::function<void(std::uint64_t done, std::uint64_t all)>;
 
-// Reads every byte of the table and of its memo file and changes none. A table that DbfFile::open refuses is looked
-// through as far as sense can be made of it; where there is none the refusal is the only fault. 3011 no such file, 3051
-// and 3211 as DbfFile::open. Memory: some 24 bytes for each memo text, little beyond.
+// Reads every row that is counted, what stands behind them and every text that they point to, and changes nothing. The
+// table may be in use: count and end belong to one moment, and no row is seen half written. A table that DbfFile::open
+// refuses is looked through as far as sense can be made of it; where there is none the refusal is the only fault. 3011
+// no such file, 3051 and 3211 as DbfFile::open. Memory: some 24 bytes for each memo text, little beyond.
 TableCheck checkTable(const std::string& path, const CheckProgress& progress = {});
 
 }  // namespace vantrelix

@@ -27,7 +27,9 @@ enum class FaultKind {
   countTooLow,  // whole rows stand behind those that are counted
   endMark,      // missing or another byte
   bytesBehind,  // behind the end mark
+  leftOver,     // behind the last row, neither rows nor an end mark
   // The rows.
+  unreadable,    // the device does not give the row
   deletionByte,  // neither a blank nor an asterisk
   number,        // bytes that are no number
   numberNul,     // a NUL in a number

@@ -3,18 +3,18 @@
 #include "foundation/extract.h"
 #include "platform/RunTimeFailure.h"
 #include "tables/dbfDescriptors.h"
-#include "tables/dbfLocks.h"
 #include "tables/dbfOpening.h"
 #include "tables/fieldSoundness.h"
 #include "tables/partnerFile.h"
+#include "tables/rowsBehind.h"
 
 namespace vantrelix::dbf {
 
 namespace {
 
 constexpr std::size_t kLongestHeader = 65535 + 32;
-constexpr std::uint64_t kRowsSampled = 64;
-constexpr std::size_t kChunk = std::size_t{256} * 1024;
+constexpr std::uint32_t kRowsSampled = 64;
+constexpr std::size_t kSector = 512;
 constexpr double kLikeRows = 0.5;
 constexpr double kBeyondDoubt = 2.9;  // the header is right in all, and nearly every value of the rows
 
@@ -61,14 +61,34 @@ std::vector<std::uint64_t> distinct(const std::vector<std::uint64_t>& numbers) {
   return result;
 }
 
+// The first bytes of the file, as far as the device gives them.
+std::string firstBytes(File& file, std::size_t count) {
+  std::string bytes(count, '\0');
+  try {
+    bytes.resize(file.readAt(0, bytes.data(), count));
+    return bytes;
+  } catch (const RunTimeFailure& cause) {
+    if (cause.number() != failure::deviceIO) throw;
+  }
+  for (std::size_t at = 0; at < count; at += kSector) {
+    try {
+      file.readAt(at, &bytes[at], std::min(kSector, count - at));
+    } catch (const RunTimeFailure& cause) {
+      if (at == 0 || cause.number() != failure::deviceIO) throw;
+      bytes.resize(at);
+      break;
+    }
+  }
+  return bytes;
+}
+
 class Search {
  public:
   Search(File& file, const std::string& path) : file_(file) {
     base_.path = path;
-    base_.context.displayName = displayPath(path);
+    base_.context.path = path;
     base_.fileSize = file.size();
-    base_.headerBytes.resize(std::min<std::uint64_t>(base_.fileSize, kLongestHeader));
-    base_.headerBytes.resize(file.readAt(0, base_.headerBytes.data(), base_.headerBytes.size()));
+    base_.headerBytes = firstBytes(file, std::min<std::uint64_t>(base_.fileSize, kLongestHeader));
   }
 
   TableLayout run() {
@@ -89,11 +109,11 @@ class Search {
   // What DbfFile::open says to it.
   std::optional<RunTimeFailure> tryOpening() {
     try {
-      accepted_ = readHeader(file_, base_.context.displayName);
+      accepted_ = readHeader(file_, base_.context.displayName());
       return std::nullopt;
-    } catch (const RunTimeFailure& failure) {
-      if (failure.number() != failure::damagedTable) throw;
-      return failure;
+    } catch (const RunTimeFailure& cause) {
+      if (cause.number() != failure::damagedTable && cause.number() != failure::deviceIO) throw;
+      return cause;
     }
   }
 
@@ -167,15 +187,25 @@ class Search {
 
   double likenessOfRows(const TableLayout& layout) {
     const std::uint32_t there = layout.header.count > 0 ? layout.rowsCounted() : layout.rowsInFile();
-    const std::uint64_t length = layout.header.recordLength;
-    const std::uint64_t sampled = std::min<std::uint64_t>(there, kRowsSampled);
-    if (sampled == 0) return 1;
-    std::vector<unsigned char> rows(sampled * length);
-    const std::uint64_t got = file_.readAt(layout.header.headerLength, rows.data(), rows.size()) / length;
     const Soundness soundness(layout.context, layout.header.fields, layout.flags);
+    std::vector<unsigned char> row(layout.header.recordLength);
     double sum = 0;
-    for (std::uint64_t row = 0; row < got; ++row) sum += soundness.likeness(&rows[row * length]);
-    return got == 0 ? 1 : sum / static_cast<double>(got);
+    int rows = 0;
+    for (std::uint32_t number = 0; number < std::min(there, kRowsSampled); ++number) {
+      if (!canBeRead(layout.offsetOf(number), row)) continue;
+      sum += soundness.likeness(row.data());
+      ++rows;
+    }
+    return rows == 0 ? 1 : sum / rows;
+  }
+
+  bool canBeRead(std::uint64_t offset, std::vector<unsigned char>& row) {
+    try {
+      return file_.readAt(offset, row.data(), row.size()) == row.size();
+    } catch (const RunTimeFailure& cause) {
+      if (cause.number() != failure::deviceIO) throw;
+      return false;
+    }
   }
 
   File& file_;
@@ -184,37 +214,14 @@ class Search {
   std::optional<Reading> best_;
 };
 
-bool isBlankRow(const unsigned char* row, std::uint32_t length) {
-  return std::all_of(row + 1, row + length, [](unsigned char byte) { return byte == ' ' || byte == 0; });
-}
-
 }  // namespace
 
 std::uint32_t TableLayout::rowsInFile() const { return rowsWithin(fileSize, header, UINT32_MAX); }
 
 TableLayout findLayout(File& file, const std::string& path) {
-  const HeldLock lock(file, kHeaderLock, platform::LockKind::shared, displayPath(path));
-  return Search(file, path).run();
-}
-
-std::uint32_t rowsBehind(File& file, const TableLayout& layout) {
-  const std::uint32_t length = layout.header.recordLength;
-  const Soundness soundness(layout.context, layout.header.fields, layout.flags);
-  const std::uint64_t first = layout.rowsCounted();
-  const std::uint64_t perChunk =
-      std::min<std::uint64_t>(std::max<std::uint64_t>(1, kChunk / length), layout.rowsInFile() - first);
-  std::vector<unsigned char> chunk(perChunk * length);
-  std::uint64_t last = first;
-  for (std::uint64_t row = first; row < layout.rowsInFile();) {
-    const std::uint64_t got = file.readAt(layout.offsetOf(row), chunk.data(), chunk.size()) / length;
-    for (std::uint64_t i = 0; i < got; ++i, ++row) {
-      const unsigned char* bytes = &chunk[i * length];
-      if (!soundness.isRow(bytes)) return static_cast<std::uint32_t>(last - first);
-      if (!isBlankRow(bytes, length)) last = row + 1;
-    }
-    if (got == 0) break;
-  }
-  return static_cast<std::uint32_t>(last - first);
+  TableLayout layout = Search(file, path).run();
+  layout.behind = lookBehind(file, layout);
+  return layout;
 }
 
 }  // namespace vantrelix::dbf

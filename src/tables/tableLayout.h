@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,15 @@
 #include "tables/fieldCodec.h"
 
 namespace vantrelix::dbf {
+
+// What stands behind the rows that are counted.
+struct RowsBehind {
+  std::uint32_t rows = 0;             // that look like rows, up to the last that is not blank
+  std::uint64_t end = 0;              // the byte behind them
+  std::uint64_t bytesLeft = 0;        // from there to the end of the file
+  std::optional<unsigned char> next;  // the first of those, where there is one and the device gives it
+  bool blankLeft = false;             // nothing but blanks and NULs among them, but for a mark at their end
+};
 
 struct TableLayout {
   std::string path;
@@ -24,6 +34,7 @@ struct TableLayout {
   std::uint64_t descriptorsEnd = 0;
   bool terminated = false;
   FieldContext context;
+  RowsBehind behind;
 
   std::uint32_t headerLengthClaimed() const { return number(8, 2); }
   std::uint32_t recordLengthClaimed() const { return number(10, 2); }
@@ -36,11 +47,9 @@ struct TableLayout {
   std::uint32_t rowsCounted() const { return std::min(rowsInFile(), header.count); }
 };
 
-// Looks at the file under its header lock, so that no row is just being added. 3343 where no sense can be made of it:
-// no header, another format, nothing that looks like rows.
+// The header's lock, shared, is to be held: no row is just being added then, and the count belongs to what stands
+// behind the rows. 3343 where no sense can be made of the file: no header, another format, nothing that looks like
+// rows.
 TableLayout findLayout(platform::File& file, const std::string& path);
-
-// Rows that stand whole behind those that are counted and look like rows, up to the last that is not blank.
-std::uint32_t rowsBehind(platform::File& file, const TableLayout& layout);
 
 }  // namespace vantrelix::dbf

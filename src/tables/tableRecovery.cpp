@@ -1,6 +1,7 @@
 #include "tables/tableRecovery.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 #include "foundation/extract.h"
@@ -8,11 +9,12 @@
 #include "platform/RunTimeFailure.h"
 #include "tables/dbfLocks.h"
 #include "tables/dbfOpening.h"
-#include "tables/dbfText.h"
+#include "tables/layoutCheck.h"
 #include "tables/memoCheck.h"
 #include "tables/partnerFile.h"
 #include "tables/recoveredTable.h"
 #include "tables/tableFiles.h"
+#include "tables/wholeRows.h"
 
 namespace vantrelix {
 
@@ -23,6 +25,8 @@ using platform::File;
 using platform::OpenMode;
 
 constexpr std::size_t kChunk = std::size_t{1} << 20;
+constexpr int kAttempts = 1000;
+constexpr std::uint64_t kLongestPageName = std::uint64_t{1} << 20;
 
 // Files on their way to their names, which no file may have; what has not arrived at the end is removed.
 class NewFiles {
@@ -31,11 +35,16 @@ class NewFiles {
     for (const Entry& entry : entries_) removeQuietly(entry.placed ? entry.name : entry.made);
   }
 
+  [[noreturn]] static void refuse(const std::string& name) {
+    throw RunTimeFailure(failure::fileExists, "The file " + displayPath(name) +
+                                                  " exists already, and a recovery writes over nothing. Give another "
+                                                  "name for the new table.");
+  }
+
   // The path to write to until all is finished.
   std::string add(const std::string& name) {
     if (platform::current().fileExists(platform::current().findIgnoringCase(name))) refuse(name);
-    std::string made = name + "." + std::to_string(platform::current().processId()) + ".tmp";
-    platform::current().open(made, OpenMode::createNew);
+    const std::string made = createBeside(name);
     entries_.push_back({name, made, false});
     return made;
   }
@@ -52,6 +61,20 @@ class NewFiles {
     bool placed;
   };
 
+  static std::string createBeside(const std::string& name) {
+    for (int attempt = 1;; ++attempt) {
+      const std::string made =
+          name + "." + std::to_string(platform::current().processId()) + "-" + std::to_string(attempt) + ".tmp";
+      try {
+        platform::current().open(made, OpenMode::createNew);
+        return made;
+      } catch (const RunTimeFailure& failure) {
+        // What a killed run of this number left behind; the next name is free.
+        if (failure.number() != failure::fileExists || attempt == kAttempts) throw;
+      }
+    }
+  }
+
   static void placeOne(Entry& entry) {
     try {
       platform::current().renameNew(entry.made, entry.name);
@@ -60,12 +83,6 @@ class NewFiles {
       throw;
     }
     entry.placed = true;
-  }
-
-  [[noreturn]] static void refuse(const std::string& name) {
-    throw RunTimeFailure(failure::fileExists, "The file " + displayPath(name) +
-                                                  " exists already, and a recovery writes over nothing. Give another "
-                                                  "name for the new table.");
   }
 
   std::vector<Entry> entries_;
@@ -92,7 +109,6 @@ class Recovery {
     const auto to = platform::current().open(path, OpenMode::readWrite);
     if (table_.hasMemos()) openMemos();
     copyPageName();
-    result.behindCount = dbf::rowsBehind(file_, layout_);
     writeRows(*to, result, progress);
     to->sync();
     if (newMemo_) newMemo_->sync();
@@ -111,63 +127,62 @@ class Recovery {
     try {
       if (!old.empty()) oldMemo_ = std::make_unique<MemoFile>(old, kind);
     } catch (const RunTimeFailure& cause) {
-      if (cause.number() != failure::damagedTable) throw;
+      if (cause.number() != failure::damagedTable && cause.number() != failure::deviceIO) throw;
     }
     const std::string made = files_.add(memoNameFor(newPath_, kind));
     MemoFile::create(made, kind, oldMemo_ ? oldMemo_->blockSize() : kind == MemoKind::foxpro ? 64 : 512);
     newMemo_ = std::make_unique<MemoFile>(made, kind, OpenMode::readWrite);
   }
 
-  // The code page of a table without a mark stands in a file beside it.
+  // One that stands at the new name by chance would give the new table a code page of its own.
   void copyPageName() {
+    const std::string taken = partnerFile(newPath_, "CPG");
+    if (!taken.empty()) NewFiles::refuse(taken);
     const std::string old = partnerFile(layout_.path, "CPG");
-    if (old.empty() || dbf::codePageOfMark(layout_.header.languageMark) != 0) return;
-    const std::string made = files_.add(withExtension(newPath_, "CPG"));
-    const std::string content = platform::readWholeFile(old, kChunk);
-    platform::current().open(made, OpenMode::readWrite)->writeAt(0, content.data(), content.size());
+    if (old.empty()) return;
+    const std::string content = platform::readWholeFile(old, kLongestPageName);
+    const auto made = platform::current().open(files_.add(withExtension(newPath_, "CPG")), OpenMode::readWrite);
+    made->writeAt(0, content.data(), content.size());
+    made->sync();
   }
 
   void writeRows(File& to, TableRecovery& result, const CheckProgress& progress) {
-    const std::uint32_t counted = layout_.rowsCounted();
-    const std::uint32_t all = counted + result.behindCount;
-    const std::uint64_t header = table_.headerBytes(0, platform::current().now()).size();
-    const std::uint64_t length = layout_.header.recordLength;
-    const std::uint64_t perChunk = std::min<std::uint64_t>(std::max<std::uint64_t>(1, kChunk / length), all);
-    std::vector<unsigned char> chunk(perChunk * length);
-    std::uint64_t at = header;
-    for (std::uint32_t row = 0; row < all;) {
-      const std::uint64_t wanted = std::min<std::uint64_t>(perChunk, all - row);
-      const std::uint64_t got = file_.readAt(layout_.offsetOf(row), chunk.data(), wanted * length) / length;
-      const std::vector<unsigned char> made = converted(chunk.data(), got, result);
-      to.writeAt(at, made.data(), made.size());
-      at += made.size();
-      row += static_cast<std::uint32_t>(got);
-      if (progress) progress(row, all);
-      if (got < wanted) break;
-    }
-    to.writeAt(at, &dbf::kFileEnd, 1);
+    const std::uint32_t all = layout_.rowsCounted() + layout_.behind.rows;
+    std::uint64_t at = table_.headerBytes(0, platform::current().now()).size();
+    std::uint32_t seen = 0;
+    const auto flush = [&] {
+      to.writeAt(at, made_.data(), made_.size());
+      at += made_.size();
+      made_.clear();
+    };
+    const auto saveEach = [&](std::uint32_t number, const unsigned char* row) {
+      ++seen;
+      save(number, row, result);
+      if (made_.size() >= kChunk) flush();
+      return true;
+    };
+    dbf::WholeRows(file_, layout_).each(0, all, saveEach, [&](std::uint64_t next) {
+      if (progress) progress(next, all);
+    });
+    made_.push_back(dbf::kFileEnd);
+    flush();
     const std::string bytes = table_.headerBytes(result.rows + result.deleted, platform::current().now());
     to.writeAt(0, bytes.data(), bytes.size());
-    result.lostRows += rowsPromisedInVain();
+    result.lostRows += all - seen + rowsPromisedInVain();
   }
 
-  std::vector<unsigned char> converted(const unsigned char* rows, std::uint64_t count, TableRecovery& result) {
-    const std::uint64_t length = layout_.header.recordLength;
-    std::vector<unsigned char> made(count * table_.recordLength());
-    std::size_t size = 0;
-    for (std::uint64_t i = 0; i < count; ++i) {
-      const unsigned char* row = rows + i * length;
-      // A hole that a crash of the machine left: nothing was ever written there.
-      if (std::all_of(row, row + length, [](unsigned char byte) { return byte == 0; })) {
-        ++result.lostRows;
-        continue;
-      }
-      result.repairedValues += table_.convert(row, &made[size], oldMemo_.get(), newMemo_.get());
-      made[size] == '*' ? ++result.deleted : ++result.rows;
-      size += table_.recordLength();
+  void save(std::uint32_t number, const unsigned char* row, TableRecovery& result) {
+    const auto isNul = [](unsigned char byte) { return byte == 0; };
+    // A row that the device does not give, or a hole that a crash of the machine left: nothing was ever written there.
+    if (row == nullptr || std::all_of(row, row + layout_.header.recordLength, isNul)) {
+      ++result.lostRows;
+      return;
     }
-    made.resize(size);
-    return made;
+    const std::size_t size = made_.size();
+    made_.resize(size + table_.recordLength());
+    result.repairedValues += table_.convert(row, &made_[size], oldMemo_.get(), newMemo_.get());
+    made_[size] == '*' ? ++result.deleted : ++result.rows;
+    if (number >= layout_.rowsCounted()) ++result.behindCount;
   }
 
   // A count that no file of the format could hold is damage itself and promises nothing.
@@ -183,6 +198,7 @@ class Recovery {
   dbf::RecoveredTable table_;
   std::string newPath_;
   NewFiles files_;
+  std::vector<unsigned char> made_;  // rows that are not written yet
   std::unique_ptr<MemoFile> oldMemo_;
   std::unique_ptr<MemoFile> newMemo_;
 };
@@ -194,9 +210,15 @@ TableRecovery recoverTable(const std::string& path, const std::string& newPath, 
   const std::string found = platform::current().findIgnoringCase(path);
   bool readOnly = true;
   const auto file = dbf::openHeld(found, Sharing::shared, readOnly).file;
+  std::optional<dbf::HeldLock> header(std::in_place, *file, dbf::kHeaderLock, platform::LockKind::shared,
+                                      displayPath(found));
   const TableLayout layout = dbf::findLayout(*file, found);
+  // An added row would be written over one behind the count: those keep others from adding any until they are saved.
+  if (layout.behind.rows == 0) header.reset();
   Recovery recovery(*file, layout, newPath);
-  result.faults = checkTable(found).faults;
+  TableCheck check;
+  dbf::checkLayout(*file, layout, {}, check);
+  result.faults = check.faults;
   recovery.run(result, progress);
   return result;
 }

@@ -13,8 +13,9 @@ struct TableRecovery {
   std::uint32_t deleted = 0;
   std::uint32_t behindCount = 0;  // of both, those that the old header did not count
   std::uint64_t repairedValues = 0;
-  std::uint32_t lostRows = 0;  // that the old header counts and the file does not hold
-  FaultList faults;            // of the old table
+  // That the old header counts and the file does not hold, that were never written, or that the device does not give.
+  std::uint32_t lostRows = 0;
+  FaultList faults;  // of the old table; leftOver among them tells of bytes in which no rows could be made out
 };
 
 // Writes the rows of the table at `path`, which is only read, to a new table at `newPath` and the texts of its memo
@@ -22,8 +23,10 @@ struct TableRecovery {
 // where they can; rows stay byte for byte where they are sound, and deleted rows stay deleted. A value that is none
 // becomes blank. Texts with bytes that the code page does not know are kept: that page may be the wrong one.
 //
-// Both files are complete and durable before they get their names. 58 where a file of such a name exists; 3343 where
-// no sense can be made of the old one; 3011, 3051 and 3211 as DbfFile::open. What fails leaves nothing behind.
+// The table may be in use: no row is saved half written, and while rows behind the count are saved others can add none.
+// The new files, a copy of the .CPG among them, are complete and durable before they get their names. 58 where a file
+// of such a name exists; 3343 where no sense can be made of the old one; 3011, 3051 and 3211 as DbfFile::open. What
+// fails leaves nothing behind.
 TableRecovery recoverTable(const std::string& path, const std::string& newPath, const CheckProgress& progress = {});
 
 }  // namespace vantrelix

@@ -116,6 +116,14 @@ TEST(TableRecoverCommand, TellsPeopleWhatItDid) {
                                  "rows lost\n"));
 }
 
+TEST(TableRecoverCommand, TellsPeopleWhatItLeavesBehind) {
+  const TempFolder folder;
+  folder.write("T.DBF", table(std::string(kSound) + " not a row of this table, but a sentence", 2));
+  const CliRun run = runCli({"table", "recover", folder.machine("T.DBF"), folder.machine("NEW.DBF")});
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_THAT(run.out, HasSubstr("stand 41 bytes, room for 5 rows, that are neither like rows nor the end"));
+}
+
 TEST(TableRecoverCommand, WritesOverNothing) {
   const TempFolder folder;
   folder.write("T.DBF", table(kSound, 2));

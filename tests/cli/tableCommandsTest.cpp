@@ -56,6 +56,21 @@ TEST(TableDump, WritesATableForPeople) {
   EXPECT_THAT(run.out, HasSubstr("1 row, 1 deleted, version 0x30\n"));
 }
 
+TEST(TableDump, GivesEachFieldOfOneNameAKeyOfItsOwn) {
+  const TempFolder folder;
+  const std::string fields =
+      fieldOf("A", 'C', 1, 0) + fieldOf("A", 'C', 1, 0) + fieldOf("A_2", 'C', 1, 0) + fieldOf("A", 'C', 1, 0);
+  std::string header("\x03\x1A\x01\x02\x01\0\0\0", 8);
+  header += littleEndian(static_cast<unsigned>(32 + fields.size() + 1)) + littleEndian(5) + std::string(20, '\0');
+  folder.write("T.DBF", header + fields + "\r wxyz\x1A");
+  const auto dump = runCli({"--json", "table", "dump", folder.machine("T.DBF")}).json();
+  EXPECT_EQ(dump["rows"], nlohmann::json::parse(R"([{"A":"w","A_3":"x","A_2":"y","A_4":"z"}])"));
+  EXPECT_EQ(dump["fields"][1]["name"], "A");
+  EXPECT_EQ(dump["fields"][1]["key"], "A_3");
+  EXPECT_FALSE(dump["fields"][2].contains("key"));
+  EXPECT_EQ(dump["fields"][3]["key"], "A_4");
+}
+
 TEST(TableDump, ATableCutShortIsRefusedWithItsNameAndReason) {
   const TempFolder folder;
   folder.write("short.dbf", foreignTable().substr(0, 100));

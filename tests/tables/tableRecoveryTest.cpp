@@ -130,7 +130,7 @@ TEST_F(TableRecoveries, SaveTheRowsBehindTheCount) {
 TEST_F(TableRecoveries, SaveNothingBehindTheCountThatIsNoRow) {
   RawTable raw = good;
   raw.rows += " xyz12x4 xyz   9";
-  EXPECT_EQ(rowsSaved(raw), goodRows) << "a number that is none";
+  EXPECT_EQ(rowsSaved(raw), goodRows + " xyz     xyz   9") << "an odd value makes no other thing of a row";
   raw.rows = goodRows +
              "\x1A"
              "xyz   4";
@@ -190,6 +190,18 @@ TEST_F(TableRecoveries, GiveFieldsNamesAndWidthsOfTheirOwn) {
   EXPECT_EQ(rows(), " aabbcd 20261121");
   EXPECT_TRUE(valueOf(*table, 0, "Z").isNull());
   EXPECT_EQ(valueOf(*table, 0, "D"), Value(DateTime{2026, 11, 21}));
+}
+
+TEST_F(TableRecoveries, CountWhatAColumnOfAnImpossibleWidthHeld) {
+  const RawTable raw{.version = 0x30,
+                     .fields = {{"D", 'D', 6}, {"I", 'I', 2}, {"K", 'C', 1}},
+                     .rows = " 261121\1\0a"s + "       \0\0b"s + "       \7\0c"s,
+                     .count = 3};
+  const TableRecovery result = recovered(raw);
+  EXPECT_EQ(result.repairedValues, 3U);
+  const auto table = DbfFile::open(suite.file("NEW.DBF"));
+  EXPECT_TRUE(valueOf(*table, 0, "D").isNull());
+  EXPECT_EQ(valueOf(*table, 2, "K"), Value("c"));
 }
 
 TEST_F(TableRecoveries, KeepLongTextsAndFieldsCutByTheRecord) {

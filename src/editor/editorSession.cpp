@@ -181,13 +181,15 @@ std::string frmHDAntEditor::makeElsewhere() {
   return "";
 }
 
-// One editor at a time: it finds out whether another is at work, and shows that it is.
+// One editor at a time: it finds out whether another is at work, and shows that it is. Behind the look at the table one
+// may have come: the mark lets in a single one.
 std::string frmHDAntEditor::claimLibrary(const std::string& path) {
-  const int code = RSTblValidRS(FieldsFromDataSum(kTableType), path, false, false, kTableType, RecordsetType::table,
-                                recordsetOption::denyWrite);
+  int code = RSTblValidRS(FieldsFromDataSum(kTableType), path, false, false, kTableType, RecordsetType::table,
+                          recordsetOption::denyWrite);
   if (code == tableCode::fine) {
-    editing_ = std::make_unique<EditingMark>(path);
-    return "";
+    editing_ = EditingMark::unlessInUse(path);
+    if (editing_) return "";
+    code = tableCode::inUse;
   }
   std::string text = AMSName + kLineBreak + "Error opening database:" + kBlankLine + GetTblErrText(code);
   showInformation("Database Error", text);

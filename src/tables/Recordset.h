@@ -144,7 +144,7 @@ class Recordset {
   // Marks the current row deleted. It stays current, without values (3167), until the next move.
   void Delete();
 
-  // Runs the query again and goes to the first row.
+  // Runs the query again and goes to the first row. A table that is gone (3011) or no longer fits leaves all as it was.
   void Requery();
   // Ends the cursor; every later call fails with 91.
   void Close();

@@ -78,12 +78,12 @@ void Recordset::Implementation::run() {
   reach();
 }
 
-// A repair puts a new file in the table's place; the rows then come from that one.
+// A repair puts a new file in the table's place; the rows then come from that one. Where none is left, the opening
+// fails as it would anew: what went on in the file that nobody finds any more is not what the query asks for.
 void Recordset::Implementation::requery() {
-  const std::string& path = query->table().path();
-  const auto now = platform::current().state(path);
+  const auto now = platform::current().state(query->table().path());
   const bool replaced = now && (now->device != opened.device || now->inode != opened.inode);
-  if (shared && replaced) {
+  if (!now || (shared && replaced)) {
     SqlSelect select = query->select();
     open(std::move(select));
   }

@@ -87,8 +87,10 @@ std::optional<LockRange> blockLock(std::uint64_t firstOffset, std::uint64_t reco
   return range;
 }
 
+bool Pauses::isShort() const { return short_ < kShortPauses; }
+
 void Pauses::pause() {
-  if (short_ < kShortPauses) {
+  if (isShort()) {
     ++short_;
     return platform::current().yield();
   }

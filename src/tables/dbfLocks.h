@@ -42,6 +42,8 @@ void lockForSharing(platform::File& file, Sharing sharing, const std::string& pa
 class Pauses {
  public:
   void pause();
+  // Whether the next one takes microseconds.
+  bool isShort() const;
 
  private:
   int short_ = 0;

@@ -1,5 +1,8 @@
+#include <atomic>
 #include <csignal>
 #include <gtest/gtest.h>
+#include <memory>
+#include <vector>
 
 #include "platform/Platform.h"
 #include "platform/RunTimeFailure.h"
@@ -29,6 +32,15 @@ class EditingMarkTest : public ::testing::Test {
     return 0;
   }
 
+  int failureOfMark() {
+    try {
+      const EditingMark mark(path);
+    } catch (const RunTimeFailure& failure) {
+      return failure.number();
+    }
+    return 0;
+  }
+
   TempFolder folder;
   std::string path = folder.file("TABLE.DBF");
 };
@@ -51,21 +63,71 @@ TEST_F(EditingMarkTest, LetsOthersReadAndWrite) {
   EXPECT_EQ(rows->value("NAME").asText().substr(0, 7), "written");
 }
 
-TEST_F(EditingMarkTest, StandsBesideAnotherMark) {
-  const EditingMark first(path);
-  const EditingMark second(path);
+TEST_F(EditingMarkTest, IsRefusedBesideAnotherMark) {
+  auto first = std::make_unique<EditingMark>(path);
+  EXPECT_EQ(failureOfMark(), failure::locked);
+  EXPECT_EQ(EditingMark::unlessInUse(path), nullptr);
   EXPECT_EQ(failureOf(recordsetOption::denyWrite), failure::locked);
+  first.reset();
+  EXPECT_NE(EditingMark::unlessInUse(path), nullptr);
+}
+
+TEST_F(EditingMarkTest, WaitsForAWriterToGo) {
+  DbfFile::setLockWait(5000);
+  auto writer = platform::current().open(path, platform::OpenMode::readWrite);
+  ASSERT_TRUE(writer->tryLock(0x7FFFFFFE, 1, platform::LockKind::shared));
+  SharedMemory<std::atomic<int>> failed;
+  *failed = -1;
+  Child editor([&] {
+    *failed = failureOfMark();
+    return true;
+  });
+  platform::current().sleepMilliseconds(30);
+  EXPECT_EQ(*failed, -1);
+  writer->unlock(0x7FFFFFFE, 1);
+  EXPECT_EQ(editor.wait(), 0);
+  EXPECT_EQ(*failed, 0);
+}
+
+// Many at once: each holds its mark for a moment and counts the others that do.
+TEST_F(EditingMarkTest, IsOneEditorsAloneHoweverManyAskAtOnce) {
+  constexpr int kEditors = 4;
+  struct Counts {
+    std::atomic<int> marked, most, taken;
+  };
+  SharedMemory<Counts> counts;
+  std::vector<std::unique_ptr<Child>> editors;
+  for (int editor = 0; editor < kEditors; ++editor) {
+    editors.push_back(std::make_unique<Child>([&] {
+      DbfFile::setLockWait(0);
+      for (int turn = 0; turn < 200; ++turn) {
+        const auto mark = EditingMark::unlessInUse(path);
+        if (!mark) continue;
+        const int now = ++counts->marked;
+        if (now > counts->most) counts->most = now;
+        ++counts->taken;
+        platform::current().yield();
+        --counts->marked;
+      }
+      return true;
+    }));
+  }
+  for (const auto& editor : editors) EXPECT_EQ(editor->wait(), 0);
+  EXPECT_EQ(counts->most, 1);
+  EXPECT_GT(counts->taken, 0);
 }
 
 TEST_F(EditingMarkTest, IsRefusedWhereWritingIsDenied) {
   const RecordsetPtr denying =
       DBEngine::OpenDatabase(folder.path())->OpenRecordset("TABLE", RecordsetType::table, recordsetOption::denyWrite);
-  try {
-    const EditingMark mark(path);
-    FAIL() << "marked";
-  } catch (const RunTimeFailure& failure) {
-    EXPECT_EQ(failure.number(), failure::locked);
-  }
+  EXPECT_EQ(failureOfMark(), failure::locked);
+  EXPECT_EQ(EditingMark::unlessInUse(path), nullptr);
+}
+
+TEST_F(EditingMarkTest, IsRefusedWhereTheTableIsHeldExclusively) {
+  const auto holder = DbfFile::open(path, false, Sharing::exclusive);
+  EXPECT_EQ(failureOfMark(), failure::cannotOpen);
+  EXPECT_EQ(EditingMark::unlessInUse(path), nullptr);
 }
 
 TEST_F(EditingMarkTest, CountsInOtherProcessesAndGoesWithItsOwn) {
@@ -90,12 +152,9 @@ TEST_F(EditingMarkTest, FindsTheTableInAnyCaseOfItsName) {
 }
 
 TEST_F(EditingMarkTest, FailsWhereThereIsNoTable) {
-  try {
-    const EditingMark mark(folder.file("NONE.DBF"));
-    FAIL() << "marked";
-  } catch (const RunTimeFailure& failure) {
-    EXPECT_EQ(failure.number(), failure::noSuchTable);
-  }
+  path = folder.file("NONE.DBF");
+  EXPECT_EQ(failureOfMark(), failure::noSuchTable);
+  EXPECT_THROW(EditingMark::unlessInUse(path), RunTimeFailure);
 }
 
 }  // namespace

@@ -141,6 +141,36 @@ TEST(Requery, FailsEachTimeWhereTheNewTableLacksAField) {
   EXPECT_EQ(rows->value("GAIN"), Value(7.5));
 }
 
+TEST(Requery, FailsWhereTheTableWasRemovedAndKeepsItsRows) {
+  const CursorTables tables;
+  for (const int options : {0, recordsetOption::denyWrite}) {
+    const RecordsetPtr rows = tables.database->OpenRecordset(kAll, RecordsetType::dynaset, options);
+    rows->MoveNext();
+    const std::string path = tables.folder.file("AMSTEST.DBF"), aside = tables.folder.file("ASIDE.DBF");
+    platform::current().rename(path, aside);
+    std::string text, atOpening;
+    for (int times = 0; times < 2; ++times) {
+      EXPECT_EQ(failureOf([&] { rows->Requery(); }, &text), failure::noSuchTable) << options;
+      EXPECT_EQ(rows->value("GAIN"), Value(10));
+      EXPECT_EQ(rows->AbsolutePosition(), 1);
+    }
+    EXPECT_EQ(failureOf([&] { tables.open(kAll); }, &atOpening), failure::noSuchTable);
+    EXPECT_EQ(text, atOpening);
+    platform::current().rename(aside, path);
+    rows->Requery();
+    EXPECT_EQ(rows->value("GAIN"), Value(2.15));
+  }
+}
+
+TEST(Requery, FindsTheTableThatCameInAnotherCaseOfItsName) {
+  const CursorTables tables;
+  const RecordsetPtr rows = tables.open(kAll);
+  platform::current().rename(tables.folder.file("AMSTEST.DBF"), tables.folder.file("amstest.dbf"));
+  rows->MoveLast();
+  rows->Requery();
+  EXPECT_EQ(rows->value("GAIN"), Value(2.15));
+}
+
 TEST(Recordset, ShowsWhatAnotherProcessWroteAtTheNextMove) {
   const CursorTables tables;
   const RecordsetPtr rows = tables.open(kAll);

@@ -14,10 +14,16 @@ namespace vantrelix::test {
 
 inline constexpr const char* kTable = "/m/T.DBF";
 
-// The platform of this process, with nothing in it but the input's files.
-inline MemoryPlatform& memoryWith(const std::string& table, const std::string& memo) {
+// The platform of this process.
+inline MemoryPlatform& memory() {
   static MemoryPlatform platform;
   static const platform::Substitute inUse(platform);
+  return platform;
+}
+
+// With nothing in it but the input's files.
+inline MemoryPlatform& memoryWith(const std::string& table, const std::string& memo) {
+  MemoryPlatform& platform = memory();
   setSuiteDir("/m");
   platform.clear();
   platform.put(kTable, table);
@@ -26,12 +32,21 @@ inline MemoryPlatform& memoryWith(const std::string& table, const std::string& m
   return platform;
 }
 
+// Leaves the table of an input and gives its memo file.
+inline std::string cutMemo(std::string& input) {
+  const auto byteAt = [&](std::size_t at) { return static_cast<std::size_t>(static_cast<unsigned char>(input[at])); };
+  const std::size_t size = input.size();
+  const std::size_t memo = size < 2 ? 0 : byteAt(size - 2) | byteAt(size - 1) << 8;
+  if (memo == 0 || memo + 2 > size) return {};
+  std::string file = input.substr(size - 2 - memo, memo);
+  input.resize(size - 2 - memo);
+  return file;
+}
+
 inline MemoryPlatform& memoryWith(const std::uint8_t* data, std::size_t size) {
-  std::size_t memo = size < 2 ? 0 : data[size - 2] | static_cast<std::size_t>(data[size - 1]) << 8;
-  if (memo + 2 > size) memo = 0;
-  const std::size_t table = memo == 0 ? size : size - 2 - memo;
-  const auto* bytes = reinterpret_cast<const char*>(data);
-  return memoryWith(std::string(bytes, table), std::string(bytes + table, memo));
+  std::string table(reinterpret_cast<const char*>(data), size);
+  const std::string memo = cutMemo(table);
+  return memoryWith(table, memo);
 }
 
 // Runs the work, in which a failure of the library's own kind is no finding. Whether it ended without one.

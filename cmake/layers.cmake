@@ -1,3 +1,20 @@
+# vantrelix_compiled_together(TARGET)
+#
+# With sanitizers a target's sources are compiled several at a time: most of the compiler's work is the code of the same
+# headers. Those that have a name in common with others of their folder are listed in compiledAlone.txt. As shipped, every
+# source stands on its own includes.
+function(vantrelix_compiled_together target)
+  if(NOT VANTRELIX_SANITIZE OR VANTRELIX_WITH_FUZZERS)
+    return()
+  endif()
+  set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
+  # The compiler takes every source but the first one for a header.
+  target_compile_options(${target} PRIVATE -Wno-subobject-linkage)
+  file(STRINGS ${PROJECT_SOURCE_DIR}/cmake/compiledAlone.txt alone)
+  list(TRANSFORM alone PREPEND ${PROJECT_SOURCE_DIR}/)
+  set_source_files_properties(${alone} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+endfunction()
+
 # vantrelix_layer(NAME [BELOW...])
 #
 # One folder under src/ as one static library, linked with exactly the layers that stand below it. A header of another
@@ -12,6 +29,7 @@ function(vantrelix_layer name)
   foreach(below IN LISTS ARGN)
     target_link_libraries(vantrelix_${name} PUBLIC vantrelix_${below})
   endforeach()
+  vantrelix_compiled_together(vantrelix_${name})
 endfunction()
 
 # vantrelix_tests_together(NAME COUNT)
@@ -50,6 +68,7 @@ function(vantrelix_tests name)
     target_precompile_headers(${name}_tests PRIVATE <gtest/gtest.h> <QtTest>)
   endif()
   target_include_directories(${name}_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  vantrelix_compiled_together(${name}_tests)
   if(VANTRELIX_SANITIZE)
     vantrelix_tests_together(${name} 4)
   else()

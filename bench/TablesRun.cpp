@@ -77,10 +77,12 @@ void TablesRun::prepare(int size) {
   const MadeLibrary library(size);
   for (const Contender& contender : contenders()) {
     const std::filesystem::path made = folder / (contender.files[0] + ".made");
-    if (std::filesystem::exists(made)) continue;
-    std::fprintf(stderr, "making %s of %d\n", contender.files[0].c_str(), size);
-    contender.make(folder, library);
-    std::filesystem::create_directory(made);
+    if (!std::filesystem::exists(made)) {
+      std::fprintf(stderr, "making %s of %d\n", contender.files[0].c_str(), size);
+      contender.make(folder, library);
+      std::filesystem::create_directory(made);
+    }
+    for (const std::string& file : contender.files) readFromDisk(folder / file);
   }
 }
 

@@ -2,10 +2,13 @@
 
 #include <cstdlib>
 #include <ctime>
+#include <fcntl.h>
 #include <fstream>
 #include <stdexcept>
 #include <sys/utsname.h>
 #include <thread>
+#include <unistd.h>
+#include <vector>
 
 namespace vantrelix::bench {
 
@@ -50,6 +53,17 @@ double measured(const std::function<void()>& work) {
   const double start = now(clock);
   work();
   return now(clock) - start;
+}
+
+void readFromDisk(const std::filesystem::path& file) {
+  const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
+  require(descriptor >= 0, "cannot open " + file.string());
+  std::vector<char> buffer(std::size_t{1} << 20);
+  ::fsync(descriptor);  // what is not on the disk stays in the cache
+  ::posix_fadvise(descriptor, 0, 0, POSIX_FADV_DONTNEED);
+  while (::read(descriptor, buffer.data(), buffer.size()) > 0) {
+  }
+  ::close(descriptor);
 }
 
 void require(bool holds, const std::string& what) {

@@ -22,6 +22,10 @@ void setClock(Clock clock);
 // Milliseconds.
 double measured(const std::function<void()>& work);
 
+// Reads a file from the disk, from its beginning to its end. How the system's cache holds it, in large pieces or small
+// ones, depends on that and no more on how it was written: copying from it differs by half.
+void readFromDisk(const std::filesystem::path& file);
+
 // Throws std::runtime_error of that text where it does not hold.
 void require(bool holds, const std::string& what);
 

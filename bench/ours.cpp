@@ -20,13 +20,13 @@ class Ours : public OpenLibrary {
     AntRecord record = readAntenna(folder_, kLibrary, id, storedUnits, true, reason);
     require(reason.empty(), reason);
     MadeAntenna antenna;
-    antenna.master = {record.id,
-                      record.description,
+    antenna.master = {std::move(record.id),
+                      std::move(record.description),
                       record.gain,
-                      record.gainUnits,
+                      std::move(record.gainUnits),
                       record.lowFrequency,
                       record.highFrequency,
-                      record.freqUnits,
+                      std::move(record.freqUnits),
                       {},
                       {}};
     antenna.horizontal = {std::move(record.HorAz), std::move(record.HorField)};

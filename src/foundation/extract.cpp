@@ -64,7 +64,8 @@ std::string setPathName(std::string_view folder, std::string_view file, bool for
   std::string path;
   path.reserve(folder.size() + 1 + file.size());
   path.append(folder).append("\\").append(file);
-  return forwardSlashes ? replaceAll(path, "\\", "/") : path;
+  if (forwardSlashes) return replaceAll(path, "\\", "/");
+  return path;
 }
 
 bool getFileExistLEN(const std::string& path, bool emptyCounts) {

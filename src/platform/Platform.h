@@ -111,6 +111,9 @@ class Platform {
 
   // Files.
   virtual std::unique_ptr<File> open(const std::string& path, OpenMode mode) = 0;
+  // Opens for reading what stands at the path, for who knows the state of a file there and compares the File's with it:
+  // that it is a file of bytes at all may show only then, or fail a read.
+  virtual std::unique_ptr<File> openUnseen(const std::string& path) { return open(path, OpenMode::read); }
   virtual bool fileExists(const std::string& path) = 0;
   virtual bool folderExists(const std::string& path) = 0;
   // Null where the path cannot be reached.

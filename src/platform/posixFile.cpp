@@ -13,6 +13,7 @@
 #include <sys/stat.h>
 #include <sys/statfs.h>
 #include <unistd.h>
+#include <utility>
 
 #include "platform/RunTimeFailure.h"
 #include "platform/posixWriteAside.h"
@@ -101,6 +102,8 @@ class PosixFile : public File {
   ~PosixFile() override { ::close(descriptor_); }
   PosixFile(const PosixFile&) = delete;
   PosixFile& operator=(const PosixFile&) = delete;
+
+  const std::string& path() const { return path_; }
 
   bool readsInParallel() const override { return true; }
 
@@ -248,6 +251,14 @@ int openFlags(OpenMode mode) {
   return O_RDONLY;
 }
 
+int openDescriptor(const std::string& nativePath, OpenMode mode) {
+  // Without O_NONBLOCK a pipe at the path would hold the program until somebody wrote into it.
+  const int flags = openFlags(mode) | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
+  const int descriptor = retry([&] { return ::open(nativePath.c_str(), flags, 0666); });
+  if (descriptor < 0) fail(errno, nativePath);
+  return descriptor;
+}
+
 }  // namespace
 
 void fail(int error, const std::string& path) {
@@ -276,16 +287,19 @@ std::string native(std::string_view path) {
   return result;
 }
 
-std::unique_ptr<File> openFile(const std::string& nativePath, OpenMode mode) {
-  // Without O_NONBLOCK a pipe at the path would hold the program until somebody wrote into it.
-  const int flags = openFlags(mode) | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
-  const int descriptor = retry([&] { return ::open(nativePath.c_str(), flags, 0666); });
-  if (descriptor < 0) fail(errno, nativePath);
-  auto file = std::make_unique<PosixFile>(descriptor, nativePath, mode == OpenMode::append);
+std::unique_ptr<File> openFile(std::string nativePath, OpenMode mode) {
+  const int descriptor = openDescriptor(nativePath, mode);
   struct stat found {};
-  if (::fstat(descriptor, &found) != 0) fail(errno, nativePath);
-  if (!S_ISREG(found.st_mode) && !S_ISCHR(found.st_mode)) fail(EISDIR, nativePath);
+  const int error = ::fstat(descriptor, &found) == 0 ? 0 : errno;
+  auto file = std::make_unique<PosixFile>(descriptor, std::move(nativePath), mode == OpenMode::append);
+  if (error != 0) fail(error, file->path());
+  if (!S_ISREG(found.st_mode) && !S_ISCHR(found.st_mode)) fail(EISDIR, file->path());
   return file;
+}
+
+std::unique_ptr<File> openUnseen(std::string nativePath) {
+  const int descriptor = openDescriptor(nativePath, OpenMode::read);
+  return std::make_unique<PosixFile>(descriptor, std::move(nativePath), false);
 }
 
 }  // namespace vantrelix::platform::posix

@@ -19,7 +19,9 @@ std::string native(std::string_view path);
 
 FileState stateOf(const struct stat& found);
 
-std::unique_ptr<File> openFile(const std::string& nativePath, OpenMode mode);
+std::unique_ptr<File> openFile(std::string nativePath, OpenMode mode);
+// Platform::openUnseen.
+std::unique_ptr<File> openUnseen(std::string nativePath);
 
 // A call again and again while a signal interrupts it.
 template <class Call>

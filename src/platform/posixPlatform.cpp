@@ -119,6 +119,7 @@ class PosixPlatform : public Platform {
   std::unique_ptr<File> open(const std::string& path, OpenMode mode) override {
     return posix::openFile(native(path), mode);
   }
+  std::unique_ptr<File> openUnseen(const std::string& path) override { return posix::openUnseen(native(path)); }
   bool fileExists(const std::string& path) override {
     const auto found = lookUp(path);
     return found && !S_ISDIR(found->st_mode);

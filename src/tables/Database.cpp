@@ -32,11 +32,10 @@ std::string tablePath(const std::string& folder, const std::string& name) {
 }
 
 std::shared_ptr<DbfFile> openTable(const std::string& folder, const std::string& name, bool readOnly, Sharing sharing) {
-  const std::string path = namedPath(folder, name);
   try {
-    return DbfFile::open(path, readOnly, sharing);
+    return DbfFile::open(namedPath(folder, name), readOnly, sharing);
   } catch (const RunTimeFailure&) {
-    const std::string found = platform::current().findIgnoringCase(path);
+    const std::string found = tablePath(folder, name);
     if (platform::current().fileExists(found)) throw;
     throw RunTimeFailure(failure::noSuchTable, "There is no table '" + name + "': the file '" + displayPath(found) +
                                                    "' does not exist. Check the name and the folder.");
@@ -160,6 +159,11 @@ RecordsetPtr Database::OpenRecordset(std::string_view sql, RecordsetType type, i
 std::shared_ptr<DbfFile> Database::openToRead(const std::string& name) const {
   requireOpen();
   return openTable(folder(), name, true, sharingOf(opening_.exclusive, 0));
+}
+
+std::shared_ptr<DbfFile> Database::openKnown(const std::string& name) const {
+  requireOpen();
+  return opening_.exclusive ? nullptr : DbfFile::openKnown(namedPath(folder(), name));
 }
 
 long Database::Execute(std::string_view sql) {

@@ -58,8 +58,9 @@ class Database {
  private:
   friend class DBEngine;
   friend class KeyedRows;
-  // The table as a cursor that only reads opens it.
+  // The table as a cursor that only reads opens it; and the same by DbfFile::openKnown.
   std::shared_ptr<DbfFile> openToRead(const std::string& name) const;
+  std::shared_ptr<DbfFile> openKnown(const std::string& name) const;
   void requireOpen() const;
   void requireWritable() const;
 

@@ -1,7 +1,9 @@
 #include "tables/DbfFile.h"
 
+#include <algorithm>
 #include <mutex>
 #include <set>
+#include <utility>
 
 #include "foundation/errHand.h"
 #include "foundation/extract.h"
@@ -31,28 +33,39 @@ void logOnce(const std::string& key, const std::string& text) {
   }
 }
 
+// A header's fields, with their names as texts; the header's own where those are its bytes.
+std::shared_ptr<const std::vector<DbfField>> withTextNames(const dbf::SharedHeader& header,
+                                                           const dbf::TextCodec& codec) {
+  const std::vector<DbfField>& stored = header->fields;
+  if (std::all_of(stored.begin(), stored.end(), [](const DbfField& field) { return isAscii(field.name); }))
+    return {header, &stored};
+  std::vector<DbfField> decoded = stored;
+  for (DbfField& field : decoded) field.name = codec.decode(field.name);
+  return std::make_shared<const std::vector<DbfField>>(std::move(decoded));
+}
+
 }  // namespace
 
 void DbfFile::Implementation::noteUnreadable(const DbfField& field, const std::string& reason) {
-  logOnce(context.displayName + '\n' + field.name, "Table " + context.displayName + ": the field " +
-                                                       context.text.decode(field.name) + " of type " +
-                                                       std::string(1, field.type) + " is read as null; " + reason);
+  logOnce(context.displayName() + '\n' + field.name, "Table " + context.displayName() + ": the field " +
+                                                         context.text.decode(field.name) + " of type " +
+                                                         std::string(1, field.type) + " is read as null; " + reason);
 }
 
-void DbfFile::Implementation::openMemo(const std::string& path) {
-  const dbf::MemoFormat format = dbf::memoFormatOf(header.version);
-  const std::string partner = memoPartner(path, format == dbf::MemoFormat::foxpro);
+void DbfFile::Implementation::openMemo() {
+  const dbf::MemoFormat format = dbf::memoFormatOf(header->version);
+  const std::string partner = memoPartner(context.path, format == dbf::MemoFormat::foxpro);
   if (partner.empty()) {
     throw RunTimeFailure(failure::fileNotFound, "the memo file beside the table is missing");
   }
-  memo = std::make_unique<MemoFile>(partner, dbf::memoKindOf(header.version));
+  memo = std::make_unique<MemoFile>(partner, dbf::memoKindOf(header->version));
 }
 
-Value DbfFile::Implementation::memoText(const unsigned char* record, const DbfField& field, const std::string& path) {
+Value DbfFile::Implementation::memoText(const unsigned char* record, const DbfField& field) {
   const std::uint32_t block = dbf::memoBlock(record, field);
   if (block == 0 || memoMissing || dbf::isNullByFlag(record, field, context)) return {};
   try {
-    if (!memo) openMemo(path);
+    if (!memo) openMemo();
     return context.text.decode(memo->read(block));
   } catch (const RunTimeFailure& cause) {
     memoMissing = !memo;
@@ -61,26 +74,45 @@ Value DbfFile::Implementation::memoText(const unsigned char* record, const DbfFi
   }
 }
 
-DbfFile::DbfFile() : codePage_(CodePage::windows1252()), implementation_(std::make_unique<Implementation>()) {}
+DbfFile::DbfFile(Key /*key*/)
+    : codePage_(CodePage::windows1252()), implementation_(std::make_unique<Implementation>()) {}
 DbfFile::~DbfFile() = default;
 
-std::shared_ptr<DbfFile> DbfFile::open(const std::string& path, bool readOnly, Sharing sharing) {
-  std::shared_ptr<DbfFile> table(new DbfFile);
+std::shared_ptr<DbfFile> DbfFile::open(std::string path, bool readOnly, Sharing sharing) {
+  const auto table = std::make_shared<DbfFile>(Key());
   Implementation& inside = *table->implementation_;
-  table->path_ = path;
+  inside.context.path = std::move(path);
   inside.sharing = sharing;
   try {
-    inside.take(dbf::openHeld(path, sharing, readOnly));
+    inside.take(dbf::openHeld(table->path(), sharing, readOnly));
   } catch (const RunTimeFailure& cause) {
     // Most tables stand at the very path; looking for the others before every opening would cost more than this.
     if (cause.number() != failure::noSuchTable) throw;
-    table->path_ = platform::current().findIgnoringCase(path);
-    if (table->path_ == path) throw;
-    inside.take(dbf::openHeld(table->path_, sharing, readOnly));
+    std::string found = platform::current().findIgnoringCase(table->path());
+    if (table->path() == found) throw;
+    inside.context.path = std::move(found);
+    inside.take(dbf::openHeld(table->path(), sharing, readOnly));
   }
   table->readOnly_ = readOnly;
-  inside.context.displayName = displayPath(table->path_);
   inside.readHeader();
+  table->takeHeader();
+  return table;
+}
+
+std::shared_ptr<DbfFile> DbfFile::openKnown(std::string path) {
+  const std::optional<dbf::KnownFile> known = dbf::knownFile(path);
+  if (!known) return nullptr;
+  const auto table = std::make_shared<DbfFile>(Key());
+  Implementation& inside = *table->implementation_;
+  inside.context.path = std::move(path);
+  table->readOnly_ = true;
+  try {
+    inside.take(dbf::openHeldKnown(table->path(), known->state));
+    if (!inside.rest->look(known->state)) return nullptr;
+  } catch (const RunTimeFailure&) {
+    return nullptr;
+  }
+  inside.takeHeaderAtRest(known->header);
   table->takeHeader();
   return table;
 }
@@ -91,33 +123,37 @@ void DbfFile::Implementation::take(dbf::HeldFile found) {
   rest.emplace(*file);
 }
 
-void DbfFile::Implementation::readHeader() {
-  const std::optional<platform::FileState> state = rest->look(opened);
-  std::optional<dbf::Header> known = state ? dbf::knownHeader(*state) : std::nullopt;
-  header = known ? std::move(*known) : dbf::readHeader(*file, context.displayName);
-  if (!state || (!known && !rest->isUnchanged())) return;
-  if (!known) dbf::keepHeader(*state, header);
-  knownCount = dbf::rowsWithin(state->size, header, header.count);
+void DbfFile::Implementation::takeHeaderAtRest(dbf::SharedHeader known) {
+  header = std::move(known);
+  knownCount = dbf::rowsWithin(opened.size, *header, header->count);
   countedAtRest = true;
+}
+
+void DbfFile::Implementation::readHeader() {
+  const bool atRest = rest->look(opened).has_value();
+  if (dbf::SharedHeader known = atRest ? dbf::knownHeader(opened) : nullptr) return takeHeaderAtRest(std::move(known));
+  header = std::make_shared<const dbf::Header>(dbf::readHeader(*file, context.displayName()));
+  if (!atRest || !rest->isUnchanged()) return;
+  dbf::keepHeader(context.path, {opened, header});
+  takeHeaderAtRest(header);
 }
 
 void DbfFile::takeHeader() {
   Implementation& inside = *implementation_;
-  const dbf::Header& header = inside.header;
-  inside.context.text = dbf::TextCodec(dbf::codePageOf(header, path_));
+  const dbf::Header& header = *inside.header;
+  inside.context.text = dbf::TextCodec(dbf::codePageOf(header, path()));
   inside.context.visual = dbf::isVisual(header.version);
-  fields_ = header.fields;
+  fields_ = withTextNames(inside.header, inside.context.text);
   if (header.nullFlags >= 0)
-    inside.context.nullFlagsOffset = fields_[static_cast<std::size_t>(header.nullFlags)].offset;
-  for (DbfField& field : fields_) {
-    if (!isAscii(field.name)) field.name = inside.context.text.decode(field.name);
-  }
+    inside.context.nullFlagsOffset = header.fields[static_cast<std::size_t>(header.nullFlags)].offset;
   codePage_ = inside.context.text.page();
   version_ = header.version;
   recordLength_ = static_cast<int>(header.recordLength);
 }
 
-bool DbfFile::hasStructuralIndex() const { return implementation_->header.structuralIndex; }
+const std::string& DbfFile::path() const { return implementation_->context.path; }
+
+bool DbfFile::hasStructuralIndex() const { return implementation_->header->structuralIndex; }
 
 const platform::FileState& DbfFile::openedState() const { return implementation_->opened; }
 
@@ -127,13 +163,19 @@ std::optional<DbfFile::Rest> DbfFile::lastRest() const {
   return Rest{*inside.rest->last(), inside.knownCount};
 }
 
+bool DbfFile::isAsOpened() const {
+  const Implementation& inside = *implementation_;
+  dbf::RestingFile& rest = *implementation_->rest;
+  return rest.isKnown() && *rest.last() == inside.opened && (rest.wasUnchanged() || rest.isUnchanged());
+}
+
 bool DbfFile::rests() const { return implementation_->rest->isUnchanged(); }
 
 bool DbfFile::hasOwnClock() const { return implementation_->file->hasOwnClock(); }
 
 int DbfFile::fieldIndex(std::string_view name) const {
-  for (std::size_t i = 0; i < fields_.size(); ++i) {
-    const DbfField& field = fields_[i];
+  for (std::size_t i = 0; i < fields().size(); ++i) {
+    const DbfField& field = fields()[i];
     if (field.name.size() != name.size() || field.system) continue;
     if (equalIgnoringCase(field.name, name)) return static_cast<int>(i);
   }
@@ -143,7 +185,7 @@ int DbfFile::fieldIndex(std::string_view name) const {
 Value DbfFile::value(const unsigned char* record, std::size_t field) {
   Implementation& inside = *implementation_;
   const DbfField& stored = inside.field(field);
-  if (dbf::isMemo(stored, inside.context)) return inside.memoText(record, stored, path_);
+  if (dbf::isMemo(stored, inside.context)) return inside.memoText(record, stored);
   const char* reason = nullptr;
   Value result = dbf::decodeField(record, stored, inside.context, reason);
   if (reason != nullptr) inside.noteUnreadable(stored, reason);
@@ -157,7 +199,7 @@ void DbfFile::put(unsigned char* record, std::size_t field, const Value& value) 
   if (blank || !dbf::isMemo(stored, inside.context) || !dbf::holdsAnyBlock(stored))
     return dbf::encodeField(record, stored, inside.context, value);
   inside.checkWritable(readOnly_, false);
-  inside.putMemo(record, stored, value, path_);
+  inside.putMemo(record, stored, value);
 }
 
 std::string DbfFile::cut(std::string_view text, std::size_t field) const {
@@ -166,7 +208,7 @@ std::string DbfFile::cut(std::string_view text, std::size_t field) const {
 
 std::vector<unsigned char> DbfFile::blankRecord() const {
   std::vector<unsigned char> record(static_cast<std::size_t>(recordLength_), ' ');
-  const std::vector<DbfField>& fields = implementation_->header.fields;
+  const std::vector<DbfField>& fields = implementation_->header->fields;
   // The flags first: the other fields set theirs in them.
   for (const DbfField& field : fields) {
     if (field.type == '0') dbf::blankField(record.data(), field, implementation_->context);

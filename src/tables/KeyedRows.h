@@ -15,6 +15,8 @@
 
 namespace vantrelix {
 
+class TextEquality;
+
 class KeyedRows {
  public:
   struct Key {
@@ -36,7 +38,23 @@ class KeyedRows {
   void close();
 
  private:
+  // Bytes of records, of no value until they are read.
+  struct Rows {
+    Rows() = default;
+    explicit Rows(std::size_t bytesWanted)
+        : bytes(std::make_unique_for_overwrite<unsigned char[]>(bytesWanted)), size(bytesWanted) {}
+
+    std::unique_ptr<unsigned char[]> bytes;
+    std::size_t size = 0;
+  };
+
+  // When it shows that the open file has the header that it is read by.
+  enum class Proven { byOpening, behindReads };
+
   bool read(Database& database, const Key& key);
+  bool readRows(const Key& key, Proven isProven);
+  bool gather(const TextEquality& wanted);
+  bool gatherKnown(const TextEquality& wanted);
   bool readOrder(const Key& key);
   void sortRows();
   std::size_t fieldNumber(std::string_view name) const;
@@ -44,9 +62,9 @@ class KeyedRows {
   bool addAll(std::size_t field, std::vector<double>& numbers);
   void requireOpen() const;
 
-  std::shared_ptr<DbfFile> table_;   // where no query was run, with
-  std::vector<unsigned char> rows_;  // the records in their order, and
-  int orderField_ = -1;              // the field of that order while its numbers are here
+  std::shared_ptr<DbfFile> table_;  // where no query was run, with
+  Rows rows_;                       // the records in their order, and
+  int orderField_ = -1;             // the field of that order while its numbers are here
   std::vector<double> orderNumbers_;
   RecordsetPtr query_;  // where one was run
 };

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/Platform.h"
+#include "tables/standingFile.h"
 
 namespace vantrelix {
 
@@ -15,12 +16,7 @@ using platform::FileState;
 
 constexpr std::size_t kMostFiles = 16;
 constexpr std::int64_t kNanosecondsPerMillisecond = 1'000'000;
-constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
-// Milliseconds that no tick of a file system lasts: two seconds where times are whole seconds, else the system's own of
-// 16 ms at most.
-constexpr std::int64_t kCoarseTick = 2100;
-constexpr std::int64_t kFineTick = 100;
-constexpr std::int64_t kFineTickOfOwnClock = 50;
+constexpr std::int64_t kFineTickOfOwnClock = 50;  // as tickOf() tells, where the clock is that of this machine
 // Two clocks read behind one another may differ by what else the machine does in between.
 constexpr std::int64_t kSetBack = 1000;
 
@@ -45,9 +41,15 @@ Known* findKnown(const FileState& file) {
   return found == knownFiles().end() ? nullptr : &found->second;
 }
 
+void markUsed(Known& known) {
+  static std::uint64_t uses = 0;
+  known.used = ++uses;
+}
+
 std::shared_ptr<RowNotes> notesIn(const FileState& state, const std::string& name) {
-  const Known* const known = findKnown(state);
+  Known* const known = findKnown(state);
   if (known == nullptr || known->state != state) return nullptr;
+  markUsed(*known);
   const auto found = known->notes.find(name);
   return found == known->notes.end() ? nullptr : found->second;
 }
@@ -81,8 +83,7 @@ Known& knownOf(const FileState& state) {
   auto& files = knownFiles();
   const auto [found, isNew] = files.try_emplace({state.device, state.inode});
   Known& known = found->second;
-  static std::uint64_t uses = 0;
-  known.used = ++uses;
+  markUsed(known);
   if (!isNew && known.state == state) return known;
   known.notes.clear();
   known.asked = false;
@@ -91,12 +92,9 @@ Known& knownOf(const FileState& state) {
   return known;
 }
 
-bool isWholeSeconds(const FileState& state) { return state.modifiedNanoseconds % kNanosecondsPerSecond == 0; }
-
 // By the steady clock, the milliseconds until this state has lasted for longer than a tick; none where it has.
 std::int64_t leftOfTick(const Known& known) {
-  const std::int64_t tick = isWholeSeconds(known.state) ? kCoarseTick : kFineTick;
-  return std::max<std::int64_t>(0, known.seen + tick + 1 - platform::current().steadyMilliseconds());
+  return std::max<std::int64_t>(0, known.seen + tickOf(known.state) + 1 - platform::current().steadyMilliseconds());
 }
 
 bool timeIsPast(const FileState& state) {

@@ -192,19 +192,17 @@ std::shared_ptr<const NotedRuns> notedRuns(const TableLook& look, std::size_t of
 // Where the file was last seen at rest and its rows are noted of that state, the read of the first of them tells
 // whether all of that is so still. False, and nothing was visited, where it is not.
 bool scanNotedAtRest(DbfFile& table, const SoughtText& sought, const BlockVisitor& visit) {
+  const std::optional<std::vector<RowRun>> runs = runsAtRest(table, sought);
+  if (!runs) return false;
+  if (runs->empty()) return table.rests();
   const std::optional<DbfFile::Rest> rest = table.lastRest();
-  if (!rest) return false;
-  const std::shared_ptr<const NotedRuns> noted = asRuns(notesOf(rest->state, NotedRuns::nameOf(sought.offset)));
-  if (!noted || noted->tooMany() || noted->rows() != rest->records) return false;
-  const std::vector<RowRun> runs = noted->find(sought.text);
-  if (runs.empty()) return table.rests();
   bool proven = false;
   const auto visitProven = [&](std::uint32_t first, const unsigned char* records, std::uint32_t count) {
     const auto now = proven ? rest : table.lastRest();
     proven = now && now->state == rest->state;
     return proven && visit(first, records, count);
   };
-  for (const RowRun& run : runs) {
+  for (const RowRun& run : *runs) {
     if (!table.scanBlocks(std::ref(visitProven), run.first, run.count) || !proven) break;
   }
   return proven;
@@ -214,6 +212,14 @@ bool scanNotedAtRest(DbfFile& table, const SoughtText& sought, const BlockVisito
 
 std::uint64_t smallestRemembered() { return smallest; }
 void setSmallestRemembered(std::uint64_t bytes) { smallest = bytes; }
+
+std::optional<std::vector<RowRun>> runsAtRest(const DbfFile& table, const SoughtText& sought) {
+  const std::optional<DbfFile::Rest> rest = table.lastRest();
+  if (!rest) return std::nullopt;
+  const std::shared_ptr<const NotedRuns> noted = asRuns(notesOf(rest->state, NotedRuns::nameOf(sought.offset)));
+  if (!noted || noted->tooMany() || noted->rows() != rest->records) return std::nullopt;
+  return noted->find(sought.text);
+}
 
 platform::FileState noteOpening(const DbfFile& table) { return TableLook(table, table.openedState()).state(); }
 

@@ -6,9 +6,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "tables/DbfFile.h"
+#include "tables/RunList.h"
 
 namespace vantrelix {
 
@@ -27,6 +30,10 @@ struct SoughtText {
 
 // Runs over the records as DbfFile::scanBlocks does, but may leave out such as do not have the text in the field.
 void scanBlocksForText(DbfFile& table, const SoughtText& sought, const BlockVisitor& visit);
+
+// The runs of rows that may have the text, where they are remembered of the state in which the file was last seen at
+// rest; null where they are not. What is read of them counts where the file is in that state still behind the read.
+std::optional<std::vector<RowRun>> runsAtRest(const DbfFile& table, const SoughtText& sought);
 
 // The table has just been opened: from now on it may be seen to stand unchanged. Gives the state of its file.
 platform::FileState noteOpening(const DbfFile& table);

@@ -6,18 +6,18 @@
 
 namespace vantrelix {
 
-MemoFile& DbfFile::Implementation::memoToWrite(const std::string& path) {
+MemoFile& DbfFile::Implementation::memoToWrite() {
   if (memoWriter) return *memoWriter;
-  const dbf::MemoFormat format = dbf::memoFormatOf(header.version);
+  const dbf::MemoFormat format = dbf::memoFormatOf(header->version);
   if (format == dbf::MemoFormat::none) {
     refuse(
         "it has a memo field, but its version knows no memo file, so that other programs would not find the text. "
         "Save it as FoxPro with the program that made it");
   }
-  const std::string partner = memoPartner(path, format == dbf::MemoFormat::foxpro);
+  const std::string partner = memoPartner(context.path, format == dbf::MemoFormat::foxpro);
   if (partner.empty()) refuse("its memo file is missing. Put it back beside the table");
   try {
-    memoWriter = std::make_unique<MemoFile>(partner, dbf::memoKindOf(header.version), platform::OpenMode::readWrite);
+    memoWriter = std::make_unique<MemoFile>(partner, dbf::memoKindOf(header->version), platform::OpenMode::readWrite);
   } catch (const RunTimeFailure& cause) {
     refuse("its memo file cannot be written. " + cause.description());
   }
@@ -25,9 +25,8 @@ MemoFile& DbfFile::Implementation::memoToWrite(const std::string& path) {
 }
 
 // The text stands in the memo file before any row points to it; what a crash leaves between is a block without a row.
-void DbfFile::Implementation::putMemo(unsigned char* record, const DbfField& field, const Value& value,
-                                      const std::string& path) {
-  MemoFile& writer = memoToWrite(path);
+void DbfFile::Implementation::putMemo(unsigned char* record, const DbfField& field, const Value& value) {
+  MemoFile& writer = memoToWrite();
   const std::string text = context.text.encode(value.asText());
   const std::uint32_t former = dbf::isNullByFlag(record, field, context) ? 0 : dbf::memoBlock(record, field);
   if (former != 0 && standsIn(writer, former, text)) return;

@@ -29,32 +29,32 @@ std::array<unsigned char, 3> dateBytes() {
 
 void DbfFile::Implementation::checkWritable(bool readOnly, bool adding) const {
   if (readOnly) refuse("it is open for reading only, or its file is write-protected. Open it for writing");
-  if (header.structuralIndex) {
+  if (header->structuralIndex) {
     refuse("it has a structural index that would no longer fit it; change it with the program that made it");
   }
-  if (header.recordLengthMended)
+  if (header->recordLengthMended)
     refuse("its header names a wrong record length; mend it with the program that made it");
-  if (adding && header.autoIncrement)
+  if (adding && header->autoIncrement)
     refuse("it counts its rows in a field by itself, which is not done here. Add rows with the program that made it");
 }
 
 // A writer tells those who would deny writing that it is at work, unless it denies writing to all others itself.
 void DbfFile::Implementation::lockWriting(std::optional<dbf::HeldLock>& lock) const {
-  if (sharing == Sharing::shared) lock.emplace(*file, dbf::kDenyWriteLock, LockKind::shared, context.displayName);
+  if (sharing == Sharing::shared) lock.emplace(*file, dbf::kDenyWriteLock, LockKind::shared, context.displayName());
 }
 
 // What is written to a file that nobody finds any more is lost without a word. So is an index of what is written.
-void DbfFile::Implementation::requireStanding(const std::string& path) {
-  if (!toldOfIndexes) tellOfIndexFiles(path);
+void DbfFile::Implementation::requireStanding() {
+  if (!toldOfIndexes) tellOfIndexFiles(context.path);
   toldOfIndexes = true;
-  if (dbf::standsAt(path, *file)) return;
-  throw RunTimeFailure(failure::noSuchTable, "The table " + context.displayName +
+  if (dbf::standsAt(context.path, *file)) return;
+  throw RunTimeFailure(failure::noSuchTable, "The table " + context.displayName() +
                                                  " was removed or replaced since it was opened. Open it again.");
 }
 
 void DbfFile::Implementation::lockRecord(std::optional<dbf::HeldLock>& lock, std::uint32_t number) const {
-  lock.emplace(*file, dbf::recordLock(offsetOf(number), header.recordLength, number, false), LockKind::exclusive,
-               context.displayName);
+  lock.emplace(*file, dbf::recordLock(offsetOf(number), header->recordLength, number, false), LockKind::exclusive,
+               context.displayName());
 }
 
 // Leaves the file as it was before a write that failed.
@@ -73,7 +73,7 @@ void DbfFile::Implementation::takeBack(std::uint64_t offset, std::uint64_t forme
 
 void DbfFile::Implementation::writeRows(std::uint32_t first, const unsigned char* records, std::uint32_t count,
                                         std::uint64_t formerSize) {
-  const std::size_t length = static_cast<std::size_t>(count) * header.recordLength;
+  const std::size_t length = static_cast<std::size_t>(count) * header->recordLength;
   std::vector<unsigned char> bytes(records, records + length);
   bytes.push_back(dbf::kFileEnd);
   bool counted = false;
@@ -146,10 +146,10 @@ std::uint32_t DbfFile::append(const unsigned char* records, std::uint32_t count)
   inside.checkWritable(readOnly_, true);
   std::optional<dbf::HeldLock> writing;
   inside.lockWriting(writing);
-  inside.requireStanding(path_);
-  const dbf::HeldLock header(*inside.file, dbf::kHeaderLock, LockKind::exclusive, inside.context.displayName);
+  inside.requireStanding();
+  const dbf::HeldLock header(*inside.file, dbf::kHeaderLock, LockKind::exclusive, inside.context.displayName());
   if (count == 0) return inside.countRows(inside.file->size());
-  const std::uint64_t added = std::uint64_t{count} * inside.header.recordLength + 1;
+  const std::uint64_t added = std::uint64_t{count} * inside.header->recordLength + 1;
   dbf::RememberedWrite write(*this, *inside.file, {dbf::kHeaderLock, added, inside.held.has_value()});
   const std::uint64_t size = write.before().size;
   const std::uint32_t first = inside.countRows(size);
@@ -165,19 +165,19 @@ void DbfFile::update(std::uint32_t number, const std::function<void(unsigned cha
   inside.checkWritable(readOnly_, false);
   std::optional<dbf::HeldLock> writing;
   inside.lockWriting(writing);
-  inside.requireStanding(path_);
+  inside.requireStanding();
   const std::uint64_t offset = inside.offsetOf(number);
   const Implementation::RowWrite lock(inside, number);
-  std::vector<unsigned char> before(inside.header.recordLength);
+  std::vector<unsigned char> before(inside.header->recordLength);
   if (number >= recordCount() || !readRecord(number, before.data()) || before[0] == '*') {
     throw RunTimeFailure(failure::recordDeleted, "Record " + std::to_string(std::uint64_t{number} + 1) +
-                                                     " of the table " + inside.context.displayName +
+                                                     " of the table " + inside.context.displayName() +
                                                      " is deleted. Read the table again.");
   }
   std::vector<unsigned char> after = before;
   change(after.data());
   if (after == before) return inside.makeDurable();  // perhaps a change that the disk failed to take before
-  const LockRange taken = dbf::recordLock(offset, inside.header.recordLength, number, false);
+  const LockRange taken = dbf::recordLock(offset, inside.header->recordLength, number, false);
   dbf::RememberedWrite write(*this, *inside.file, {taken, 0, inside.held && inside.heldRecord != number});
   inside.overwrite(offset, before, after);
   inside.touchDate();

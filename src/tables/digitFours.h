@@ -4,7 +4,8 @@
 #include <cstddef>
 #include <optional>
 
-#if defined(__GNUC__) && defined(__x86_64__)
+// The compiler for the other system does not keep such vectors where their instructions need them.
+#if defined(__GNUC__) && defined(__x86_64__) && !defined(_WIN32)
 #define VANTRELIX_DIGIT_FOURS 1
 #include <array>
 #include <cstdint>

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "foundation/Value.h"
+#include "foundation/extract.h"
 #include "tables/DbfFile.h"
 #include "tables/dbfText.h"
 
@@ -13,10 +14,12 @@ namespace vantrelix::dbf {
 
 // What the fields of a table need to know of it.
 struct FieldContext {
-  std::string displayName;
+  std::string path;  // of its file
   TextCodec text = TextCodec();
   bool visual = false;       // of the family that keeps numbers in binary
   int nullFlagsOffset = -1;  // of the null-flags field in the record
+
+  std::string displayName() const { return displayPath(path); }
 };
 
 bool isMemo(const DbfField& field, const FieldContext& context);

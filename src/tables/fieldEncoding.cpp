@@ -17,7 +17,7 @@ namespace vantrelix::dbf {
 namespace {
 
 std::string nameOf(const DbfField& field, const FieldContext& context) {
-  return "field " + context.text.decode(field.name) + " of " + context.displayName;
+  return "field " + context.text.decode(field.name) + " of " + context.displayName();
 }
 
 std::string shortText(const Value& value) {

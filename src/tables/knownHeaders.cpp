@@ -12,36 +12,48 @@ namespace {
 constexpr std::size_t kMostKept = 16;
 
 struct Known {
-  platform::FileState state;
-  Header header;
+  std::string path;
+  KnownFile file;
 };
 
+using AllKnown = std::vector<Known>;
+
 // The one used last stands first.
-std::vector<Known>& headers() {
-  static std::vector<Known> kept;
+AllKnown& allKnown() {
+  static AllKnown kept;
   return kept;
 }
 
-auto findFile(const platform::FileState& state) {
-  return std::find_if(headers().begin(), headers().end(), [&](const Known& known) {
-    return known.state.device == state.device && known.state.inode == state.inode;
-  });
+const KnownFile& used(AllKnown::iterator known) {
+  std::rotate(allKnown().begin(), known, known + 1);
+  return allKnown().front().file;
+}
+
+bool isSameFile(const platform::FileState& a, const platform::FileState& b) {
+  return a.device == b.device && a.inode == b.inode;
 }
 
 }  // namespace
 
-std::optional<Header> knownHeader(const platform::FileState& state) {
-  const auto found = findFile(state);
-  if (found == headers().end() || found->state != state) return std::nullopt;
-  std::rotate(headers().begin(), found, found + 1);
-  return headers().front().header;
+std::optional<KnownFile> knownFile(const std::string& path) {
+  const auto found =
+      std::find_if(allKnown().begin(), allKnown().end(), [&](const Known& known) { return known.path == path; });
+  if (found == allKnown().end()) return std::nullopt;
+  return used(found);
 }
 
-void keepHeader(const platform::FileState& state, const Header& header) {
-  const auto found = findFile(state);
-  if (found != headers().end()) headers().erase(found);
-  if (headers().size() == kMostKept) headers().pop_back();
-  headers().insert(headers().begin(), Known{state, header});
+SharedHeader knownHeader(const platform::FileState& state) {
+  const auto found =
+      std::find_if(allKnown().begin(), allKnown().end(), [&](const Known& known) { return known.file.state == state; });
+  return found == allKnown().end() ? nullptr : used(found).header;
+}
+
+void keepHeader(const std::string& path, const KnownFile& file) {
+  AllKnown& all = allKnown();
+  std::erase_if(all,
+                [&](const Known& known) { return known.path == path || isSameFile(known.file.state, file.state); });
+  if (all.size() == kMostKept) all.pop_back();
+  all.insert(all.begin(), Known{path, file});
 }
 
 }  // namespace vantrelix::dbf

@@ -25,14 +25,15 @@ bool hasOwnClock(platform::File& file, const platform::FileState& state) {
 const std::optional<platform::FileState>& RestingFile::look(const platform::FileState& now) {
   const bool isOld = platform::current().wallNanoseconds() - now.modifiedNanoseconds > kRest;
   state_.reset();
+  wasUnchanged_ = false;
   if (isOld && hasOwnClock(file_, now)) state_ = now;
   return state_;
 }
 
 bool RestingFile::isUnchanged() {
-  if (!state_ || file_.state() == *state_) return state_.has_value();
-  state_.reset();
-  return false;
+  wasUnchanged_ = state_ && file_.state() == *state_;
+  if (!wasUnchanged_) state_.reset();
+  return wasUnchanged_;
 }
 
 }  // namespace vantrelix::dbf

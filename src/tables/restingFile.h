@@ -22,12 +22,15 @@ class RestingFile {
   // Whether it is at rest still, in the state last looked at: what was read since then is whole.
   bool isUnchanged();
   bool isKnown() const { return state_.has_value(); }
+  // Whether isUnchanged() has told so since it was last looked at; nothing is asked of the system.
+  bool wasUnchanged() const { return isKnown() && wasUnchanged_; }
   // As it was last looked at; nothing is asked of the system.
   const std::optional<platform::FileState>& last() const { return state_; }
 
  private:
   platform::File& file_;
   std::optional<platform::FileState> state_;
+  bool wasUnchanged_ = false;
 };
 
 }  // namespace vantrelix::dbf

@@ -24,6 +24,7 @@ class MeasuredPlatform : public platform::FaultPlatform {
   std::function<void()> onWrite;  // what goes on right before a write
   std::function<void()> onRead;   // ... or a read
   int locksTried = 0;
+  int statesAsked = 0;
 
   // Whether files have their times from this machine's clock; the steps in which they come, and whether this program
   // may set them. A time set by a program is rounded too.
@@ -70,6 +71,7 @@ class MeasuredPlatform : public platform::FaultPlatform {
       return real_->tryLock(offset, length, kind);
     }
     platform::FileState state() override {
+      ++machine_.statesAsked;
       platform::FileState state = real_->state();
       state.modifiedNanoseconds = machine_.asShown(state.modifiedNanoseconds);
       return state;

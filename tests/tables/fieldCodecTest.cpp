@@ -95,7 +95,7 @@ class FieldCodec : public ::testing::Test {
     return test::failureOf([&] { written(field, value); }).number();
   }
 
-  dbf::FieldContext context{.displayName = "/lib/ANT.DBF"};
+  dbf::FieldContext context{.path = "/lib/ANT.DBF"};
   const char* reason = nullptr;
   const DbfField text{.name = "ANTENNA", .type = 'C', .width = 6};
   const DbfField number{.name = "GAIN", .type = 'N', .width = 6, .decimals = 2};

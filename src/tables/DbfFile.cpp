@@ -79,7 +79,7 @@ DbfFile::DbfFile(Key /*key*/)
 DbfFile::~DbfFile() = default;
 
 std::shared_ptr<DbfFile> DbfFile::open(std::string path, bool readOnly, Sharing sharing) {
-  const auto table = std::make_shared<DbfFile>(Key());
+  auto table = std::make_shared<DbfFile>(Key());
   Implementation& inside = *table->implementation_;
   inside.context.path = std::move(path);
   inside.sharing = sharing;
@@ -102,7 +102,7 @@ std::shared_ptr<DbfFile> DbfFile::open(std::string path, bool readOnly, Sharing 
 std::shared_ptr<DbfFile> DbfFile::openKnown(std::string path) {
   const std::optional<dbf::KnownFile> known = dbf::knownFile(path);
   if (!known) return nullptr;
-  const auto table = std::make_shared<DbfFile>(Key());
+  auto table = std::make_shared<DbfFile>(Key());
   Implementation& inside = *table->implementation_;
   inside.context.path = std::move(path);
   table->readOnly_ = true;

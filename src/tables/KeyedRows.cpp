@@ -126,7 +126,7 @@ bool KeyedRows::gatherKnown(const TextEquality& wanted) {
   rows_ = Rows(static_cast<std::size_t>(count) * length);
   unsigned char* end = rows_.bytes.get();
   for (const RowRun& run : *runs) {
-    if (table_->readRecords(run.first, run.count, end) < run.count) return false;
+    if (table_->readRecords(run.first, run.count, end) < run.count || !table_->lastRest()) return false;
     end += run.count * length;
   }
   if (!table_->isAsOpened()) return false;

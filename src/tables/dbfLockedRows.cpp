@@ -38,10 +38,12 @@ bool DbfFile::Implementation::writerMayBeAtWork() {
 }
 
 // Whether the file has stood so for longer than any write takes. A file system of another machine may go on showing an
-// old state for a while: there no less counts than the patience of a read.
+// old state for a while: there no less counts than the patience of a read, and nothing beside a writer.
 bool DbfFile::Implementation::isSettled(const platform::FileState& state) {
   const std::int64_t stood = stoodFor(state) - tickOf(state);
-  return stood >= kPatience || (stood >= kSettled && file->hasOwnClock() && !writerMayBeAtWork());
+  const bool isOwn = file->hasOwnClock();
+  if (isOwn && stood >= kPatience) return true;
+  return stood >= (isOwn ? kSettled : kPatience) && !writerMayBeAtWork();
 }
 
 // Nothing where the file has not stood for long enough, or does not behind the read.

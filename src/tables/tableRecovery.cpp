@@ -44,7 +44,7 @@ class NewFiles {
   // The path to write to until all is finished.
   std::string add(const std::string& name) {
     if (platform::current().fileExists(platform::current().findIgnoringCase(name))) refuse(name);
-    const std::string made = createBeside(name);
+    std::string made = createBeside(name);
     entries_.push_back({name, made, false});
     return made;
   }
@@ -63,7 +63,7 @@ class NewFiles {
 
   static std::string createBeside(const std::string& name) {
     for (int attempt = 1;; ++attempt) {
-      const std::string made =
+      std::string made =
           name + "." + std::to_string(platform::current().processId()) + "-" + std::to_string(attempt) + ".tmp";
       try {
         platform::current().open(made, OpenMode::createNew);

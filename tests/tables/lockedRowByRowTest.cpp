@@ -103,7 +103,10 @@ TEST_P(LockedRowByRow, ATableThatIsBeingEditedCostsOneLongerWait) {
   EXPECT_GE(spent, 500);
   EXPECT_LE(spent, 610);
   machine.now += 100;
-  EXPECT_EQ(spentOnEachRowOfAnotherOpening(), 0);
+  // A disk of another machine may show the state that was before the write of the one who edits.
+  const std::int64_t again = spentOnEachRowOfAnotherOpening();
+  EXPECT_GE(again, machine.ownClock ? 0 : 500);
+  EXPECT_LE(again, machine.ownClock ? 0 : 610);
 }
 
 // Its holder writes a row every 50 ms, so that the file never stands for long.

@@ -52,10 +52,9 @@ void settleWidths(Header& header, std::uint64_t fileSize) {
   if (plain == header.recordLength) return;
   if (sumOfWidths(header.fields, true) == header.recordLength) return takeLongTexts(header.fields);
   if (plain < header.recordLength) return;
-  if (sizeFits(fileSize, header, plain) && !sizeFits(fileSize, header, header.recordLength)) {
+  header.isLengthInDoubt = true;
+  if (sizeFits(fileSize, header, plain) && !sizeFits(fileSize, header, header.recordLength))
     header.recordLength = plain;
-    header.recordLengthMended = true;
-  }
 }
 
 void checkHeaderLength(std::string_view bytes, const Header& header, const std::string& name) {

@@ -26,8 +26,8 @@ struct Header {
   int version = 3;
   std::uint32_t count = 0;  // as the header says
   std::uint32_t headerLength = 0;
-  std::uint32_t recordLength = 0;   // as the rows stand in the file
-  bool recordLengthMended = false;  // the header says another
+  std::uint32_t recordLength = 0;  // as the rows stand in the file
+  bool isLengthInDoubt = false;    // the fields make up more than the header says: it depends on the file's size
   bool structuralIndex = false;
   bool autoIncrement = false;
   unsigned char languageMark = 0;

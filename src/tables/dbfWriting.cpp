@@ -32,8 +32,8 @@ void DbfFile::Implementation::checkWritable(bool readOnly, bool adding) const {
   if (header->structuralIndex) {
     refuse("it has a structural index that would no longer fit it; change it with the program that made it");
   }
-  if (header->recordLengthMended)
-    refuse("its header names a wrong record length; mend it with the program that made it");
+  // A row more could make the next opening read all of them otherwise.
+  if (header->isLengthInDoubt) refuse("its header names a wrong record length; mend it with the program that made it");
   if (adding && header->autoIncrement)
     refuse("it counts its rows in a field by itself, which is not done here. Add rows with the program that made it");
 }

@@ -132,6 +132,18 @@ TEST_F(DamagedTables, FieldsBeyondTheRecordAreCutWhereTheFileAgreesWithItsHeader
   EXPECT_TRUE(valueOf(*opened(raw), 0, "B").isNull());
 }
 
+// With a row more the file's size would fit the sum of the widths, and all rows would be read by that.
+TEST_F(DamagedTables, FieldsBeyondTheRecordKeepATableFromBeingWritten) {
+  RawTable raw = good;
+  raw.recordLength = 6;
+  raw.rows = " abc 1 def 2";
+  const auto table = opened(raw);
+  const std::vector<unsigned char> row = table->blankRecord();
+  EXPECT_EQ(failureOf([&] { table->append(row.data()); }).number(), failure::readOnlyTable);
+  EXPECT_EQ(failureOf([&] { table->markDeleted(0); }).number(), failure::readOnlyTable);
+  EXPECT_EQ(table->recordCount(), 2U);
+}
+
 TEST_F(DamagedTables, ALongTextHasTheHighByteOfItsWidthInItsDecimals) {
   RawTable raw{.fields = {{"L", 'C', 44, 1}, {"B", 'C', 2}}, .count = 1, .recordLength = 303};
   raw.rows = " " + std::string(300, 'x') + "yz";

@@ -198,6 +198,13 @@ std::string readWholeFile(const std::string& path, std::uint64_t limit = std::ui
 // The same of an open file; `path` is for the failure's text alone.
 std::string readWholeFile(File& file, const std::string& path, std::uint64_t limit = std::uint64_t{1} << 31);
 
+// A new file in the folder of `path`, under a name of its own; whoever asked for it renames or removes it.
+struct NewFile {
+  std::string path;
+  std::unique_ptr<File> file;
+};
+NewFile createBeside(const std::string& path);
+
 // Writes a whole file beside `path` and renames it into place, so that a reader finds the old content or the new one.
 // Permissions of an existing file are kept; a symbolic link stays and its target is replaced. On a failure the file is
 // as it was and nothing is left beside it.

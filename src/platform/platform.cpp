@@ -3,12 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <utility>
 
 #include "platform/RunTimeFailure.h"
 
 namespace vantrelix::platform {
 
 namespace {
+
+constexpr int kAttempts = 1000;  // to find a free name
 
 Platform*& inUse() {
   static Platform* platform = nullptr;
@@ -18,23 +21,12 @@ Platform*& inUse() {
 // A file on its way to its name, under a name of its own in the same folder; removed unless it was put in place.
 class FileBeside {
  public:
-  explicit FileBeside(const std::string& target) : target_(target) {
-    for (int attempt = 0;; ++attempt) {
-      name_ = freshName();
-      try {
-        file_ = current().open(name_, OpenMode::createNew);
-        return;
-      } catch (const RunTimeFailure& failure) {
-        // What a former process of this number left behind; the next name is free.
-        if (failure.number() != failure::fileExists || attempt == kAttempts) throw;
-      }
-    }
-  }
+  explicit FileBeside(const std::string& target) : target_(target), made_(createBeside(target)) {}
   ~FileBeside() {
     if (placed_) return;
-    file_.reset();
+    made_.file.reset();
     try {
-      current().remove(name_);
+      current().remove(made_.path);
     } catch (const RunTimeFailure&) {
       // The failure on its way up tells the cause; this would hide it.
     }
@@ -43,24 +35,17 @@ class FileBeside {
   FileBeside& operator=(const FileBeside&) = delete;
 
   void write(std::string_view content) {
-    file_->writeAt(0, content.data(), content.size());
-    file_->sync();
+    made_.file->writeAt(0, content.data(), content.size());
+    made_.file->sync();
   }
-  void takePermissions() { current().copyPermissions(target_, name_); }
+  void takePermissions() { current().copyPermissions(target_, made_.path); }
   void replace() { place(&Platform::rename); }
   void putNew() { place(&Platform::renameNew); }
 
  private:
-  static constexpr int kAttempts = 1000;
-
-  std::string freshName() const {
-    static std::atomic<unsigned> count{0};
-    return target_ + "." + std::to_string(current().processId()) + "-" + std::to_string(++count) + ".tmp";
-  }
-
   void place(void (Platform::*move)(const std::string&, const std::string&)) {
-    file_.reset();
-    (current().*move)(name_, target_);
+    made_.file.reset();
+    (current().*move)(made_.path, target_);
     placed_ = true;
     try {
       const std::size_t slash = target_.find_last_of("\\/");
@@ -71,8 +56,7 @@ class FileBeside {
   }
 
   std::string target_;
-  std::string name_;
-  std::unique_ptr<File> file_;
+  NewFile made_;
   bool placed_ = false;
 };
 
@@ -105,6 +89,20 @@ std::string readWholeFile(File& file, const std::string& path, std::uint64_t lim
 
 std::string readWholeFile(const std::string& path, std::uint64_t limit) {
   return readWholeFile(*current().open(path, OpenMode::read), path, limit);
+}
+
+NewFile createBeside(const std::string& path) {
+  static std::atomic<unsigned> count{0};
+  for (int attempt = 0;; ++attempt) {
+    std::string name = path + "." + std::to_string(current().processId()) + "-" + std::to_string(++count) + ".tmp";
+    try {
+      auto file = current().open(name, OpenMode::createNew);
+      return {std::move(name), std::move(file)};
+    } catch (const RunTimeFailure& failure) {
+      // What a former process of this number left behind; the next name is free.
+      if (failure.number() != failure::fileExists || attempt == kAttempts) throw;
+    }
+  }
 }
 
 void replaceWholeFile(const std::string& path, std::string_view content) {

@@ -25,7 +25,6 @@ using platform::File;
 using platform::OpenMode;
 
 constexpr std::size_t kChunk = std::size_t{1} << 20;
-constexpr int kAttempts = 1000;
 constexpr std::uint64_t kLongestPageName = std::uint64_t{1} << 20;
 
 // Files on their way to their names, which no file may have; what has not arrived at the end is removed.
@@ -44,7 +43,7 @@ class NewFiles {
   // The path to write to until all is finished.
   std::string add(const std::string& name) {
     if (platform::current().fileExists(platform::current().findIgnoringCase(name))) refuse(name);
-    std::string made = createBeside(name);
+    std::string made = platform::createBeside(name).path;
     entries_.push_back({name, made, false});
     return made;
   }
@@ -60,20 +59,6 @@ class NewFiles {
     std::string name, made;
     bool placed;
   };
-
-  static std::string createBeside(const std::string& name) {
-    for (int attempt = 1;; ++attempt) {
-      std::string made =
-          name + "." + std::to_string(platform::current().processId()) + "-" + std::to_string(attempt) + ".tmp";
-      try {
-        platform::current().open(made, OpenMode::createNew);
-        return made;
-      } catch (const RunTimeFailure& failure) {
-        // What a killed run of this number left behind; the next name is free.
-        if (failure.number() != failure::fileExists || attempt == kAttempts) throw;
-      }
-    }
-  }
 
   static void placeOne(Entry& entry) {
     try {
@@ -113,11 +98,7 @@ class Recovery {
     to->sync();
     if (newMemo_) newMemo_->sync();
     files_.place();
-    try {
-      platform::current().syncFolder(folderOf(newPath_));
-    } catch (const RunTimeFailure&) {
-      // The new table stands at its name, complete; a failure told here would say that it does not.
-    }
+    syncFolderQuietly(folderOf(newPath_));
   }
 
  private:

@@ -69,6 +69,18 @@ class LockedRowByRow : public test::LetterRows, public testing::WithParamInterfa
     table = DbfFile::open(path, true);
     return spentOnEachRow();
   }
+  // Another writes a row's halves 15 ms apart, and the file's time stays the same.
+  void writeInHalves(std::int64_t time) {
+    const auto writeAt = [this, time](off_t offset) {
+      other.write(offset, halfRowOf('B'));
+      setTime(time);
+    };
+    writeAt(offsetOf(kInside));
+    const std::int64_t end = machine.now + 15;
+    machine.onSleep = [this, writeAt, end] {
+      if (machine.now >= end) writeAt(offsetOf(kInside) + kLength / 2);
+    };
+  }
   // How long a state has to stand, at the most: a tick, and what a write takes.
   std::int64_t longestWait() const { return machine.ownClock ? 130 : 610; }
 
@@ -163,14 +175,7 @@ TEST_P(LockedRowByRow, AWriteWithinTheTickOfTheSameTimeIsSeenWhole) {
   const std::int64_t time = timeOfFile();
   ASSERT_EQ(letterOf(kMany - 1), ' ');
   machine.now += 70;
-  other.write(offsetOf(kInside), halfRowOf('B'));
-  setTime(time);
-  const std::int64_t begin = machine.now;
-  machine.onSleep = [&] {
-    if (machine.now < begin + 15) return;
-    other.write(offsetOf(kInside) + kLength / 2, halfRowOf('B'));
-    setTime(time);
-  };
+  writeInHalves(time);
   EXPECT_EQ(letterOf(kInside), 'B');
 }
 
@@ -206,14 +211,7 @@ TEST_P(CoarseTimes, HaveToStandForLonger) {
   ASSERT_TRUE(lockAll());
   ASSERT_EQ(letterOf(kMany - 1), ' ');
   machine.now += 1900;
-  other.write(offsetOf(kInside), halfRowOf('B'));
-  setTime(second);
-  const std::int64_t begin = machine.now;
-  machine.onSleep = [&] {
-    if (machine.now < begin + 15) return;
-    other.write(offsetOf(kInside) + kLength / 2, halfRowOf('B'));
-    setTime(second);
-  };
+  writeInHalves(second);
   EXPECT_EQ(letterOf(kInside), 'B');
 }
 

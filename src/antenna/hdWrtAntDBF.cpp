@@ -8,6 +8,7 @@
 #include "foundation/getINI.h"
 #include "foundation/procedures.h"
 #include "foundation/text.h"
+#include "tables/AddingAlone.h"
 #include "tables/RowBatch.h"
 #include "tables/structure.h"
 
@@ -49,6 +50,7 @@ struct MasterRow {
 };
 
 std::string writeMaster(Recordset& rows, const MasterRow& row) {
+  const AddingAlone alone(rows);  // two programs that add antennas would give them one ID
   std::string id = GenNewID_RS(rows, "ATYPE_ID", row.Code, kFirstNumber);
   rows.AddNew();
   rows.put("ATYPE_ID", id);

@@ -8,6 +8,7 @@
 #include "foundation/errHand.h"
 #include "foundation/procedures.h"
 #include "foundation/text.h"
+#include "tables/AddingAlone.h"
 #include "tables/structure.h"
 #include "ui/Desktop.h"
 
@@ -58,8 +59,12 @@ void frmHDAntEditor::fillNewRow() {
     if (stored(field).isNull()) put(field, value);
   };
   step(200);
-  const std::string id = GenNewID_RS(*cursor, "ATYPE_ID", leftCharacters(Mfg, kCodeLength), kFirstID);
-  put("ATYPE_ID", id);
+  std::string id;
+  {
+    const AddingAlone alone(*cursor);  // an import at the same moment would give its antenna the same ID
+    id = GenNewID_RS(*cursor, "ATYPE_ID", leftCharacters(Mfg, kCodeLength), kFirstID);
+    put("ATYPE_ID", id);
+  }
   step(300);
   fillBlank("GAIN_UN", kNewGainUnits);
   bool failed = false;

@@ -79,7 +79,7 @@ class DbfFile {
   // the format cannot hold fail with 3163 or 51 before any file is touched.
   static void create(const std::string& path, const std::vector<DbfNewField>& fields);
 
-  // For open() alone, which can make a Key.
+  // For open() and openKnown() alone, which can make a Key.
   class Key {
     friend class DbfFile;
     Key() = default;
@@ -159,6 +159,11 @@ class DbfFile {
   std::uint32_t append(const unsigned char* record);
   // Appends several records under one lock with one write of the rows, then one count.
   std::uint32_t append(const unsigned char* records, std::uint32_t count);
+  // Keeps others from adding rows until endAdding(): what was made of the rows that are there, as the next ID is, still
+  // holds when this object adds one. Others read and change rows meanwhile. Not twice at a time. 3211, 3027, 3011 as
+  // append.
+  void beginAdding();
+  void endAdding();
   // Changes a record under its lock: `change` gets the bytes as they stand in the file now and may throw, which leaves
   // the file as it is. 3211, 3027, 3011 as append; 3167 where the record is deleted or gone.
   void update(std::uint32_t number, const std::function<void(unsigned char* record)>& change);

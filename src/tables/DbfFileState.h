@@ -36,6 +36,13 @@ struct DbfFile::Implementation {
   std::unique_ptr<MemoFile> memoWriter;
   std::optional<dbf::HeldLock> held;  // of heldRecord; shared but while it is written
   std::uint32_t heldRecord = 0;
+  // What keeps others from adding rows.
+  struct AddingLocks {
+    explicit AddingLocks(Implementation& inside);
+    std::optional<dbf::HeldLock> writing;
+    std::optional<dbf::HeldLock> header;
+  };
+  std::optional<AddingLocks> adding;            // from beginAdding to endAdding
   std::optional<std::uint32_t> lockedForWrite;  // the record whose lock a RowWrite has taken
   // Records that another program holds, as they stood long enough to be whole, and the number of the first.
   std::uint32_t settledFirst = 0;
@@ -55,7 +62,7 @@ struct DbfFile::Implementation {
     throw RunTimeFailure(failure::readOnlyTable,
                          "The table " + context.displayName() + " cannot be changed: " + reason + ".");
   }
-  void checkWritable(bool readOnly, bool adding) const;
+  void checkWritable(bool readOnly, bool forNewRows) const;
   void lockWriting(std::optional<dbf::HeldLock>& lock) const;
   void lockRecord(std::optional<dbf::HeldLock>& lock, std::uint32_t number) const;
   void requireStanding();

@@ -151,6 +151,7 @@ class Recordset {
   bool isOpen() const;
 
  private:
+  friend class AddingAlone;
   friend class ColumnScan;
   friend class Database;
   friend class Field;

@@ -48,6 +48,7 @@ std::uint32_t DbfFile::recordCount() {
   Implementation& inside = *implementation_;
   if (inside.countAtRest()) return inside.knownCount;
   const std::uint64_t size = inside.file->size();
+  if (inside.adding) return inside.countRows(size);
   {
     const dbf::ReadLock header(*inside.file, dbf::kHeaderLock);
     if (header) return inside.countRows(size);

@@ -27,20 +27,22 @@ std::array<unsigned char, 3> dateBytes() {
 
 }  // namespace
 
-void DbfFile::Implementation::checkWritable(bool readOnly, bool adding) const {
+void DbfFile::Implementation::checkWritable(bool readOnly, bool forNewRows) const {
   if (readOnly) refuse("it is open for reading only, or its file is write-protected. Open it for writing");
   if (header->structuralIndex) {
     refuse("it has a structural index that would no longer fit it; change it with the program that made it");
   }
   // A row more could make the next opening read all of them otherwise.
   if (header->isLengthInDoubt) refuse("its header names a wrong record length; mend it with the program that made it");
-  if (adding && header->autoIncrement)
+  if (forNewRows && header->autoIncrement)
     refuse("it counts its rows in a field by itself, which is not done here. Add rows with the program that made it");
 }
 
-// A writer tells those who would deny writing that it is at work, unless it denies writing to all others itself.
+// A writer tells those who would deny writing that it is at work, unless it denies writing to all others itself. To
+// take a lock that this object holds would be to give it up behind the write.
 void DbfFile::Implementation::lockWriting(std::optional<dbf::HeldLock>& lock) const {
-  if (sharing == Sharing::shared) lock.emplace(*file, dbf::kDenyWriteLock, LockKind::shared, context.displayName());
+  if (sharing == Sharing::shared && !adding)
+    lock.emplace(*file, dbf::kDenyWriteLock, LockKind::shared, context.displayName());
 }
 
 // What is written to a file that nobody finds any more is lost without a word. So is an index of what is written.
@@ -55,6 +57,12 @@ void DbfFile::Implementation::requireStanding() {
 void DbfFile::Implementation::lockRecord(std::optional<dbf::HeldLock>& lock, std::uint32_t number) const {
   lock.emplace(*file, dbf::recordLock(offsetOf(number), header->recordLength, number, false), LockKind::exclusive,
                context.displayName());
+}
+
+DbfFile::Implementation::AddingLocks::AddingLocks(Implementation& inside) {
+  inside.lockWriting(writing);
+  inside.requireStanding();
+  header.emplace(*inside.file, dbf::kHeaderLock, LockKind::exclusive, inside.context.displayName());
 }
 
 // Leaves the file as it was before a write that failed.
@@ -144,10 +152,12 @@ std::uint32_t DbfFile::append(const unsigned char* record) { return append(recor
 std::uint32_t DbfFile::append(const unsigned char* records, std::uint32_t count) {
   Implementation& inside = *implementation_;
   inside.checkWritable(readOnly_, true);
-  std::optional<dbf::HeldLock> writing;
-  inside.lockWriting(writing);
-  inside.requireStanding();
-  const dbf::HeldLock header(*inside.file, dbf::kHeaderLock, LockKind::exclusive, inside.context.displayName());
+  std::optional<Implementation::AddingLocks> locks;
+  if (inside.adding) {
+    inside.requireStanding();
+  } else {
+    locks.emplace(inside);
+  }
   if (count == 0) return inside.countRows(inside.file->size());
   const std::uint64_t added = std::uint64_t{count} * inside.header->recordLength + 1;
   dbf::RememberedWrite write(*this, *inside.file, {dbf::kHeaderLock, added, inside.held.has_value()});
@@ -178,12 +188,21 @@ void DbfFile::update(std::uint32_t number, const std::function<void(unsigned cha
   change(after.data());
   if (after == before) return inside.makeDurable();  // perhaps a change that the disk failed to take before
   const LockRange taken = dbf::recordLock(offset, inside.header->recordLength, number, false);
-  dbf::RememberedWrite write(*this, *inside.file, {taken, 0, inside.held && inside.heldRecord != number});
+  const bool besideOther = inside.adding || (inside.held && inside.heldRecord != number);
+  dbf::RememberedWrite write(*this, *inside.file, {taken, 0, besideOther});
   inside.overwrite(offset, before, after);
   inside.touchDate();
   inside.makeDurable();
   write->rowChanged(number, before.data(), after.data());
 }
+
+void DbfFile::beginAdding() {
+  Implementation& inside = *implementation_;
+  inside.checkWritable(readOnly_, true);
+  inside.adding.emplace(inside);
+}
+
+void DbfFile::endAdding() { implementation_->adding.reset(); }
 
 void DbfFile::hold(std::uint32_t number) {
   Implementation& inside = *implementation_;

@@ -54,7 +54,7 @@ bool OthersKeptOut::take(LockRange range) {
 
 RememberedWrite::RememberedWrite(DbfFile& table, platform::File& file, const Writer& writer) {
   before_ = file.state();
-  if (!writer.besideEdit && hasNotes(before_)) {
+  if (!writer.besideOther && hasNotes(before_)) {
     others_.emplace(file, writer.taken);
     before_ = others_->lock(writer.added);
   }

@@ -41,7 +41,7 @@ class RememberedWrite {
   struct Writer {
     LockRange taken;      // what it has locked
     std::uint64_t added;  // bytes that it will add to the file
-    bool besideEdit;      // it also holds a record for an edit, a lock that would end with the others
+    bool besideOther;     // it also holds the header or a record for longer, a lock that would end with the others
   };
   RememberedWrite(DbfFile& table, platform::File& file, const Writer& writer);
 

@@ -1,6 +1,8 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <set>
+#include <utility>
 
 #include "AntennaSuite.h"
 #include "antenna/hdWrtAntDBF.h"
@@ -8,6 +10,7 @@
 #include "foundation/getINI.h"
 #include "foundation/numbers.h"
 #include "platform/FaultPlatform.h"
+#include "support/MeasuredPlatform.h"
 #include "tables/DbfBytes.h"
 
 namespace vantrelix::test {
@@ -43,6 +46,47 @@ TEST_F(HDwrtAntDBFTest, TwoCallsWithTheSameDataGiveTwoAntennas) {
   const RecordsetPtr rows = MakeAMSFile(kCode);
   EXPECT_EQ(rowCount(rows), 2);
   EXPECT_EQ(lastValue(rows, "ATYPE_ID").text(), "T00010000002");
+}
+
+// A library that two callers have open; the second one adds an antenna whenever the first one reads.
+struct SecondCaller {
+  explicit SecondCaller(const std::string& code)
+      : ams(MakeAMSFile(code)), ahd(MakeAHDFile(code)), avd(MakeAVDFile(code)) {
+    DbfFile::setLockWait(0);
+  }
+  ~SecondCaller() { DbfFile::setLockWait(formerWait); }
+
+  std::string add(const std::string& code, double value) const {
+    return HDwrtAntDBF(code, "A", 1, "dBd", 1, {0}, {value}, 1, {0}, {value}, 0, 0, ams, ahd, avd);
+  }
+
+  int formerWait = DbfFile::lockWait();
+  RecordsetPtr ams, ahd, avd;
+};
+
+// One ID for both would mix their points.
+TEST_F(HDwrtAntDBFTest, WhoAddsMeanwhileDoesNotGetTheSameId) {
+  ASSERT_EQ(add(1, "dBd", {0}, {0}), "");
+  MeasuredPlatform machine;
+  const platform::Substitute substitute(machine);
+  const SecondCaller first(kCode), second(kCode);
+  std::string refused;
+  bool isSecond = false;
+  machine.onRead = [&] {
+    if (std::exchange(isSecond, true)) return;
+    if (const std::string reason = second.add(kCode, -2); !reason.empty()) refused = reason;
+    isSecond = false;
+  };
+  for (int i = 0; i < 3; ++i) ASSERT_EQ(first.add(kCode, -1), "");
+  machine.onRead = {};
+  EXPECT_THAT(refused, HasSubstr("is locked by another user"));
+  std::set<std::string> ids;
+  std::size_t rowsInAll = 0;
+  for (const RecordsetPtr rows = MakeAMSFile(kCode); !rows->Eof(); rows->MoveNext(), ++rowsInAll) {
+    ids.insert(rows->value("ATYPE_ID").text());
+    EXPECT_EQ(read(rows->value("ATYPE_ID").text()).HorField.size(), 1U);
+  }
+  EXPECT_EQ(ids.size(), rowsInAll);
 }
 
 TEST_F(HDwrtAntDBFTest, CutsADescriptionToTheFieldsWidth) {

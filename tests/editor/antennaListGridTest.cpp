@@ -1,5 +1,9 @@
 // The antenna list: what it shows, what it stores, how it is sorted and coloured, and new rows.
+#include <set>
+#include <utility>
+
 #include "EditorFixture.h"
+#include "support/MeasuredPlatform.h"
 
 namespace vantrelix::test {
 namespace {
@@ -556,6 +560,30 @@ TEST_F(AntennaListTest, ANewRowIsFilledWhereTheUserSortsTheListMeanwhile) {
   EXPECT_EQ(form().amsCellText(form().selectedRow(), "ANTENNA"), "M");
   EXPECT_EQ(form().txtID.text(), "Ant ID: T00010000004");
   EXPECT_FALSE(form().NewRow);
+}
+
+// Its row stands there without an ID while one is sought.
+TEST_F(AntennaListTest, ANewRowAndAnAntennaImportedMeanwhileGetDifferentIDs) {
+  MeasuredPlatform machine;
+  const platform::Substitute substitute(machine);
+  open();
+  ASSERT_TRUE(grid().userEdit(0, columnIndex("ANTENNA"), "New"));
+  const int formerWait = DbfFile::lockWait();
+  DbfFile::setLockWait(0);
+  bool importing = false;
+  std::string refused;
+  machine.onRead = [&] {
+    if (std::exchange(importing, true)) return;
+    const std::string reason = HDwrtAntDBF("T0001", "Imported", 1, "dBd", 1, {0}, {0}, 1, {0}, {0}, 0, 0);
+    if (!reason.empty()) refused = reason;
+    importing = false;
+  };
+  EXPECT_TRUE(grid().update());
+  machine.onRead = {};
+  DbfFile::setLockWait(formerWait);
+  EXPECT_THAT(refused, testing::HasSubstr("is locked by another user"));
+  const std::vector<std::string> ids = stored({"ATYPE_ID"});
+  EXPECT_EQ(std::set<std::string>(ids.begin(), ids.end()).size(), ids.size());
 }
 
 TEST_F(AntennaListTest, AFailureInTheNewRowIsTold) {

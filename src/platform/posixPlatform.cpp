@@ -20,6 +20,7 @@
 #include "platform/RunTimeFailure.h"
 #include "platform/findIgnoringCase.h"
 #include "platform/posixFile.h"
+#include "platform/posixPermissions.h"
 #include "platform/posixText.h"
 #include "platform/posixTime.h"
 
@@ -161,12 +162,7 @@ class PosixPlatform : public Platform {
   }
 
   void copyPermissions(const std::string& from, const std::string& to) override {
-    const auto source = lookUp(from);
-    if (!source) fail(ENOENT, native(from));
-    const std::string target = native(to);
-    // Only the superuser gives files away; for others the new file stays their own.
-    static_cast<void>(!::chown(target.c_str(), source->st_uid, source->st_gid));
-    if (::chmod(target.c_str(), source->st_mode & 07777) != 0) fail(errno, target);
+    posix::copyPermissions(native(from), native(to));
   }
 
   void syncFolder(const std::string& path) override {

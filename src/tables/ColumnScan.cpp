@@ -19,22 +19,32 @@ ColumnScan::ColumnScan(Recordset& cursor, const std::string& field)
 
 bool ColumnScan::isWhole() const { return !state_.query->select().where; }
 
-// Of a whole table also those that others have added since between two of the cursor's own.
 void ColumnScan::run(const std::function<void(const unsigned char* record)>& visit) const {
+  if (isWhole()) {
+    table_.scan([&](std::uint32_t, const unsigned char* record) {
+      if (*record != '*') visit(record);
+      return true;
+    });
+  } else {
+    runOverPart(visit);
+  }
+}
+
+void ColumnScan::runOverPart(const std::function<void(const unsigned char* record)>& visit) const {
   RowNumbers sorted;
-  if (state_.query->ordered() && !isWhole()) {
+  if (state_.query->ordered()) {
     std::vector<std::uint32_t> numbers(state_.rows.begin(), state_.rows.end());
     std::sort(numbers.begin(), numbers.end());
     sorted = RowNumbers(std::move(numbers));
   }
   const RowNumbers& rows = state_.query->ordered() ? sorted : state_.rows;
+  SqlFilter filter(table_, &*state_.query->select().where);
   auto next = rows.begin();
-  const auto isOurs = [&](std::uint32_t number) {
-    while (next != rows.end() && *next < number) ++next;
-    return next == rows.end() || *next == number;
-  };
+  const auto end = rows.end();
   table_.scan([&](std::uint32_t number, const unsigned char* record) {
-    if (*record != '*' && (isWhole() || isOurs(number))) visit(record);
+    while (next != end && *next < number) ++next;
+    const bool isOwn = next != end && *next == number;
+    if (*record != '*' && (isOwn || filter.matches(record))) visit(record);
     return true;
   });
 }

@@ -22,11 +22,13 @@ class ColumnScan {
   // The field's value in the bytes of a record.
   Value value(const unsigned char* record) const { return table_.value(record, field_); }
 
-  // Visits in file order the live rows of the table or, where the cursor has a part of them, its own and behind those
-  // the rows that other cursors and programs have added since. The cursor does not move.
+  // Visits in file order the live rows of the table or, where the cursor has a part of them, its own and all others
+  // that its query would find at this moment: those that other cursors and programs have added since. The cursor does
+  // not move.
   void run(const std::function<void(const unsigned char* record)>& visit) const;
 
  private:
+  void runOverPart(const std::function<void(const unsigned char* record)>& visit) const;
   static std::size_t tableField(const Recordset::Implementation& state, const std::string& name);
 
   const Recordset::Implementation& state_;

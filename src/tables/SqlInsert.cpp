@@ -1,5 +1,8 @@
 #include "tables/SqlInsert.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "foundation/extract.h"
 #include "tables/SqlCompare.h"
 #include "tables/SqlFilter.h"
@@ -51,10 +54,15 @@ class Insert {
   }
 
   long run() {
-    query_.visitRows([this](std::uint32_t number, const unsigned char* record) {
-      add(number, record);
-      if (!keepAll_ && batch_.size() >= kBatchBytes) flush();
-    });
+    try {
+      query_.visitRows([this](std::uint32_t number, const unsigned char* record) {
+        add(number, record);
+        if (!keepAll_ && batch_.size() >= kBatchBytes) flush();
+      });
+    } catch (...) {
+      if (!keepAll_) flushQuietly();
+      throw;
+    }
     flush();
     return written_;
   }
@@ -71,16 +79,22 @@ class Insert {
     }
     for (std::size_t i = 0; i < columns.size(); ++i) {
       const std::string& name = named.empty() ? columns[i].name : named[i].name;
+      const std::size_t listed = select.items.empty() ? 0 : select.items[i].expression.position;
+      const std::size_t position = named.empty() ? listed : named[i].position;
       const int field = target_.fieldIndex(name);
-      if (field < 0) {
-        const std::size_t listed = select.items.empty() ? 0 : select.items[i].expression.position;
-        const std::size_t position = named.empty() ? listed : named[i].position;
-        throw RunTimeFailure(failure::badQuery,
-                             "Field '" + name + "' at position " + std::to_string(sqlPlace(select.text, position)) +
-                                 " of the query is not in table '" + displayPath(target_.path()) + "'.");
+      if (field < 0) refuseField(name, position, "is not in table '" + displayPath(target_.path()) + "'.");
+      const auto target = static_cast<std::size_t>(field);
+      if (std::find(targets_.begin(), targets_.end(), target) != targets_.end()) {
+        refuseField(name, position, "is named twice. Name each field of the target once.");
       }
-      targets_.push_back(static_cast<std::size_t>(field));
+      targets_.push_back(target);
     }
+  }
+
+  [[noreturn]] void refuseField(const std::string& name, std::size_t position, const std::string& why) const {
+    throw RunTimeFailure(failure::badQuery, "Field '" + name + "' at position " +
+                                                std::to_string(sqlPlace(query_.select().text, position)) +
+                                                " of the query " + why);
   }
 
   void add(std::uint32_t number, const unsigned char* record) {
@@ -133,12 +147,22 @@ class Insert {
     target_.put(record, field, converted(value, target_.fields()[field]));
   }
 
+  // Rows that could not be written are not tried again.
   void flush() {
-    if (pending_ == 0) return;
-    target_.append(batch_.data(), pending_);
-    written_ += pending_;
-    pending_ = 0;
+    const std::uint32_t rows = std::exchange(pending_, 0);
+    if (rows == 0) return;
+    target_.append(batch_.data(), rows);
+    written_ += rows;
     batch_.clear();
+  }
+
+  // For the rows before a failure, which is the one to be told.
+  void flushQuietly() {
+    try {
+      flush();
+    } catch (const std::exception&) {
+      pending_ = 0;
+    }
   }
 
   SqlQuery query_;

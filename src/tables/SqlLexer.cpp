@@ -24,10 +24,19 @@ bool isNameStart(char c) {
 // Short names hold "~", and "$" stands at the end of function names in older texts.
 bool isNamePart(char c) { return isNameStart(c) || isDigit(c) || c == '~' || c == '$'; }
 
+bool isSame(std::string_view word, std::string_view other) {
+  return word.size() == other.size() && equalIgnoringCase(word, other);
+}
+// The name or keyword that begins at the place.
+std::string_view wordAt(std::string_view text, std::size_t place) {
+  std::size_t end = place;
+  while (end < text.size() && isNamePart(text[end])) ++end;
+  return text.substr(place, end - place);
+}
+
 // What a reader sees at the place: a whole word, or a few characters up to the next blank.
 std::string nearText(std::string_view text, std::size_t position) {
-  std::size_t end = position;
-  while (end < text.size() && isNamePart(text[end])) ++end;
+  std::size_t end = position + wordAt(text, position).size();
   if (end == position) {
     while (end < text.size() && !isBlank(text[end])) ++end;
   }
@@ -46,6 +55,14 @@ SqlLexer::SqlLexer(std::string_view text) : text_(text) {
 }
 
 SqlToken SqlLexer::next() {
+  SqlToken token = read();
+  const bool beforeTable =
+      token.kind == SqlTokenKind::word && (isSame(token.text, "from") || isSame(token.text, "into"));
+  tableWord_ = beforeTable ? token.text : std::string_view();
+  return token;
+}
+
+SqlToken SqlLexer::read() {
   while (at_ < text_.size() && isBlank(text_[at_])) ++at_;
   start_ = at_;
   if (at_ == text_.size()) return make(SqlTokenKind::end);
@@ -97,25 +114,48 @@ SqlToken SqlLexer::quoted(char quote) {
 }
 
 SqlToken SqlLexer::bracketed() {
-  const auto content = between(']');
+  const auto content = contentUpTo(nameEnd());
   if (!content) return wrong("the closing ] of this name is missing.");
   const std::string_view name = withoutBlanks(*content);
   return name.empty() ? wrong("there is no name between [ and ].") : make(SqlTokenKind::bracketed, name);
 }
 
 SqlToken SqlLexer::date() {
-  const auto content = between('#');
+  const auto content = contentUpTo(text_.find('#', at_ + 1));
   if (!content) return wrong("the closing # of this date is missing.");
   const auto value = sqlDate(*content);
   if (!value) return wrong("this is no date. Write it as #11/21/2026# or #2026-11-21#.");
   return make(SqlTokenKind::date, "", *value);
 }
 
-std::optional<std::string_view> SqlLexer::between(char closing) {
-  const std::size_t end = text_.find(closing, at_ + 1);
-  if (end == std::string_view::npos) return std::nullopt;
-  const std::string_view content = text_.substr(at_ + 1, end - at_ - 1);
-  at_ = end + 1;
+// A bracket that opens where all others are closed is no part of a table's name: it begins another name in a query that
+// is to be refused where the first one ends.
+std::size_t SqlLexer::nameEnd() const {
+  const std::size_t first = text_.find(']', at_ + 1);
+  if (tableWord_.empty() || first == std::string_view::npos) return first;
+  std::size_t open = 0;
+  for (std::size_t i = at_; i < text_.size(); ++i) {
+    if (text_[i] == '[' && open == 0 && i > first) break;
+    if (text_[i] == '[') ++open;
+    if (text_[i] != ']') continue;
+    if (canFollowTable(i + 1)) return i;
+    if (open > 0) --open;
+  }
+  return first;
+}
+
+bool SqlLexer::canFollowTable(std::size_t place) const {
+  while (place < text_.size() && isBlank(text_[place])) ++place;
+  const char c = place < text_.size() ? text_[place] : '\0';
+  const std::string_view word = wordAt(text_, place);
+  if (isSame(tableWord_, "into")) return c == '(' || isSame(word, "select");
+  return place == text_.size() || c == ';' || isSame(word, "where") || isSame(word, "order");
+}
+
+std::optional<std::string_view> SqlLexer::contentUpTo(std::size_t closing) {
+  if (closing == std::string_view::npos) return std::nullopt;
+  const std::string_view content = text_.substr(at_ + 1, closing - at_ - 1);
+  at_ = closing + 1;
   return content;
 }
 

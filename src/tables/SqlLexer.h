@@ -12,7 +12,7 @@ namespace vantrelix {
 
 enum class SqlTokenKind {
   word,       // a keyword or a bare name
-  bracketed,  // [a name], without its brackets
+  bracketed,  // [a name], without its outer brackets
   text,
   number,
   date,
@@ -32,7 +32,8 @@ struct SqlToken {
 inline constexpr std::size_t kLongestQuery = 65536;
 
 // Gives the words of a query in order, and `end` again and again behind the last one or behind a wrong one. They are
-// parts of `text`, which outlives them.
+// parts of `text`, which outlives them. The name of a table, behind FROM or INTO, may hold brackets as a file's name
+// does: it ends at the first ] that what can stand behind a table follows.
 class SqlLexer {
  public:
   // 3061 for a text that is too long.
@@ -41,6 +42,7 @@ class SqlLexer {
 
  private:
   char here(std::size_t ahead = 0) const { return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0'; }
+  SqlToken read();
   SqlToken make(SqlTokenKind kind, std::string_view text = "", Value value = Value()) const;
   SqlToken wrong(const char* why);
   SqlToken word();
@@ -49,11 +51,14 @@ class SqlLexer {
   SqlToken bracketed();
   SqlToken date();
   SqlToken symbol();
-  std::optional<std::string_view> between(char closing);
+  std::size_t nameEnd() const;
+  bool canFollowTable(std::size_t place) const;
+  std::optional<std::string_view> contentUpTo(std::size_t closing);
 
   std::string_view text_;
   std::size_t at_ = 0;
-  std::size_t start_ = 0;  // of the word being read
+  std::size_t start_ = 0;       // of the word being read
+  std::string_view tableWord_;  // FROM or INTO, where it stands right before that word; else empty
 };
 
 // The text of a token of that kind: of two quotes that stand for one, one.

@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "cli/CliSuite.h"
+#include "tables/dictionaryTables.h"
 
 namespace vantrelix::test {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -257,6 +259,31 @@ TEST_F(LibraryCommands, TableCreateAndRepairFollowTheDictionary) {
   EXPECT_EQ(missing.status, 1);
   EXPECT_EQ(missing.json()["code"], 1);
   EXPECT_EQ(run({"table", "create", file, "NOSUCHTYPE"}).status, 1);
+}
+
+TEST_F(LibraryCommands, TableRepairAddsTheFieldsThatAnOldTableLacks) {
+  const std::string path = oldMaster(suite_.folder());
+  const std::string before = suite_.folder().read("AMSTEST1.DBF");
+  const CliRun repair = json({"table", "repair", suite_.folder().machine("AMSTEST1.DBF"), "AMSPDBASE"});
+  EXPECT_EQ(repair.status, 0) << repair.err;
+  EXPECT_EQ(repair.json()["code"], 0);
+  EXPECT_THAT(column(path, "ANTENNA"), ElementsAre("First", "Second"));
+  EXPECT_THAT(column(path, "GAIN"), ElementsAre("10.25", "(null)"));
+  EXPECT_THAT(column(path, "POWER"), ElementsAre("(null)", "(null)"));
+  const std::vector<std::string> dated = filesThatBegin(suite_.folder(), "AMSTEST1_20");
+  ASSERT_EQ(dated.size(), 1U);
+  EXPECT_EQ(suite_.folder().read(dated[0]), before);
+}
+
+TEST_F(LibraryCommands, TableCreateLeavesATableThatLacksAFieldAndTellsTheCode) {
+  oldMaster(suite_.folder());
+  const std::string before = suite_.folder().read("AMSTEST1.DBF");
+  const CliRun create = json({"table", "create", suite_.folder().machine("AMSTEST1.DBF"), "AMSPDBASE"});
+  EXPECT_EQ(create.status, 1);
+  EXPECT_EQ(create.json()["code"], 2);
+  EXPECT_THAT(create.json()["error"].get<std::string>(), HasSubstr("determining the data structure"));
+  EXPECT_EQ(suite_.folder().read("AMSTEST1.DBF"), before);
+  EXPECT_THAT(filesThatBegin(suite_.folder(), "AMS"), ElementsAre("AMSTEST1.DBF"));
 }
 
 }  // namespace

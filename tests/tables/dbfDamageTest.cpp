@@ -56,6 +56,7 @@ TEST_F(DamagedTables, VersionsOfAnotherFormatAreRefusedByName) {
   EXPECT_TRUE(refusedFor(ofVersion(0x02), "dBase II"));
   EXPECT_TRUE(refusedFor(ofVersion(0x04), "dBase 7"));
   EXPECT_TRUE(refusedFor(ofVersion(0x8C), "dBase 7"));
+  EXPECT_TRUE(refusedFor(ofVersion(0xE5), "HiPer-Six"));
   EXPECT_TRUE(refusedFor(ofVersion(0x77), "0x77"));
 }
 

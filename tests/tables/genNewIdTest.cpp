@@ -151,6 +151,45 @@ TEST(GenNewID, RowsOutsideTheCursorDoNotCount) {
   EXPECT_EQ(GenNewID_RS(*cursor, "ID", "Z0015", "6"), "Z00150000008");
 }
 
+struct FilteredIds : IdTable {
+  void add(const Value& id, const char* other) const { test::addRow(path, {{"ID", id}, {"OTHER", other}}); }
+  RecordsetPtr openFiltered(const std::string& order = "") const {
+    return DBEngine::OpenDatabase(folder().path())->OpenRecordset("Select * from [IDS] where OTHER = 'x'" + order);
+  }
+};
+
+TEST(GenNewID, RowsOutsideTheCursorBehindItsLastDoNotCount) {
+  FilteredIds table;
+  table.add("Z00150000001", "x");
+  table.add("Z00150000002", "y");
+  table.add("Z00150000003", "y");
+  EXPECT_EQ(GenNewID_RS(*table.openFiltered(), "ID", "Z0015", "1"), "Z00150000002");
+  EXPECT_EQ(GenNewID_RS(*table.openFiltered(" Order by [ID] DESC"), "ID", "Z0015", "1"), "Z00150000002");
+  EXPECT_EQ(table.next(), "Z00150000004");
+}
+
+TEST(GenNewID, NumbersThatOthersHaveAddedToTheCursorsQuerySinceArePassedOver) {
+  FilteredIds table;
+  table.add("Z00150000001", "x");
+  const RecordsetPtr cursor = table.openFiltered();
+  table.add("Z00150000002", "x");
+  table.add("Z00150000003", "y");
+  EXPECT_EQ(GenNewID_RS(*cursor, "ID", "Z0015", "1"), "Z00150000003");
+}
+
+TEST(GenNewID, NumbersThatOthersHaveAddedBeforeTheCursorsOwnNewRowArePassedOver) {
+  FilteredIds table;
+  table.add("Z00150000001", "x");
+  const RecordsetPtr cursor = table.openFiltered();
+  table.add("Z00150000003", "x");
+  cursor->AddNew();
+  cursor->put("ID", "Z00150000002");
+  cursor->put("OTHER", "own");
+  cursor->Update();
+  EXPECT_EQ(GenNewID_RS(*cursor, "ID", "Z0015", "1"), "Z00150000004");
+  EXPECT_EQ(GenNewID_RS(*cursor, "ID", "Z0015", "0"), "Z00150000004");
+}
+
 TEST(GenNewID, AColumnThatTheQueryComputesHasNoIds) {
   IdTable table;
   table.add("Z00150000001");

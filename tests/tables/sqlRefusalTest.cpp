@@ -20,6 +20,8 @@ TEST(Sql, ASyntaxErrorNamesItsPlace) {
   const CursorTables tables;
   const std::string text = problemOf(tables, "Select ATYPE_ID, ANTENNA   FORM [AMSTEST]");
   EXPECT_EQ(text.rfind("Syntax error in query at position 28, near 'FORM': ", 0), 0U) << text;
+  EXPECT_NE(problemOf(tables, "Select * from [AMSTEST] group by [GAIN]").find("position 25, near 'group'"),
+            std::string::npos);
   EXPECT_NE(problemOf(tables, "Select * from [AMSTEST] ORDER BY ").find("its end"), std::string::npos);
   EXPECT_NE(problemOf(tables, "Select * from [AMSTEST] where ATYPE_ID = 'O'Neil'").find("position 45, near 'Neil'"),
             std::string::npos);
@@ -64,7 +66,10 @@ INSTANTIATE_TEST_SUITE_P(
                     "select * from [AMSTEST] where MADE = #1/1/2026",
                     "select * from [AMSTEST]; select * from [AMSTEST]", "delete from [AMSTEST]",
                     "select distinct GAIN from [AMSTEST]", "insert into [AMSTEST] select * from [AMSTEST]",
-                    "select * from a, b", "select * from [AMSTEST] where GAIN ! 1"));
+                    "select * from a, b", "select * from [AMSTEST], [B]", "select * from [AMSTEST] join [B]",
+                    "select * from [AMSTEST] wher [GAIN] = 1", "select * from [AMSTEST] group by [GAIN]",
+                    "select * from []] where", "insert into [] select * from [AMSTEST]",
+                    "select * from [AMSTEST] where GAIN ! 1"));
 
 TEST(Sql, DeepNestingAndGreatLengthAreRefusedRatherThanFatal) {
   const CursorTables tables;

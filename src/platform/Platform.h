@@ -210,7 +210,8 @@ NewFile createBeside(const std::string& path);
 // Permissions of an existing file are kept; a symbolic link stays and its target is replaced. On a failure the file is
 // as it was and nothing is left beside it.
 void replaceWholeFile(const std::string& path, std::string_view content);
-// Writes a whole file that does not exist yet, complete from its first moment. Fails with 58 where it exists.
-void createWholeFile(const std::string& path, std::string_view content);
+// Writes a whole file that does not exist yet, complete from its first moment, with the permissions of the file `like`
+// if one is named. Fails with 58 where it exists.
+void createWholeFile(const std::string& path, std::string_view content, const std::string& like = "");
 
 }  // namespace vantrelix::platform

@@ -38,7 +38,7 @@ class FileBeside {
     made_.file->writeAt(0, content.data(), content.size());
     made_.file->sync();
   }
-  void takePermissions() { current().copyPermissions(target_, made_.path); }
+  void takePermissions(const std::string& like) { current().copyPermissions(like, made_.path); }
   void replace() { place(&Platform::rename); }
   void putNew() { place(&Platform::renameNew); }
 
@@ -112,12 +112,13 @@ void replaceWholeFile(const std::string& path, std::string_view content) {
   if (exists) current().open(target, OpenMode::readWrite);
   FileBeside file(target);
   file.write(content);
-  if (exists) file.takePermissions();
+  if (exists) file.takePermissions(target);
   file.replace();
 }
 
-void createWholeFile(const std::string& path, std::string_view content) {
+void createWholeFile(const std::string& path, std::string_view content, const std::string& like) {
   FileBeside file(current().linkTarget(path));
+  if (!like.empty()) file.takePermissions(like);
   file.write(content);
   file.putNew();
 }

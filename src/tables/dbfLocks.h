@@ -24,6 +24,10 @@ inline constexpr std::uint64_t kLargestFile = 0x7FFFFFFF;
 inline constexpr LockRange kHeaderLock{0x40000000, 1};
 inline constexpr LockRange kDenyWriteLock{0x7FFFFFFE, 1};
 inline constexpr LockRange kSharingLock{0x7FFFFFFF, 1};
+// Where the header and all records have their locks: before the bytes for sharing and, from 1 GB on, behind them.
+inline constexpr LockRange kLowPlaces{kHeaderLock.offset, kDenyWriteLock.offset - kHeaderLock.offset};
+inline constexpr LockRange kHighPlaces{kSharingLock.offset + 1,
+                                       kHeaderLock.offset + kLargestFile - kSharingLock.offset};
 
 // The lock of a record, by its offset in the file and its number. Where that range, at 1 GB, would hold a byte for
 // sharing, it is the part before or behind those.

@@ -4,15 +4,6 @@
 
 namespace vantrelix::dbf {
 
-namespace {
-
-// Where the header and all records have their locks: before the bytes for sharing and, from 1 GB on, behind them.
-constexpr std::uint64_t kSharingEnd = kSharingLock.offset + kSharingLock.length;
-constexpr LockRange kLowPlaces{kHeaderLock.offset, kDenyWriteLock.offset - kHeaderLock.offset};
-constexpr LockRange kHighPlaces{kSharingEnd, kHeaderLock.offset + kLargestFile + 1 - kSharingEnd};
-
-}  // namespace
-
 // Once the low places are locked nobody else adds rows: the file's size then tells whether records have high ones.
 platform::FileState OthersKeptOut::lock(std::uint64_t added) {
   whole_ = takeBeside(kLowPlaces);

@@ -8,6 +8,7 @@
 #include "foundation/procedures.h"
 #include "foundation/suitePaths.h"
 #include "foundation/text.h"
+#include "tables/heldPlaces.h"
 #include "tables/repairTable.h"
 #include "tables/tableFiles.h"
 
@@ -140,42 +141,54 @@ void showOpenError(const std::string& path, const Outcome& outcome, const std::s
 
 // Holds the table that is to be replaced, if there is one: who has it open would go on writing to a file that nobody
 // looks at again. What is no table is in nobody's use.
-std::shared_ptr<DbfFile> holdFormerTable(const std::string& path) {
-  if (!getFileExistLEN(path)) return nullptr;
-  try {
-    return DbfFile::open(path, false, Sharing::exclusive);
-  } catch (const RunTimeFailure& failure) {
-    if (failure.number() != failure::damagedTable) throw;
+class FormerTable {
+ public:
+  explicit FormerTable(const std::string& path) : stands_(getFileExistLEN(path)) {
+    if (!stands_) return;
+    try {
+      table_ = DbfFile::open(path, false, Sharing::exclusive);
+      places_.emplace(path);
+    } catch (const RunTimeFailure& failure) {
+      if (failure.number() != failure::damagedTable) throw;
+    }
   }
-  return nullptr;
-}
+  bool stands() const { return stands_; }
+
+ private:
+  bool stands_;
+  std::shared_ptr<DbfFile> table_;
+  std::optional<dbf::HeldPlaces> places_;
+};
 
 }  // namespace
 
 bool NewTable(const FieldList& fields, const std::string& path) {
   Procedure guard(procedure::NewTable);
+  std::string file = path;
   std::string working;
   try {
     SetFlag(100);
-    const std::shared_ptr<DbfFile> former = holdFormerTable(path);
-    const std::string name = nameOfToken(TableToken(path));
+    file = tablePath(path);
+    const FormerTable former(file);
+    const std::string name = nameOfToken(TableToken(file));
     if (name.find_first_of(" []") == std::string::npos) {
       SetFlag(200);
-      createTable(fields, path);
+      createTable(fields, file);
       return true;
     }
     SetFlag(300);
-    working = reserveStampedTable(ExtractFolderNoSlash(path), "YYHHMMSS");
+    working = reserveStampedTable(ExtractFolderNoSlash(file), "YYHHMMSS");
+    if (former.stands()) platform::current().copyPermissions(file, working);
     createTable(fields, working);
     SetFlag(400);
-    settleMemo(working, path);
-    platform::current().rename(working, path);
-    syncFolderQuietly(ExtractFolderNoSlash(path));
+    settleMemo(working, file);
+    platform::current().rename(working, file);
+    syncFolderQuietly(ExtractFolderNoSlash(file));
     return true;
   } catch (const RunTimeFailure& failure) {
-    ErrHand(failure, "PathName: " + displayPath(path));
+    ErrHand(failure, "PathName: " + displayPath(file));
   } catch (const std::exception& failure) {
-    ErrHand(failure, "PathName: " + displayPath(path));
+    ErrHand(failure, "PathName: " + displayPath(file));
   }
   if (!working.empty()) removeTableQuietly(working);
   return false;

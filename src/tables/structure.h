@@ -23,8 +23,8 @@ inline constexpr int unknown = 99;
 std::string GetTblErrText(int code);
 std::string GetTblErrShort(int code);
 
-// Makes a new table of those fields at path, replacing what is there. False, reported, where another has that open; it
-// is then as it was.
+// Makes a new table of those fields at path, replacing what is there, also under a name that differs in case only.
+// False, reported, where another has that open or holds a lock of it; it is then as it was.
 bool NewTable(const FieldList& fields, const std::string& path);
 // Sets widths, decimals, displacements and record length of a table just made by the dictionary's rows. False,
 // reported, for a table that has rows or other fields than those, or that another has open; it is then as it was.

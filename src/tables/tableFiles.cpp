@@ -128,12 +128,13 @@ void createTable(const FieldList& fields, const std::string& path, const dbf::La
   dbf::createFile(path, stored, language);
 }
 
-std::string keepDatedCopy(const std::string& path) {
+void keepDatedCopy(const std::string& path, std::string& kept) {
   const std::string stem = ExtractPathNoExtension(path) + "_";
   std::string partial;
   std::unique_ptr<platform::File> copy;
   firstFreeStamp("YYYYMMDDHHSS", path, [&](const std::string& stamp) {
     partial = stem + stamp + ".TMP";
+    kept = stem + stamp + ".DBF";
     copy = takeName(partial);
     return copy != nullptr;
   });
@@ -141,12 +142,10 @@ std::string keepDatedCopy(const std::string& path) {
     platform::current().copyPermissions(path, partial);
     copyBytes(path, *copy);
     copy.reset();
-    std::string kept;
     firstFreeStamp("YYYYMMDDHHSS", path, [&](const std::string& stamp) {
       kept = stem + stamp + ".DBF";
       return renameToFree(partial, kept);
     });
-    return kept;
   } catch (...) {
     copy.reset();
     removeQuietly(partial);
@@ -163,7 +162,7 @@ void copyPageName(const std::string& path, const std::string& copy) {
   } catch (const RunTimeFailure&) {
     return;
   }
-  platform::createWholeFile(withExtension(copy, "CPG"), content);
+  platform::createWholeFile(withExtension(copy, "CPG"), content, path);
 }
 
 void settleMemo(const std::string& made, const std::string& path) {

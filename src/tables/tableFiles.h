@@ -27,9 +27,10 @@ void createTable(const FieldList& fields, const std::string& path, const dbf::La
 
 // Copies the file to a name that does not exist yet: path without extension, "_", the date as "YYYYMMDDHHSS", ".DBF",
 // or the date of the next second that is free. A reader never finds half a copy, and nobody finds a byte of it whom the
-// file's permissions keep from it. Gives the name.
-std::string keepDatedCopy(const std::string& path);
-// Puts beside a copy of a table what names the code page beside the table itself, where that can be read.
+// file's permissions keep from it. `kept` is the name, or the last one tried where that fails.
+void keepDatedCopy(const std::string& path, std::string& kept);
+// Puts beside a copy of a table what names the code page beside the table itself, where that can be read, for all who
+// may read the table.
 void copyPageName(const std::string& path, const std::string& copy);
 
 // Gives the memo file of a table just made, if it has one, the name that goes with the path; before the table's own

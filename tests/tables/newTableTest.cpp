@@ -34,6 +34,21 @@ TEST(NewTable, AnExistingTableIsReplaced) {
   EXPECT_THAT(test::filesThatBegin(suite.folder(), ""), ElementsAre("AMSTEST1.DBF", "SYSTEM"));
 }
 
+// Two tables whose names differ in case alone are one table for whoever looks for it.
+TEST(NewTable, ATableInAnotherCaseIsReplacedWhereItStands) {
+  DictionarySuite suite;
+  test::oldMaster(suite.folder(), "amsTest1.dbf");
+  test::oldMaster(suite.folder(), "ams test2.dbf");
+  for (const char* name : {"AMSTEST1.DBF", "AMS TEST2.DBF"}) {
+    const std::string path = suite.file(name);
+    ASSERT_TRUE(NewTable(FieldsFromDataSum("AVDTADBASE"), path));
+    EXPECT_FALSE(suite.folder().exists(name));
+    EXPECT_THAT(test::column(path, "VERT_ANGLE"), IsEmpty());
+    EXPECT_EQ(DbfFile::open(path, true)->fields().size(), 3u);
+  }
+  EXPECT_THAT(test::filesThatBegin(suite.folder(), ""), ElementsAre("SYSTEM", "ams test2.dbf", "amsTest1.dbf"));
+}
+
 TEST(NewTable, ATableThatAnotherHasOpenIsNotReplaced) {
   DictionarySuite suite;
   const std::string path = test::oldMaster(suite.folder());

@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
+#include "tables/DbfBytes.h"
 #include "tables/dictionaryTables.h"
 #include "tables/structure.h"
 
@@ -12,6 +13,7 @@ using std::filesystem::perms;
 using test::DictionarySuite;
 using test::filesThatBegin;
 using test::oldMaster;
+using test::RawTable;
 
 constexpr const char* kTable = "AMSTEST1.DBF";
 constexpr perms kOwnerAlone = perms::owner_read | perms::owner_write;
@@ -63,6 +65,28 @@ TEST_P(RepairPermissions, AreThoseOfATemporaryTableThatIsLeftToo) {
   ASSERT_FALSE(repaired(path));
   for (const std::string& name : filesThatBegin(suite.folder(), "")) {
     EXPECT_TRUE(!name.ends_with(".DBF") || of(name) == GetParam()) << name;
+  }
+}
+
+// Texts in a code page that only a file beside the table names are no use to whom that file is closed.
+TEST_P(RepairPermissions, AreThoseOfTheFilesThatNameTheCodePageToo) {
+  const RawTable byNames{.fields = {{"ATYPE_ID", 'C', 12}, {"GR\xC3\x96SSE", 'C', 10}}, .mark = 0};
+  suite.folder().write(kTable, byNames.bytes());
+  ASSERT_TRUE(repaired(suite.file(kTable)));
+  EXPECT_EQ(suite.folder().read("AMSTEST1.CPG"), "UTF-8");
+  const std::vector<std::string> kept = filesThatBegin(suite.folder(), "AMSTEST1_2");
+  ASSERT_EQ(kept.size(), 2u);
+  for (const std::string& name : {std::string("AMSTEST1.CPG"), kept[0], kept[1]})
+    EXPECT_EQ(of(name), GetParam()) << name;
+}
+
+// One whose name holds a blank is made under another.
+TEST_P(RepairPermissions, OfATableThatANewOneReplacesStay) {
+  for (const char* name : {kTable, "AMS TEST.DBF"}) {
+    test::oldMaster(suite.folder(), name);
+    std::filesystem::permissions(suite.folder().machine(name), GetParam());
+    ASSERT_TRUE(NewTable(FieldsFromDataSum("AMSPDBASE"), suite.file(name)));
+    EXPECT_EQ(of(name), GetParam()) << name;
   }
 }
 

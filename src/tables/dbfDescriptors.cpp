@@ -10,10 +10,6 @@ constexpr unsigned char kFlagSystem = 0x01;
 constexpr unsigned char kFlagNullable = 0x02;
 constexpr unsigned char kFlagAutoIncrement = 0x0C;
 
-bool isFieldType(unsigned char type) {
-  return (type >= 'A' && type <= 'Z') || (type >= '0' && type <= '9') || type == '@' || type == '+';
-}
-
 // A name ends at its first NUL; what stands behind is of no meaning.
 std::string fieldName(const unsigned char* descriptor) {
   const unsigned char* end = std::find(descriptor, descriptor + 11, 0);
@@ -33,6 +29,10 @@ void add(Descriptors& found, const unsigned char* bytes) {
 }
 
 }  // namespace
+
+bool isFieldType(unsigned char type) {
+  return (type >= 'A' && type <= 'Z') || (type >= '0' && type <= '9') || type == '@' || type == '+';
+}
 
 Descriptors readDescriptors(std::string_view bytes, std::uint64_t limit) {
   Descriptors found;

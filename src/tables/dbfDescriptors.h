@@ -18,6 +18,9 @@ struct Descriptors {
   bool terminated = false;
 };
 
+// Whether the byte can stand for the type of a field.
+bool isFieldType(unsigned char type);
+
 // The descriptions in the first bytes of a file, up to the terminator, to byte `limit`, or to what is none.
 Descriptors readDescriptors(std::string_view bytes, std::uint64_t limit);
 

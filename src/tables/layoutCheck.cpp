@@ -6,7 +6,9 @@
 
 #include "foundation/dateTime.h"
 #include "foundation/text.h"
+#include "platform/RunTimeFailure.h"
 #include "tables/dbfDescriptors.h"
+#include "tables/dbfOpening.h"
 #include "tables/fieldSoundness.h"
 #include "tables/memoCheck.h"
 #include "tables/partnerFile.h"
@@ -19,6 +21,9 @@ namespace {
 using Place = FaultList::Place;
 
 constexpr const char* kRowsFound = " Its rows can be made out all the same; \"table recover\" saves them.";
+
+constexpr const char* kBeingAdded =
+    " Another program keeps the table locked and may be adding rows; look again once it is done.";
 
 std::string number(std::uint64_t value) { return std::to_string(value); }
 
@@ -40,6 +45,7 @@ class HeaderCheck {
     checkNames();
     checkPlaces();
     checkIndex();
+    checkPageFile();
   }
 
  private:
@@ -70,8 +76,7 @@ class HeaderCheck {
     const std::uint64_t at = layout_.descriptorsEnd;
     const bool inside = at < layout_.header.headerLength && at < layout_.headerBytes.size();
     add(FaultKind::terminator,
-        inside ? "The list of fields ends with the byte " +
-                     hexByte(static_cast<unsigned char>(layout_.headerBytes[at])) + " in the place of 0x0D."
+        inside ? "The list of fields ends with the byte " + hexByte(headerByte(at)) + " in the place of 0x0D."
                : "The list of fields ends without the byte 0x0D.",
         at);
   }
@@ -80,10 +85,14 @@ class HeaderCheck {
     const std::uint32_t widths = sumOfWidths(layout_.stored, false);
     const std::uint32_t claimed = layout_.recordLengthClaimed();
     if (widths == claimed) return;
-    add(FaultKind::recordLength,
-        "The header claims records of " + number(claimed) + " bytes, but the fields make up " + number(widths) +
-            "; rows are read as " + number(layout_.header.recordLength) + " bytes each.",
-        10);
+    std::string sentence = "The header claims records of " + number(claimed) + " bytes, but the fields make up " +
+                           number(widths) + "; rows are read as " + number(layout_.header.recordLength) +
+                           " bytes each.";
+    if (const std::uint32_t rest = layout_.restLength(); rest > 0)
+      sentence += " No field shows the " + number(rest) +
+                  " bytes behind the last field; a recovery keeps them as REST1" +
+                  (rest > kWidestRest ? " and so on." : ".");
+    add(FaultKind::recordLength, sentence, 10);
   }
 
   void checkNames() {
@@ -92,7 +101,14 @@ class HeaderCheck {
       const std::string& name = layout_.stored[i].name;
       const std::string shown = shownName(i);
       const std::uint64_t at = kFixedHeader + kDescriptor * i;
-      if (isBlankText(name)) add(FaultKind::fieldName, "Field number " + number(i + 1) + " has no name.", at, shown);
+      const unsigned char first = headerByte(at);
+      if (first == 0 || first == kHeaderEnd)
+        add(FaultKind::fieldName,
+            "The name of field number " + number(i + 1) + " begins with the byte " + hexByte(first) +
+                ", which ends the list of fields: a reader finds neither this field nor those behind it.",
+            at, shown);
+      else if (isBlankText(name))
+        add(FaultKind::fieldName, "Field number " + number(i + 1) + " has no name.", at, shown);
       if (std::any_of(name.begin(), name.end(), [](unsigned char byte) { return byte < ' ' || byte == 0x7F; }))
         add(FaultKind::fieldName,
             "The name of field number " + number(i + 1) + " holds characters that cannot be seen.", at, shown);
@@ -110,6 +126,8 @@ class HeaderCheck {
     }
   }
 
+  unsigned char headerByte(std::uint64_t at) const { return static_cast<unsigned char>(layout_.headerBytes[at]); }
+
   std::uint32_t placeTold(std::size_t field) const {
     return layout_.number(kFixedHeader + kDescriptor * field + 12, 4);
   }
@@ -118,6 +136,11 @@ class HeaderCheck {
     const DbfField& field = layout_.stored[i];
     const std::string name = shownName(i);
     const std::uint64_t at = kFixedHeader + kDescriptor * i;
+    if (const unsigned char type = headerByte(at + 11); !isFieldType(type))
+      add(FaultKind::fieldType,
+          "The field " + name + " has the byte " + hexByte(type) +
+              " as its type, which is none: a reader finds neither this field nor those behind it.",
+          at + 11, name);
     if (!isWidthOfType(field, layout_.context))
       add(FaultKind::fieldWidth,
           "The field " + name + " of type " + std::string(1, field.type) + " has the width " +
@@ -141,6 +164,16 @@ class HeaderCheck {
     if (!partnerFile(layout_.path, "CDX").empty() || !partnerFile(layout_.path, "MDX").empty()) return;
     if (!partnerFile(layout_.path, "DCX").empty()) return;
     add(FaultKind::indexMissing, "The header promises an index, but no .CDX or .MDX file stands beside the table.", 28);
+  }
+
+  void checkPageFile() {
+    const std::string named = partnerFile(layout_.path, "CPG");
+    if (named.empty()) return;
+    try {
+      platform::readWholeFile(named, kLongestPageName);
+    } catch (const RunTimeFailure& cause) {
+      faults_.add(FaultKind::pageFile, "The file that names the code page cannot be read. " + cause.description(), {});
+    }
   }
 
   static bool isBlankText(const std::string& name) { return trim(name).empty(); }
@@ -174,7 +207,7 @@ class EndCheck {
 
  private:
   void add(FaultKind kind, const std::string& sentence, std::uint64_t offset) {
-    faults_.add(kind, sentence, Place{std::nullopt, "", offset});
+    faults_.add(kind, sentence + (layout_.isSettled ? "" : kBeingAdded), Place{std::nullopt, "", offset});
   }
 
   void checkMark() {

@@ -134,9 +134,10 @@ void MemoCheck::findShared() {
 }
 
 void MemoCheck::checkNextFree() {
+  // In this order: a text that is added meanwhile makes the file longer before the number leads behind it.
+  const std::uint64_t next = memo_->nextFree();
   const std::uint64_t size = memo_->size();
   const std::uint64_t blockSize = memo_->blockSize();
-  const std::uint64_t next = memo_->nextFree();
   const std::uint64_t at = next * blockSize;
   // dBase IV names a block that became free among the others.
   const bool reuses = memo_->kind() == MemoKind::dbase4;

@@ -57,11 +57,11 @@ void clearBlock(unsigned char* made, const DbfField& field) {
   std::fill(made + field.offset, made + field.offset + field.width, nothing);
 }
 
-// Whether what is left out of the field was anything.
-bool holdsAnything(const unsigned char* row, const DbfField& field, const FieldContext& context) {
+// Whether what is left out of the field, from its byte `from` on, was anything.
+bool holdsAnything(const unsigned char* row, const DbfField& field, const FieldContext& context, int from = 0) {
   const unsigned char* const at = row + field.offset;
-  return !isNullByFlag(row, field, context) &&
-         std::any_of(at, at + field.width, [](unsigned char byte) { return byte != ' ' && byte != 0; });
+  return !isNullByFlag(row, field, context) && std::any_of(at + std::min(from, field.width), at + field.width,
+                                                           [](unsigned char byte) { return byte != ' ' && byte != 0; });
 }
 
 bool isNameByte(unsigned char byte) { return byte >= ' ' && byte != 0x7F; }
@@ -71,6 +71,7 @@ bool isNameByte(unsigned char byte) { return byte >= ' ' && byte != 0x7F; }
 RecoveredTable::RecoveredTable(const TableLayout& layout)
     : layout_(layout),
       header_(layout.header),
+      flags_(layout.flags),
       context_(layout.context),
       soundness_(layout.context, layout.header.fields, layout.flags) {
   if (layout.stored.empty()) refuse(layout, "its header describes no field");
@@ -93,13 +94,14 @@ void RecoveredTable::takeFields() {
     if (former.width < layout_.stored[i].width && isWidthOfType(former, context_)) field.width = former.width;
     if (former.width == 0) field.width = widthOfType(field, context_);
   }
+  addRest();
   const std::uint32_t length = sumOfWidths(header_.fields, false);
   if (length > kLongestRecord) refuse(layout_, "its fields make up records of " + std::to_string(length) + " bytes");
   header_.recordLength = length;
   header_.nullFlags = -1;
   header_.structuralIndex = false;
   placeFields(header_);
-  if (context_.visual) placeNullBits(header_, layout_.flags);
+  if (context_.visual) placeNullBits(header_, flags_);
   context_.nullFlagsOffset =
       header_.nullFlags < 0 ? -1 : header_.fields[static_cast<std::size_t>(header_.nullFlags)].offset;
   header_.headerLength = static_cast<std::uint32_t>(kFixedHeader + kDescriptor * header_.fields.size() + 1 +
@@ -107,19 +109,46 @@ void RecoveredTable::takeFields() {
   if (header_.headerLength > UINT16_MAX) refuse(layout_, "it has more fields than the format holds");
 }
 
+// Marked as no text of a code page: every byte counts, 0x1A among them.
+void RecoveredTable::addRest() {
+  if (layout_.rowsCounted() + layout_.behind.rows == 0) return;
+  for (std::uint32_t left = layout_.restLength(); left > 0;) {
+    DbfField field;
+    field.width = static_cast<int>(std::min(left, kWidestRest));
+    left -= static_cast<std::uint32_t>(field.width);
+    header_.fields.push_back(std::move(field));
+    flags_.push_back(kFlagBinary);
+  }
+}
+
+// A made-up name gives way to those that there are.
 void RecoveredTable::takeNames() {
   std::set<std::string> seen;
-  for (std::size_t i = 0; i < header_.fields.size(); ++i) {
-    std::string& name = header_.fields[i].name;
-    std::replace_if(
-        name.begin(), name.end(), [](unsigned char byte) { return !isNameByte(byte); }, '_');
-    if (trim(name).empty()) name = "FIELD" + std::to_string(i + 1);
-    const std::string given = isAscii(name) ? name : "FIELD" + std::to_string(i + 1);
+  const auto takeOwn = [&](std::size_t index) {
+    std::string& name = header_.fields[index].name;
+    const std::string given = isAscii(name) ? name : madeUpName(index);
     for (int number = 2; !seen.insert(upperCase(context_.text.decode(name))).second; ++number) {
       const std::string ending = "_" + std::to_string(number);
       name = given.substr(0, kLongestName - ending.size()) + ending;
     }
+  };
+  std::vector<std::size_t> nameless;
+  for (std::size_t i = 0; i < header_.fields.size(); ++i) {
+    std::string& name = header_.fields[i].name;
+    std::replace_if(
+        name.begin(), name.end(), [](unsigned char byte) { return !isNameByte(byte); }, '_');
+    trim(name).empty() ? nameless.push_back(i) : takeOwn(i);
   }
+  for (const std::size_t index : nameless) {
+    header_.fields[index].name = madeUpName(index);
+    takeOwn(index);
+  }
+}
+
+std::string RecoveredTable::madeUpName(std::size_t index) const {
+  const std::size_t described = layout_.stored.size();
+  if (index >= described) return "REST" + std::to_string(index - described + 1);
+  return static_cast<int>(index) == header_.nullFlags ? "_NullFlags" : "FIELD" + std::to_string(index + 1);
 }
 
 bool RecoveredTable::hasMemos() const {
@@ -128,7 +157,7 @@ bool RecoveredTable::hasMemos() const {
 }
 
 std::string RecoveredTable::headerBytes(std::uint32_t rows, const platform::DateTime& today) const {
-  std::string bytes = layout_.headerBytes.substr(0, kFixedHeader + kDescriptor * header_.fields.size());
+  std::string bytes = layout_.headerBytes.substr(0, kFixedHeader + kDescriptor * layout_.stored.size());
   bytes.resize(header_.headerLength, '\0');
   auto* at = reinterpret_cast<unsigned char*>(bytes.data());
   at[0] = static_cast<unsigned char>(header_.version);
@@ -146,9 +175,11 @@ std::string RecoveredTable::headerBytes(std::uint32_t rows, const platform::Date
     unsigned char* described = at + kFixedHeader + kDescriptor * i;
     std::fill(described, described + 11, static_cast<unsigned char>(0));
     std::copy(field.name.begin(), field.name.end(), described);
+    described[11] = static_cast<unsigned char>(field.type);
     putLittleEndian(described + 12, static_cast<std::uint32_t>(field.offset), 4);
     described[16] = static_cast<unsigned char>(field.width & 0xFF);
     described[17] = static_cast<unsigned char>(field.type == 'C' ? field.width >> 8 : field.decimals);
+    described[18] = flags_[i];
     described[31] = 0;  // of the index that is left behind
   }
   at[kFixedHeader + kDescriptor * header_.fields.size()] = kHeaderEnd;
@@ -167,11 +198,14 @@ std::uint32_t RecoveredTable::convert(const unsigned char* row, unsigned char* m
     std::fill(at, at + header_.fields[flags].width, static_cast<unsigned char>(0));
     fit(row, made, flags);
   }
-  for (std::size_t i = 0; i < header_.fields.size(); ++i) {
+  const std::size_t described = layout_.stored.size();
+  for (std::size_t i = 0; i < described; ++i) {
     if (static_cast<int>(i) == header_.nullFlags) continue;
     mended +=
         pointsToMemo(header_.fields[i], context_) ? convertMemo(row, made, i, from, to) : convertField(row, made, i);
   }
+  if (header_.fields.size() > described)
+    std::copy_n(row + layout_.restOffset(), layout_.restLength(), made + header_.fields[described].offset);
   return mended;
 }
 
@@ -195,7 +229,7 @@ std::uint32_t RecoveredTable::convertField(const unsigned char* row, unsigned ch
   const auto unsound = soundness_.faultOf(row, index);
   if (unsound) return mend(row, made, index, unsound->kind);
   fit(row, made, index);
-  return 0;
+  return holdsAnything(row, former, layout_.context, field.width) ? 1 : 0;
 }
 
 std::uint32_t RecoveredTable::mend(const unsigned char* row, unsigned char* made, std::size_t index, FaultKind kind) {

@@ -12,6 +12,7 @@
 
 namespace vantrelix::dbf {
 
+// Bytes of the old records that no field describes become character fields behind all others.
 class RecoveredTable {
  public:
   // The layout must outlive it. Fails with 3343 where there is no field, or where the fields that there are make up a
@@ -30,7 +31,9 @@ class RecoveredTable {
 
  private:
   void takeFields();
+  void addRest();
   void takeNames();
+  std::string madeUpName(std::size_t index) const;
   std::uint32_t convertField(const unsigned char* row, unsigned char* made, std::size_t index);
   std::uint32_t mend(const unsigned char* row, unsigned char* made, std::size_t index, FaultKind kind);
   void fit(const unsigned char* row, unsigned char* made, std::size_t index);
@@ -38,7 +41,8 @@ class RecoveredTable {
                             MemoFile* to);
 
   const TableLayout& layout_;
-  Header header_;
+  Header header_;                     // behind the fields of the old table those for the rest of its records
+  std::vector<unsigned char> flags_;  // of the fields
   FieldContext context_;
   Soundness soundness_;
 };

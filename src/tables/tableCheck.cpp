@@ -2,9 +2,7 @@
 
 #include <optional>
 
-#include "foundation/extract.h"
 #include "platform/RunTimeFailure.h"
-#include "tables/dbfLocks.h"
 #include "tables/dbfOpening.h"
 #include "tables/layoutCheck.h"
 
@@ -20,8 +18,8 @@ TableCheck checkTable(const std::string& path, const CheckProgress& progress) {
   check.version = version;
   std::optional<dbf::TableLayout> layout;
   try {
-    const dbf::HeldLock lock(*file, dbf::kHeaderLock, platform::LockKind::shared, displayPath(found));
-    layout = dbf::findLayout(*file, found);
+    std::optional<dbf::HeldLock> header;
+    layout = dbf::findLayout(*file, found, header);
   } catch (const RunTimeFailure& refusal) {
     if (refusal.number() != failure::damagedTable) throw;
     check.faults.add(FaultKind::refused, refusal.description(), FaultList::Place{std::nullopt, "", 0});

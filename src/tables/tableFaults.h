@@ -17,11 +17,13 @@ enum class FaultKind {
   headerLength,  // ends before the fields do, or does not lead to the first row
   terminator,    // missing or another byte
   recordLength,  // not what the widths of the fields make up
-  fieldName,     // none, one that another field has, or one with odd characters
+  fieldName,     // none, one that another field has, one with odd characters, or one that ends the list of fields
+  fieldType,     // none
   fieldWidth,    // none, or not that of the type
   fieldBeyond,   // the field does not lie in the record whole
   displacement,  // the place that the header gives to a field is not that of the widths
   indexMissing,  // the header promises a structural index
+  pageFile,      // the .CPG file cannot be read
   // The file against its header.
   countTooHigh,
   countTooLow,  // whole rows stand behind those that are counted

@@ -1,9 +1,12 @@
 #include "tables/tableLayout.h"
 
+#include <array>
+
 #include "foundation/extract.h"
 #include "platform/RunTimeFailure.h"
 #include "tables/dbfDescriptors.h"
 #include "tables/dbfOpening.h"
+#include "tables/descriptorsPastDamage.h"
 #include "tables/fieldSoundness.h"
 #include "tables/partnerFile.h"
 #include "tables/rowsBehind.h"
@@ -15,6 +18,8 @@ namespace {
 constexpr std::size_t kLongestHeader = 65535 + 32;
 constexpr std::uint32_t kRowsSampled = 64;
 constexpr std::size_t kSector = 512;
+constexpr std::uint64_t kCountPlace = 4;
+constexpr int kMostLooks = 20;  // at a table that another program keeps locked and adds rows to
 constexpr double kLikeRows = 0.5;
 constexpr double kBeyondDoubt = 2.9;  // the header is right in all, and nearly every value of the rows
 
@@ -98,6 +103,7 @@ class Search {
     if (refusal) base_.refusal = refusal->description();
     const Descriptors whole = readDescriptors(base_.headerBytes, base_.headerBytes.size());
     const Descriptors within = readDescriptors(base_.headerBytes, base_.headerLengthClaimed());
+    readBeyondDamage(within, whole);
     readWith(within);
     if (whole.end != within.end) readWith(whole);
     if (refusal && (!best_ || best_->likeness < kLikeRows)) throw RunTimeFailure(*refusal);
@@ -117,8 +123,22 @@ class Search {
     }
   }
 
+  // Where the header's record length speaks for more fields than can be read. That it is made up to the byte says more
+  // than the names of the fields.
+  void readBeyondDamage(const Descriptors& within, const Descriptors& whole) {
+    const std::uint32_t length = base_.recordLengthClaimed();
+    for (const Descriptors* found : {&within, &whole}) {
+      if (sumOfWidths(found->fields, false) == length || sumOfWidths(found->fields, true) == length) return;
+    }
+    const auto found = readPastDamage(base_.headerBytes, base_.headerLengthClaimed(), length);
+    if (!found) return;
+    pastDamage_ = true;
+    readWith(*found);
+    pastDamage_ = false;
+  }
+
   void readWith(const Descriptors& found) {
-    if (!accepted_ && !areDeliberate(found.fields)) return;
+    if (!accepted_ && !pastDamage_ && !areDeliberate(found.fields)) return;
     const std::uint64_t end = found.end;
     Header named;
     named.languageMark = static_cast<unsigned char>(base_.headerBytes[29]);
@@ -176,7 +196,7 @@ class Search {
     reading.likeness = likenessOfRows(layout);
     reading.score = reading.likeness;
     if (accepted_ && accepted_->headerLength == header.headerLength && accepted_->recordLength == header.recordLength &&
-        accepted_->fields.size() == header.fields.size())
+        (pastDamage_ || accepted_->fields.size() == header.fields.size()))
       reading.score += 0.5;
     if (header.count > 0 && (layout.fileSize == rows || layout.fileSize == rows + 1)) reading.score += 0.5;
     if (sumOfWidths(layout.stored, false) == header.recordLength) reading.score += 0.4;
@@ -211,17 +231,56 @@ class Search {
   File& file_;
   TableLayout base_;
   std::optional<Header> accepted_;
+  bool pastDamage_ = false;  // the list of fields in hand goes on behind where a reader takes it to end
   std::optional<Reading> best_;
 };
+
+TableLayout lookThrough(File& file, const std::string& path) {
+  TableLayout layout = Search(file, path).run();
+  layout.behind = lookBehind(file, layout);
+  return layout;
+}
+
+struct Extent {
+  std::uint64_t size = 0;
+  std::array<unsigned char, 4> count{};
+
+  friend bool operator==(const Extent&, const Extent&) = default;
+};
+
+Extent extentOf(File& file) {
+  Extent extent{file.size(), {}};
+  file.readAt(kCountPlace, extent.count.data(), extent.count.size());
+  return extent;
+}
+
+TableLayout lookWithoutLock(File& file, const std::string& path) {
+  Pauses pauses;
+  for (int look = 1;; ++look) {
+    const Extent before = extentOf(file);
+    TableLayout layout = lookThrough(file, path);
+    layout.isSettled = false;
+    if (look == kMostLooks || extentOf(file) == before) return layout;
+    pauses.pause();
+  }
+}
 
 }  // namespace
 
 std::uint32_t TableLayout::rowsInFile() const { return rowsWithin(fileSize, header, UINT32_MAX); }
 
-TableLayout findLayout(File& file, const std::string& path) {
-  TableLayout layout = Search(file, path).run();
-  layout.behind = lookBehind(file, layout);
-  return layout;
+std::uint32_t TableLayout::restOffset() const {
+  return header.fields.empty() ? 1
+                               : static_cast<std::uint32_t>(header.fields.back().offset + header.fields.back().width);
+}
+
+TableLayout findLayout(File& file, const std::string& path, std::optional<HeldLock>& header) {
+  try {
+    header.emplace(file, kHeaderLock, platform::LockKind::shared, displayPath(path));
+  } catch (const RunTimeFailure& cause) {
+    if (cause.number() != failure::locked) throw;
+  }
+  return header ? lookThrough(file, path) : lookWithoutLock(file, path);
 }
 
 }  // namespace vantrelix::dbf

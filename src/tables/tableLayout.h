@@ -10,9 +10,13 @@
 
 #include "platform/Platform.h"
 #include "tables/dbfHeader.h"
+#include "tables/dbfLocks.h"
 #include "tables/fieldCodec.h"
 
 namespace vantrelix::dbf {
+
+// Of the fields that a recovery makes of bytes that no field describes, at most.
+inline constexpr std::uint32_t kWidestRest = 254;
 
 // What stands behind the rows that are counted.
 struct RowsBehind {
@@ -35,6 +39,7 @@ struct TableLayout {
   bool terminated = false;
   FieldContext context;
   RowsBehind behind;
+  bool isSettled = true;  // false where another program may have been adding rows meanwhile
 
   std::uint32_t headerLengthClaimed() const { return number(8, 2); }
   std::uint32_t recordLengthClaimed() const { return number(10, 2); }
@@ -45,11 +50,16 @@ struct TableLayout {
   // Whole rows that lie in the file, and those of them that are counted.
   std::uint32_t rowsInFile() const;
   std::uint32_t rowsCounted() const { return std::min(rowsInFile(), header.count); }
+  // Bytes of a record that no field describes, at its end, and the place of the first of them.
+  std::uint32_t restLength() const { return header.recordLength - restOffset(); }
+  std::uint32_t restOffset() const;
 };
 
-// The header's lock, shared, is to be held: no row is just being added then, and the count belongs to what stands
-// behind the rows. 3343 where no sense can be made of the file: no header, another format, nothing that looks like
+// Of the table at the path, which may be in use. Takes the header's lock, shared: no row is just being added then, and
+// the count belongs to what stands behind the rows; who gives up the lock lets others add rows again. Where another
+// keeps the lock for longer than DbfFile::lockWait() it is not taken, and what counts is two looks at the file's size
+// and count that agree. 3343 where no sense can be made of the file: no header, another format, nothing that looks like
 // rows.
-TableLayout findLayout(platform::File& file, const std::string& path);
+TableLayout findLayout(platform::File& file, const std::string& path, std::optional<HeldLock>& header);
 
 }  // namespace vantrelix::dbf

@@ -25,7 +25,6 @@ using platform::File;
 using platform::OpenMode;
 
 constexpr std::size_t kChunk = std::size_t{1} << 20;
-constexpr std::uint64_t kLongestPageName = std::uint64_t{1} << 20;
 
 // Files on their way to their names, which no file may have; what has not arrived at the end is removed.
 class NewFiles {
@@ -40,11 +39,17 @@ class NewFiles {
                                                   "name for the new table.");
   }
 
-  // The path to write to until all is finished.
-  std::string add(const std::string& name) {
+  // The file to write to until all is finished.
+  platform::NewFile add(const std::string& name) {
     if (platform::current().fileExists(platform::current().findIgnoringCase(name))) refuse(name);
-    std::string made = platform::createBeside(name).path;
-    entries_.push_back({name, made, false});
+    platform::NewFile made = platform::createBeside(name);
+    entries_.push_back({name, made.path, false});
+    return made;
+  }
+  // The same for who may read `old`, before anything of it is written.
+  platform::NewFile addLike(const std::string& old, const std::string& name) {
+    platform::NewFile made = add(name);
+    platform::current().copyPermissions(old, made.path);
     return made;
   }
 
@@ -84,16 +89,25 @@ std::string memoNameFor(const std::string& path, MemoKind kind) {
   return withExtension(path, container ? "DCT" : "FPT");
 }
 
+// An added row would be written over one behind the count: the header's lock keeps others from adding any until those
+// are saved.
+[[noreturn]] void refuseRowsBehind(const TableLayout& layout) {
+  throw RunTimeFailure(failure::locked,
+                       "The table " + layout.context.displayName() + " is locked by another user (waited " +
+                           std::to_string(DbfFile::lockWait()) +
+                           " ms), who may be adding the rows that stand behind those its header counts. Try again "
+                           "later, or recover a copy of the file.");
+}
+
 class Recovery {
  public:
   Recovery(File& file, const TableLayout& layout, const std::string& newPath)
       : file_(file), layout_(layout), table_(layout), newPath_(newPath) {}
 
   void run(TableRecovery& result, const CheckProgress& progress) {
-    const std::string path = files_.add(newPath_);
-    const auto to = platform::current().open(path, OpenMode::readWrite);
+    const auto to = files_.addLike(layout_.path, newPath_).file;
     if (table_.hasMemos()) openMemos();
-    copyPageName();
+    copyPageName(result.faults);
     writeRows(*to, result, progress);
     to->sync();
     if (newMemo_) newMemo_->sync();
@@ -110,19 +124,29 @@ class Recovery {
     } catch (const RunTimeFailure& cause) {
       if (cause.number() != failure::damagedTable && cause.number() != failure::deviceIO) throw;
     }
-    const std::string made = files_.add(memoNameFor(newPath_, kind));
-    MemoFile::create(made, kind, oldMemo_ ? oldMemo_->blockSize() : kind == MemoKind::foxpro ? 64 : 512);
-    newMemo_ = std::make_unique<MemoFile>(made, kind, OpenMode::readWrite);
+    const platform::NewFile made = files_.add(memoNameFor(newPath_, kind));
+    const std::uint32_t usualBlock = kind == MemoKind::foxpro ? 64 : 512;
+    const std::string head = MemoFile::emptyFile(kind, oldMemo_ ? oldMemo_->blockSize() : usualBlock);
+    made.file->writeAt(0, head.data(), head.size());
+    newMemo_ = std::make_unique<MemoFile>(made.path, kind, OpenMode::readWrite);
+    // Behind the opening, which a file that may only be read would refuse.
+    platform::current().copyPermissions(old.empty() ? layout_.path : old, made.path);
   }
 
   // One that stands at the new name by chance would give the new table a code page of its own.
-  void copyPageName() {
+  void copyPageName(FaultList& faults) {
     const std::string taken = partnerFile(newPath_, "CPG");
     if (!taken.empty()) NewFiles::refuse(taken);
     const std::string old = partnerFile(layout_.path, "CPG");
     if (old.empty()) return;
-    const std::string content = platform::readWholeFile(old, kLongestPageName);
-    const auto made = platform::current().open(files_.add(withExtension(newPath_, "CPG")), OpenMode::readWrite);
+    std::string content;
+    try {
+      content = platform::readWholeFile(old, dbf::kLongestPageName);
+    } catch (const RunTimeFailure& cause) {
+      if (!faults.totals().contains(FaultKind::pageFile)) faults.add(FaultKind::pageFile, cause.description(), {});
+      return;
+    }
+    const auto made = files_.addLike(old, withExtension(newPath_, "CPG")).file;
     made->writeAt(0, content.data(), content.size());
     made->sync();
   }
@@ -191,11 +215,12 @@ TableRecovery recoverTable(const std::string& path, const std::string& newPath, 
   const std::string found = platform::current().findIgnoringCase(path);
   bool readOnly = true;
   const auto file = dbf::openHeld(found, Sharing::shared, readOnly).file;
-  std::optional<dbf::HeldLock> header(std::in_place, *file, dbf::kHeaderLock, platform::LockKind::shared,
-                                      displayPath(found));
-  const TableLayout layout = dbf::findLayout(*file, found);
-  // An added row would be written over one behind the count: those keep others from adding any until they are saved.
-  if (layout.behind.rows == 0) header.reset();
+  std::optional<dbf::HeldLock> header;
+  const TableLayout layout = dbf::findLayout(*file, found, header);
+  if (layout.behind.rows == 0)
+    header.reset();
+  else if (!header)
+    refuseRowsBehind(layout);
   Recovery recovery(*file, layout, newPath);
   TableCheck check;
   dbf::checkLayout(*file, layout, {}, check);

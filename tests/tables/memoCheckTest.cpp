@@ -1,6 +1,7 @@
 // Every kind of fault that a look through a table names of its memos.
 #include <gtest/gtest.h>
 
+#include "support/MeasuredPlatform.h"
 #include "tables/MemoFile.h"
 #include "tables/TableChecks.h"
 
@@ -74,6 +75,27 @@ TEST_F(MemoChecks, NameANextFreeBlockThatIsNotFree) {
     suite.folder().write("T.FPT", memo);
     EXPECT_EQ(kinds(pointingTo("8", "10")), "memo_next_free") << block;
   }
+}
+
+TEST_F(MemoChecks, FindNothingWrongWhileTextsAreAdded) {
+  suite.folder().write("T.DBF", pointingTo("8", "10").bytes());
+  test::MeasuredPlatform machine;
+  machine.counted = "T.FPT";
+  const platform::Substitute substitute(machine);
+  int reads = 0;
+  for (int addedAt = 1; addedAt == 1 || reads >= addedAt - 1; ++addedAt) {
+    writeMemo();
+    reads = 0;
+    machine.onRead = [&] {
+      if (++reads != addedAt) return;
+      const platform::Substitute other(platform::operatingSystem());
+      MemoFile(suite.file("T.FPT"), MemoKind::foxpro, platform::OpenMode::readWrite).append(std::string(1000, 'y'));
+    };
+    const TableCheck check = checkTable(suite.file("T.DBF"));
+    for (const TableFault& fault : check.faults.kept()) ADD_FAILURE() << addedAt << ": " << fault.text;
+    machine.onRead = nullptr;
+  }
+  EXPECT_GT(reads, 3);
 }
 
 TEST_F(MemoChecks, KnowTheMemosOfDBase) {

@@ -19,6 +19,8 @@ using test::TableRecoveries;
 constexpr std::uint64_t kHeader = 32 + 2 * 32 + 1;
 constexpr std::uint64_t kLength = 8;
 constexpr std::uint64_t kHeaderLock = 0x40000000;
+// What a program of the FoxPro family locks of a file that it wants for itself: the header and all records.
+constexpr std::uint64_t kFileLock = 0x3FFFFFFE;
 
 // A machine that tells when the lock of a table's header is given up.
 class UnlockingPlatform : public platform::FaultPlatform {
@@ -124,6 +126,60 @@ TEST_F(TablesInUse, GetNoRowWhileThoseBehindTheCountAreSaved) {
   EXPECT_EQ(recoverTable(path(), suite.file("NEW.DBF")).behindCount, 2U);
   EXPECT_TRUE(savedBefore);
   EXPECT_EQ(rows(), goodRows);
+}
+
+TEST_F(TablesInUse, AreLookedThroughAndSavedWhereAnotherProgramHoldsAllOfThem) {
+  test::MeasuredPlatform machine;
+  const platform::Substitute substitute(machine);
+  const auto other = stranger();
+  ASSERT_TRUE(other->tryLock(kHeaderLock, kFileLock, LockKind::exclusive));
+  const TableCheck check = checkTable(path());
+  EXPECT_TRUE(check.faults.empty());
+  EXPECT_EQ(check.rows, 2U);
+  EXPECT_EQ(recoverTable(path(), suite.file("NEW.DBF")).rows, 2U);
+  EXPECT_EQ(rows(), goodRows);
+}
+
+// The other program may be adding those rows, and could write over them while they are saved.
+TEST_F(TablesInUse, AreNotSavedWithRowsBehindTheCountWhereAnotherProgramHoldsAllOfThem) {
+  RawTable raw = good;
+  raw.count = 1;
+  suite.folder().write("T.DBF", raw.bytes());
+  test::MeasuredPlatform machine;
+  const platform::Substitute substitute(machine);
+  const auto other = stranger();
+  ASSERT_TRUE(other->tryLock(kHeaderLock, kFileLock, LockKind::exclusive));
+  const TableCheck check = checkTable(path());
+  ASSERT_EQ(check.faults.kept().size(), 1U);
+  EXPECT_EQ(check.faults.kept()[0].kind, FaultKind::countTooLow);
+  EXPECT_NE(check.faults.kept()[0].text.find("may be adding"), std::string::npos);
+  const RunTimeFailure failure = test::failureOf([&] { recoverTable(path(), suite.file("NEW.DBF")); });
+  EXPECT_EQ(failure.number(), failure::locked);
+  EXPECT_NE(failure.description().find("T.DBF"), std::string::npos);
+  EXPECT_NE(failure.description().find("behind"), std::string::npos);
+  EXPECT_FALSE(suite.folder().exists("NEW.DBF"));
+}
+
+// Count and size are of one moment although no lock says so.
+TEST_F(TablesInUse, HaveNoFaultWhileAnotherProgramThatHoldsAllOfThemAddsARow) {
+  test::MeasuredPlatform machine;
+  const platform::Substitute substitute(machine);
+  int reads = 0;
+  for (int addedAt = 1; addedAt == 1 || reads >= addedAt - 1; ++addedAt) {
+    suite.folder().write("T.DBF", good.bytes());
+    const auto other = stranger();
+    ASSERT_TRUE(other->tryLock(kHeaderLock, kFileLock, LockKind::exclusive));
+    reads = 0;
+    machine.onRead = [&] {
+      if (++reads != addedAt) return;
+      other->writeAt(kHeader + 3 * kLength, " new   4\x1A", 9);
+      other->writeAt(4, "\4", 1);
+    };
+    const TableCheck check = checkTable(path());
+    for (const TableFault& fault : check.faults.kept()) ADD_FAILURE() << addedAt << ": " << fault.text;
+    EXPECT_GE(check.rows, 2U);
+  }
+  EXPECT_GT(reads, 5);
 }
 
 TEST_F(TablesInUse, HaveNoFaultWhileAnotherProcessWrites) {

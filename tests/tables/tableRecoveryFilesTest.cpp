@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/FaultPlatform.h"
+#include "tables/BadDisk.h"
 #include "tables/MemoFile.h"
 #include "tables/TableRecoveries.h"
 
@@ -74,6 +74,24 @@ TEST_F(RecoveredFiles, AreNotMadeBesideANameOfACodePage) {
   suite.folder().write("T.CPG", "1252");
   EXPECT_EQ(failureOfRecovery().number(), failure::fileExists);
   EXPECT_EQ(suite.folder().read("NEW.cpg"), "UTF-8");
+}
+
+TEST_F(RecoveredFiles, AreMadeWithoutANameOfTheCodePageThatCannotBeRead) {
+  for (const bool tooLong : {false, true}) {
+    writeAll();
+    test::BadDisk disk;
+    disk.name = tooLong ? "none" : "T.CPG";
+    disk.end = 4;
+    if (tooLong) suite.folder().write("T.CPG", "1252" + std::string(5000, ' '));
+    const platform::Substitute substitute(disk);
+    const TableRecovery result = recoverTable(suite.file("T.DBF"), suite.file("NEW.DBF"));
+    EXPECT_EQ(result.rows, 1U);
+    EXPECT_EQ(result.faults.totals().at(FaultKind::pageFile), 1U);
+    EXPECT_NE(result.faults.kept()[0].text.find("T.CPG"), std::string::npos);
+    EXPECT_FALSE(suite.folder().exists("NEW.CPG"));
+    EXPECT_EQ(checkTable(suite.file("T.DBF")).faults.totals().at(FaultKind::pageFile), 1U);
+    for (const char* name : {"NEW.DBF", "NEW.FPT"}) platform::current().remove(suite.file(name));
+  }
 }
 
 // A killed run leaves its files, and the system may give its number to another one.

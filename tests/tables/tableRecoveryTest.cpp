@@ -69,11 +69,12 @@ TEST_F(TableRecoveries, FindTheRowsOfAWrongRecordLength) {
   }
 }
 
-TEST_F(TableRecoveries, LeaveOutWhatStandsBehindTheLastField) {
+TEST_F(TableRecoveries, KeepWhatStandsBehindTheLastField) {
   RawTable raw = good;
   raw.recordLength = 10;
   raw.rows = " abc   1??*def   2?? ghi   3??";
-  EXPECT_EQ(rowsSaved(raw), goodRows);
+  EXPECT_EQ(rowsSaved(raw), raw.rows);
+  EXPECT_EQ(valueOf(*DbfFile::open(suite.file("NEW.DBF")), 0, "REST1"), Value("??"));
 }
 
 TEST_F(TableRecoveries, ReadATableOfAnUnknownVersion) {

@@ -155,10 +155,10 @@ TEST_F(LookAntEdit, TouchesNoRecord) {
 
 TEST_F(LookAntEdit, PassesAFailureOfItsHookOn) {
   record->Close();
-  EXPECT_EQ(test::failureOf([&] { control.bEdit(); }), failure::objectNotSet);
-  EXPECT_EQ(test::failureOf([&] { control.Edit(); }), failure::objectNotSet);
-  EXPECT_EQ(test::failureOf([&] { control.EditUpdate(); }), failure::objectNotSet);
-  EXPECT_EQ(test::failureOf([&] { control.CancelEdit(); }), 0);
+  EXPECT_EQ(test::failureNumberOf([&] { control.bEdit(); }), failure::objectNotSet);
+  EXPECT_EQ(test::failureNumberOf([&] { control.Edit(); }), failure::objectNotSet);
+  EXPECT_EQ(test::failureNumberOf([&] { control.EditUpdate(); }), failure::objectNotSet);
+  EXPECT_EQ(test::failureNumberOf([&] { control.CancelEdit(); }), 0);
 }
 
 TEST_F(LookAntEdit, OfASharedRecordTakesTheFirstFieldAlone) {

@@ -9,7 +9,7 @@ namespace vantrelix {
 namespace {
 
 using test::BoundValue;
-using test::failureOf;
+using test::failureNumberOf;
 using test::kBoundValues;
 
 // The values that HookArray looks through stand first.
@@ -114,7 +114,7 @@ TEST_F(LookAntHooks, MustAllTenBeThereToBeFound) {
     scLookAnt fresh;
     bind(fresh, open());
     (fresh.*kBoundValues[i].dbf)(nullptr);
-    EXPECT_EQ(failureOf([&] { fresh.HookArray("TX_A1FNM"); }), i < kListed ? failure::objectNotSet : 0)
+    EXPECT_EQ(failureNumberOf([&] { fresh.HookArray("TX_A1FNM"); }), i < kListed ? failure::objectNotSet : 0)
         << kBoundValues[i].name;
   }
 }
@@ -125,9 +125,9 @@ TEST_F(LookAntHooks, AreThoseOfTheFirstSearch) {
   control.HookDBFFile(hookFor(record, "TX_A1FNM"));
   EXPECT_EQ(control.HookArray("TX_A1FNM"), first);
   scLookAnt unbound;
-  EXPECT_EQ(failureOf([&] { unbound.HookArray("TX_A1FNM"); }), failure::objectNotSet);
+  EXPECT_EQ(failureNumberOf([&] { unbound.HookArray("TX_A1FNM"); }), failure::objectNotSet);
   bind(unbound, record);
-  EXPECT_EQ(failureOf([&] { unbound.HookArray("TX_A1FNM"); }), failure::objectNotSet);
+  EXPECT_EQ(failureNumberOf([&] { unbound.HookArray("TX_A1FNM"); }), failure::objectNotSet);
 }
 
 TEST_F(LookAntHooks, AreLetGoButThePolarisations) {
@@ -173,7 +173,7 @@ TEST_F(LookAntHooks, OfTheDevelopersTestAreBoundToTheSuitesFieldsWithoutAFill) {
 
 TEST_F(LookAntHooks, OfTheDevelopersTestNeedTheTable) {
   std::filesystem::remove(suite.folder().machine("FACILITY.DBF"));
-  EXPECT_EQ(failureOf([&] { control.TestInit(); }), failure::noSuchTable);
+  EXPECT_EQ(failureNumberOf([&] { control.TestInit(); }), failure::noSuchTable);
 }
 
 TEST_F(LookAntHooks, TheDeveloperStepsThroughTheTableByAHiddenButton) {

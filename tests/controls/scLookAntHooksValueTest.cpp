@@ -7,7 +7,7 @@ namespace vantrelix {
 namespace {
 
 using test::BoundValue;
-using test::failureOf;
+using test::failureNumberOf;
 using test::kBoundValues;
 using test::shownIn;
 
@@ -89,7 +89,7 @@ TEST_F(LookAntHookValues, TakeAFlagByTheLanguagesRule) {
   control.sHookDBFValue("TX_A1INVRT", "0");
   EXPECT_FALSE(control.sValueInvert());
   for (const char* text : {"", "perhaps"}) {
-    EXPECT_EQ(failureOf([&] { control.sHookDBFValue("TX_A1INVRT", text); }), failure::typeMismatch) << text;
+    EXPECT_EQ(failureNumberOf([&] { control.sHookDBFValue("TX_A1INVRT", text); }), failure::typeMismatch) << text;
   }
 }
 

@@ -13,7 +13,7 @@ namespace vantrelix {
 namespace {
 
 using test::BoundValue;
-using test::failureOf;
+using test::failureNumberOf;
 using test::kBoundValues;
 using test::kSaved;
 using ::testing::HasSubstr;

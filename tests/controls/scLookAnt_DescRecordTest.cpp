@@ -150,7 +150,7 @@ TEST_F(LookAntDescRecord, NeedsAllFourHooksForHookArray) {
     record = open();
     for (const DescValue& each : kDescValues) (fresh.*each.dbf)(hookFor(record, each.field));
     (fresh.*value.dbf)(nullptr);
-    EXPECT_EQ(test::failureOf([&] { fresh.HookArray("TX_A1FNM"); }), failure::objectNotSet) << value.name;
+    EXPECT_EQ(test::failureNumberOf([&] { fresh.HookArray("TX_A1FNM"); }), failure::objectNotSet) << value.name;
   }
 }
 

@@ -11,7 +11,7 @@
 namespace vantrelix {
 namespace {
 
-using test::failureOf;
+using test::failureNumberOf;
 using test::TempFolder;
 
 // Table SITES:  SITE    TX_A1GAIN  TX_A1INVRT  MADE
@@ -153,7 +153,7 @@ TEST(IoHooksDbf, AnOrderWithoutAFilterIsRefusedWhenTheRecordsetIsAskedFor) {
   IOHooksDBF hook = facility.hook();
   hook.DBFOrder("SITE");
   EXPECT_TRUE(hook.DBFSQL().ends_with(" ORDER BY "));
-  EXPECT_EQ(failureOf([&] { hook.DBFRS(); }), failure::badQuery);
+  EXPECT_EQ(failureNumberOf([&] { hook.DBFRS(); }), failure::badQuery);
   hook.DBFSQL("SELECT * FROM [SITES] ORDER BY SITE DESC");
   hook.DBFField("SITE");
   EXPECT_EQ(trim(hook.DBFSValue()), "West");
@@ -183,7 +183,7 @@ TEST(IoHooksDbf, OpensDatabaseAndRecordsetOnceAtTheFirstDemand) {
   EXPECT_EQ(rows->RecordCount(), 1);
   EXPECT_EQ(hook.DBFDB(), hook.DBFDB());
   EXPECT_EQ(hook.DBFDB()->connect(), "FoxPro 2.6");
-  EXPECT_EQ(failureOf([&] { rows->Edit(); }), failure::readOnlyTable);
+  EXPECT_EQ(failureNumberOf([&] { rows->Edit(); }), failure::readOnlyTable);
 }
 
 TEST(IoHooksDbf, HooksShareARecordsetEachWithItsOwnField) {
@@ -247,7 +247,7 @@ TEST(IoHooksDbf, FindTellsWhetherARowMeetsTheCriterionAndStaysThere) {
   EXPECT_EQ(hook.DBFSValue(), "0");
   EXPECT_FALSE(hook.DBFFind("SITE = 'East'"));
   EXPECT_TRUE(hook.DBFRS()->NoMatch());
-  EXPECT_EQ(failureOf([&] { hook.DBFFind("SITE = "); }), failure::badQuery);
+  EXPECT_EQ(failureNumberOf([&] { hook.DBFFind("SITE = "); }), failure::badQuery);
 }
 
 TEST(IoHooksDbf, AValueIsReadAsText) {
@@ -322,7 +322,7 @@ TEST(IoHooksDbf, ANumberIsTrueWhereItIsNotZeroAndAPlainTextIsAMismatch) {
   hook.DBFRS()->MoveLast();
   EXPECT_FALSE(hook.DBFBValue());
   hook.DBFField("SITE");
-  EXPECT_EQ(failureOf([&] { hook.DBFBValue(); }), failure::typeMismatch);
+  EXPECT_EQ(failureNumberOf([&] { hook.DBFBValue(); }), failure::typeMismatch);
 }
 
 TEST(IoHooksDbf, DisconnectForgetsTheTableAndKeepsDefaultsAndType) {
@@ -370,11 +370,11 @@ TEST(IoHooksDbf, AFieldThatIsNotThereFailsAndLeavesTheLastValue) {
   EXPECT_EQ(hook.DBFSValue(), "2.15");
   hook.DBFField("TX_A1POL");
   std::string text;
-  EXPECT_EQ(failureOf([&] { hook.DBFSValue(); }, &text), failure::noSuchField);
+  EXPECT_EQ(failureNumberOf([&] { hook.DBFSValue(); }, &text), failure::noSuchField);
   EXPECT_NE(text.find("TX_A1POL"), std::string::npos);
-  EXPECT_EQ(failureOf([&] { hook.DBFBValue(); }), failure::noSuchField);
+  EXPECT_EQ(failureNumberOf([&] { hook.DBFBValue(); }), failure::noSuchField);
   hook.DBFField("");
-  EXPECT_EQ(failureOf([&] { hook.DBFSValue(); }), failure::noSuchField);
+  EXPECT_EQ(failureNumberOf([&] { hook.DBFSValue(); }), failure::noSuchField);
 }
 
 TEST(IoHooksDbf, ARecordsetAtItsEndOrClosedFails) {
@@ -382,20 +382,20 @@ TEST(IoHooksDbf, ARecordsetAtItsEndOrClosedFails) {
   IOHooksDBF hook = facility.hook();
   hook.DBFRS()->MoveLast();
   hook.DBFRS()->MoveNext();
-  EXPECT_EQ(failureOf([&] { hook.DBFSValue(); }), failure::noCurrentRecord);
-  EXPECT_EQ(failureOf([&] { hook.DBFBValue(); }), failure::noCurrentRecord);
+  EXPECT_EQ(failureNumberOf([&] { hook.DBFSValue(); }), failure::noCurrentRecord);
+  EXPECT_EQ(failureNumberOf([&] { hook.DBFBValue(); }), failure::noCurrentRecord);
   hook.DBFRS()->Close();
-  EXPECT_EQ(failureOf([&] { hook.DBFSValue(); }), failure::objectNotSet);
-  EXPECT_EQ(failureOf([&] { hook.DBFFind("SITE = 'West'"); }), failure::objectNotSet);
+  EXPECT_EQ(failureNumberOf([&] { hook.DBFSValue(); }), failure::objectNotSet);
+  EXPECT_EQ(failureNumberOf([&] { hook.DBFFind("SITE = 'West'"); }), failure::objectNotSet);
 }
 
 TEST(IoHooksDbf, AHookWithoutATableFailsAndNamesTheRemedy) {
   IOHooksDBF hook;
   std::string text;
-  EXPECT_EQ(failureOf([&] { hook.DBFSValue(); }, &text), failure::badPath);
+  EXPECT_EQ(failureNumberOf([&] { hook.DBFSValue(); }, &text), failure::badPath);
   EXPECT_NE(text.find("Put the full path of a table file"), std::string::npos);
   hook.DBFPathName("SITES.DBF");
-  EXPECT_EQ(failureOf([&] { hook.DBFBValue(); }, &text), failure::badPath);
+  EXPECT_EQ(failureNumberOf([&] { hook.DBFBValue(); }, &text), failure::badPath);
   EXPECT_NE(text.find("'SITES.DBF'"), std::string::npos);
 }
 
@@ -403,11 +403,11 @@ TEST(IoHooksDbf, ATableOrFolderThatDoesNotExistFails) {
   const TempFolder folder;
   IOHooksDBF hook;
   hook.DBFPathName(folder.file("NONE.DBF"));
-  EXPECT_EQ(failureOf([&] { hook.DBFRS(); }), failure::noSuchTable);
+  EXPECT_EQ(failureNumberOf([&] { hook.DBFRS(); }), failure::noSuchTable);
   EXPECT_FALSE(folder.exists("NONE.DBF"));
   hook.DBFDB(nullptr);
   hook.DBFPathName(folder.file("none\\SITES.DBF"));
-  EXPECT_EQ(failureOf([&] { hook.DBFRS(); }), failure::badPath);
+  EXPECT_EQ(failureNumberOf([&] { hook.DBFRS(); }), failure::badPath);
 }
 
 TEST(IoHooksDbf, ATableRemovedWhileBoundFailsAtTheNextOpening) {
@@ -417,8 +417,8 @@ TEST(IoHooksDbf, ATableRemovedWhileBoundFailsAtTheNextOpening) {
   std::filesystem::remove(facility.folder.machine("SITES.DBF"));
   EXPECT_EQ(hook.DBFSValue(), "2.15");
   hook.DBFPathName(facility.table);
-  EXPECT_EQ(failureOf([&] { hook.DBFSValue(); }), failure::noSuchTable);
-  EXPECT_EQ(failureOf([&] { hook.DBFRS(); }), failure::noSuchTable);
+  EXPECT_EQ(failureNumberOf([&] { hook.DBFSValue(); }), failure::noSuchTable);
+  EXPECT_EQ(failureNumberOf([&] { hook.DBFRS(); }), failure::noSuchTable);
 }
 
 }  // namespace

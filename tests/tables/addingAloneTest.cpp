@@ -12,7 +12,7 @@
 namespace vantrelix {
 namespace {
 
-using test::failureOf;
+using test::failureNumberOf;
 
 constexpr const char* kAll = "Select * from [AMSTEST]";
 
@@ -22,7 +22,7 @@ class AddingAloneTest : public testing::Test {
   ~AddingAloneTest() override { DbfFile::setLockWait(former); }
 
   static int failureOfAdding(const RecordsetPtr& rows) {
-    return failureOf([&] {
+    return failureNumberOf([&] {
       rows->AddNew();
       rows->put("GAIN", 77);
       rows->Update();
@@ -92,9 +92,9 @@ TEST_F(AddingAloneTest, LetsOthersReadAndChangeRows) {
 
 TEST_F(AddingAloneTest, FailsWhereAnotherAddsAloneOrTheCursorOnlyReads) {
   const AddingAlone alone(*other);
-  EXPECT_EQ(failureOf([&] { const AddingAlone second(*mine); }), failure::locked);
+  EXPECT_EQ(failureNumberOf([&] { const AddingAlone second(*mine); }), failure::locked);
   const RecordsetPtr reader = tables.open(kAll, RecordsetType::snapshot);
-  EXPECT_EQ(failureOf([&] { const AddingAlone second(*reader); }), failure::readOnlyTable);
+  EXPECT_EQ(failureNumberOf([&] { const AddingAlone second(*reader); }), failure::readOnlyTable);
 }
 
 TEST_F(AddingAloneTest, MayOutliveItsCursor) {

@@ -25,7 +25,7 @@ inline void addCells(const std::string& path, const Cells& cells) {
 
 // The number of a failure that `work` throws, 0 where it throws none; its description goes to `text`.
 template <class Work>
-int failureOf(Work work, std::string* text = nullptr) {
+int failureNumberOf(Work work, std::string* text = nullptr) {
   try {
     work();
   } catch (const RunTimeFailure& problem) {

@@ -10,7 +10,7 @@ namespace vantrelix {
 namespace {
 
 using test::CursorTables;
-using test::failureOf;
+using test::failureNumberOf;
 using test::TempFolder;
 
 TEST(OpenDatabase, KeepsTheFolderAndTheConnectText) {
@@ -30,10 +30,10 @@ TEST(OpenDatabase, TakesThePathOfATableForItsFolder) {
 TEST(OpenDatabase, FailsWithTheFolderNamedWhereItCannotBeUsed) {
   const TempFolder folder;
   std::string text;
-  EXPECT_EQ(failureOf([&] { DBEngine::OpenDatabase(folder.file("missing")); }, &text), failure::badPath);
+  EXPECT_EQ(failureNumberOf([&] { DBEngine::OpenDatabase(folder.file("missing")); }, &text), failure::badPath);
   EXPECT_NE(text.find(folder.machine("missing")), std::string::npos) << text;
-  EXPECT_EQ(failureOf([] { DBEngine::OpenDatabase(""); }), failure::badPath);
-  EXPECT_EQ(failureOf([&] { DBEngine::OpenDatabase(folder.file("missing\\X.DBF")); }), failure::badPath);
+  EXPECT_EQ(failureNumberOf([] { DBEngine::OpenDatabase(""); }), failure::badPath);
+  EXPECT_EQ(failureNumberOf([&] { DBEngine::OpenDatabase(folder.file("missing\\X.DBF")); }), failure::badPath);
 }
 
 TEST(OpenRecordset, FindsATableWithoutRegardToCase) {
@@ -48,25 +48,25 @@ TEST(OpenRecordset, FindsATableWithoutRegardToCase) {
 TEST(OpenRecordset, NamesATableThatIsNotThere) {
   const CursorTables tables;
   std::string text;
-  EXPECT_EQ(failureOf([&] { tables.open("select * from [NOSUCH]"); }, &text), failure::noSuchTable);
+  EXPECT_EQ(failureNumberOf([&] { tables.open("select * from [NOSUCH]"); }, &text), failure::noSuchTable);
   EXPECT_NE(text.find("NOSUCH"), std::string::npos) << text;
-  EXPECT_EQ(failureOf([&] { tables.open("select * from [..\\AMSTEST]"); }), failure::noSuchTable);
-  EXPECT_EQ(failureOf([&] { tables.open("select * from AMSTEST", RecordsetType::table); }), failure::noSuchTable);
+  EXPECT_EQ(failureNumberOf([&] { tables.open("select * from [..\\AMSTEST]"); }), failure::noSuchTable);
+  EXPECT_EQ(failureNumberOf([&] { tables.open("select * from AMSTEST", RecordsetType::table); }), failure::noSuchTable);
 }
 
 TEST(OpenRecordset, OfADamagedFileFailsWithTheFileNamed) {
   const CursorTables tables;
   tables.folder.write("PICTURE.DBF", "\x89PNG\r\n\x1A\n and more that is no table");
   std::string text;
-  EXPECT_NE(failureOf([&] { tables.open("select * from PICTURE"); }, &text), 0);
+  EXPECT_NE(failureNumberOf([&] { tables.open("select * from PICTURE"); }, &text), 0);
   EXPECT_NE(text.find("PICTURE.DBF"), std::string::npos) << text;
 }
 
 TEST(OpenRecordset, FailsOnAClosedDatabase) {
   const CursorTables tables;
   tables.database->Close();
-  EXPECT_EQ(failureOf([&] { tables.open("select * from AMSTEST"); }), failure::objectNotSet);
-  EXPECT_EQ(failureOf([&] { tables.database->Execute("insert into a select * from b"); }), failure::objectNotSet);
+  EXPECT_EQ(failureNumberOf([&] { tables.open("select * from AMSTEST"); }), failure::objectNotSet);
+  EXPECT_EQ(failureNumberOf([&] { tables.database->Execute("insert into a select * from b"); }), failure::objectNotSet);
 }
 
 TEST(OpenRecordset, ReportsATableHeldExclusivelyByAnotherProcess) {
@@ -74,7 +74,7 @@ TEST(OpenRecordset, ReportsATableHeldExclusivelyByAnotherProcess) {
   const DatabasePtr holder = DBEngine::OpenDatabase(tables.folder.path(), true);
   const RecordsetPtr held = holder->OpenRecordset("select * from AMSTEST");
   const auto isInUse = [&] {
-    const int number = failureOf([&] { tables.open("select * from AMSTEST"); });
+    const int number = failureNumberOf([&] { tables.open("select * from AMSTEST"); });
     return number == failure::cannotOpen || number == failure::locked;
   };
   EXPECT_TRUE(isInUse());
@@ -86,11 +86,11 @@ TEST(OpenRecordset, ReportsATableHeldExclusivelyByAnotherProcess) {
 TEST(OpenRecordset, DenyingReadsOrWritesKeepsOthersOut) {
   const CursorTables tables;
   const RecordsetPtr denied = tables.open("AMSTEST", RecordsetType::table, recordsetOption::denyRead);
-  EXPECT_NE(failureOf([&] { tables.open("select * from AMSTEST"); }), 0);
+  EXPECT_NE(failureNumberOf([&] { tables.open("select * from AMSTEST"); }), 0);
   denied->Close();
   DbfFile::setLockWait(20);
   const RecordsetPtr writer = tables.open("AMSTEST", RecordsetType::table, recordsetOption::denyWrite);
-  const bool refused = failureOf([&] {
+  const bool refused = failureNumberOf([&] {
                          const RecordsetPtr other = tables.open("select * from AMSTEST");
                          other->Edit();
                          other->put("GAIN", 1);
@@ -110,8 +110,9 @@ TEST(OpenRecordset, AWriteProtectedFileIsReadAndNotWritten) {
   std::filesystem::permissions(tables.folder.machine("AMSTEST.DBF"), std::filesystem::perms(0444));
   EXPECT_EQ(test::runWithoutPrivilege([&] {
               const RecordsetPtr rows = tables.open("select * from AMSTEST");
-              return rows->value("GAIN") == Value(2.15) && failureOf([&] { rows->Edit(); }) == failure::readOnlyTable &&
-                     failureOf([&] { rows->AddNew(); }) == failure::readOnlyTable;
+              return rows->value("GAIN") == Value(2.15) &&
+                     failureNumberOf([&] { rows->Edit(); }) == failure::readOnlyTable &&
+                     failureNumberOf([&] { rows->AddNew(); }) == failure::readOnlyTable;
             }),
             0);
 }
@@ -138,7 +139,7 @@ TEST(TableDef, IsRefusedWhereTheTableExists) {
   const CursorTables tables;
   TableDef table = tables.database->CreateTableDef("amstest");
   table.append("X", FieldType::text, 5);
-  EXPECT_EQ(failureOf([&] { tables.database->append(table); }), failure::fileExists);
+  EXPECT_EQ(failureNumberOf([&] { tables.database->append(table); }), failure::fileExists);
   EXPECT_EQ(tables.list("select * from AMSTEST"), "2.15 10 9.5 -");
 }
 
@@ -160,7 +161,7 @@ TEST(OpenRecordset, ReadsTheRealTablesThatCanBeRead) {
       const auto table = DbfFile::open(platform::current().fromMachine(entry.path().string()), true);
       table->scan([&](std::uint32_t, const unsigned char* record) { return live += record[0] != '*' ? 1 : 0, true; });
     } catch (const RunTimeFailure& refusal) {
-      EXPECT_EQ(failureOf([&] { database->OpenRecordset("select * from " + token); }), refusal.number()) << token;
+      EXPECT_EQ(failureNumberOf([&] { database->OpenRecordset("select * from " + token); }), refusal.number()) << token;
       continue;
     }
     rows = database->OpenRecordset("select * from " + token);

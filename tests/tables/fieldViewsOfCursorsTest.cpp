@@ -7,7 +7,7 @@ namespace vantrelix {
 namespace {
 
 using test::CursorTables;
-using test::failureOf;
+using test::failureNumberOf;
 
 TEST(FieldViewsOfCursors, OfOtherTypesAreOfTheirKind) {
   const CursorTables tables;
@@ -16,10 +16,10 @@ TEST(FieldViewsOfCursors, OfOtherTypesAreOfTheirKind) {
         tables.open("Select ANTENNA, GAIN, MADE, ACTIVE, GAIN * 2 as TWICE, ucase(ANTENNA) as LOUD from AMSTEST", type);
     EXPECT_EQ(rows->Fields("TWICE").number(), 4.3);
     EXPECT_EQ(rows->Fields("LOUD").text()->substr(0, 6), "DIPOLE");
-    EXPECT_EQ(failureOf([&] { (void)rows->Fields("GAIN").text(); }), failure::typeMismatch);
-    EXPECT_EQ(failureOf([&] { (void)rows->Fields("ANTENNA").number(); }), failure::typeMismatch);
-    EXPECT_EQ(failureOf([&] { (void)rows->Fields("MADE").number(); }), failure::typeMismatch);
-    EXPECT_EQ(failureOf([&] { (void)rows->Fields("ACTIVE").text(); }), failure::typeMismatch);
+    EXPECT_EQ(failureNumberOf([&] { (void)rows->Fields("GAIN").text(); }), failure::typeMismatch);
+    EXPECT_EQ(failureNumberOf([&] { (void)rows->Fields("ANTENNA").number(); }), failure::typeMismatch);
+    EXPECT_EQ(failureNumberOf([&] { (void)rows->Fields("MADE").number(); }), failure::typeMismatch);
+    EXPECT_EQ(failureNumberOf([&] { (void)rows->Fields("ACTIVE").text(); }), failure::typeMismatch);
     rows->MoveLast();  // nulls are of every kind
     EXPECT_EQ(rows->Fields("GAIN").text(), std::nullopt);
     EXPECT_EQ(rows->Fields("ANTENNA").number(), std::nullopt);
@@ -32,7 +32,7 @@ TEST(FieldViewsOfCursors, OfAggregatesAreTheirResults) {
   const RecordsetPtr row = tables.open("Select max(GAIN) as G, min(ANTENNA) as A, sum(GAIN) as S from AMSTEST");
   EXPECT_EQ(row->Fields("G").number(), 10.0);
   EXPECT_EQ(row->Fields("A").text()->substr(0, 5), "array");
-  EXPECT_EQ(failureOf([&] { (void)row->Fields("A").number(); }), failure::typeMismatch);
+  EXPECT_EQ(failureNumberOf([&] { (void)row->Fields("A").number(); }), failure::typeMismatch);
   const RecordsetPtr none = tables.open("Select max(GAIN) as G from AMSTEST where ATYPE_ID = 'X'");
   EXPECT_EQ(none->Fields("G").number(), std::nullopt);
   EXPECT_EQ(none->Fields("G").text(), std::nullopt);
@@ -73,14 +73,14 @@ TEST(FieldViewsOfCursors, NeedARowAndAnOpenCursor) {
   const RecordsetPtr rows = tables.open("Select * from AMSTEST");
   const Field antenna = rows->Fields("ANTENNA");
   rows->Delete();
-  EXPECT_EQ(failureOf([&] { (void)antenna.text(); }), failure::recordDeleted);
-  EXPECT_EQ(failureOf([&] { (void)antenna.number(); }), failure::recordDeleted);
+  EXPECT_EQ(failureNumberOf([&] { (void)antenna.text(); }), failure::recordDeleted);
+  EXPECT_EQ(failureNumberOf([&] { (void)antenna.number(); }), failure::recordDeleted);
   rows->MoveLast();
   rows->MoveNext();
-  EXPECT_EQ(failureOf([&] { (void)antenna.text(); }), failure::noCurrentRecord);
-  EXPECT_EQ(failureOf([&] { (void)antenna.number(); }), failure::noCurrentRecord);
+  EXPECT_EQ(failureNumberOf([&] { (void)antenna.text(); }), failure::noCurrentRecord);
+  EXPECT_EQ(failureNumberOf([&] { (void)antenna.number(); }), failure::noCurrentRecord);
   rows->Close();
-  EXPECT_EQ(failureOf([&] { (void)antenna.text(); }), failure::objectNotSet);
+  EXPECT_EQ(failureNumberOf([&] { (void)antenna.text(); }), failure::objectNotSet);
 }
 
 }  // namespace

@@ -9,7 +9,7 @@ namespace vantrelix {
 namespace {
 
 using test::CursorTables;
-using test::failureOf;
+using test::failureNumberOf;
 
 // What can be asked of rows, or the failure that they meet.
 struct Answer {
@@ -26,7 +26,7 @@ std::string shown(const Value& value) { return value.isNull() ? "-" : trim(value
 Answer ofKey(const CursorTables& tables, const KeyedRows::Key& key) {
   Answer answer;
   NumberPairs pairs;
-  answer.failure = failureOf(
+  answer.failure = failureNumberOf(
       [&] {
         KeyedRows rows(*tables.database, key);
         if (rows.empty()) return;
@@ -45,7 +45,7 @@ Answer ofQuery(const CursorTables& tables, const KeyedRows::Key& key) {
   const std::string order = key.orderedBy.empty() ? "" : " ORDER BY " + key.orderedBy;
   const std::string sql =
       "Select * from [" + key.table + "] WHERE " + key.field + " = '" + replaceAll(key.text, "'", "''") + "'" + order;
-  answer.failure = failureOf(
+  answer.failure = failureNumberOf(
       [&] {
         const RecordsetPtr rows = tables.open(sql, RecordsetType::snapshot);
         if (rows->Eof()) return;
@@ -125,11 +125,11 @@ TEST(KeyedRows, KeepOthersFromHavingTheTableAloneUntilTheyAreClosed) {
   const CursorTables tables;
   const auto openAlone = [&] { DbfFile::open(tables.folder.file("AMSTEST.DBF"), false, Sharing::exclusive); };
   KeyedRows rows(*tables.database, {"AMSTEST", "ATYPE_ID", "B2", ""});
-  EXPECT_EQ(failureOf(openAlone), failure::cannotOpen);
-  EXPECT_EQ(failureOf([&] { rows.value("NOFIELD"); }), failure::noSuchField);
+  EXPECT_EQ(failureNumberOf(openAlone), failure::cannotOpen);
+  EXPECT_EQ(failureNumberOf([&] { rows.value("NOFIELD"); }), failure::noSuchField);
   rows.close();
-  EXPECT_EQ(failureOf(openAlone), 0);
-  EXPECT_EQ(failureOf([&] { rows.value("GAIN"); }), failure::objectNotSet);
+  EXPECT_EQ(failureNumberOf(openAlone), 0);
+  EXPECT_EQ(failureNumberOf([&] { rows.value("GAIN"); }), failure::objectNotSet);
 }
 
 TEST(KeyedRows, GiveNumbersAgainAndBehindOthers) {

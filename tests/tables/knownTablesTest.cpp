@@ -11,7 +11,7 @@
 namespace vantrelix {
 namespace {
 
-using test::failureOf;
+using test::failureNumberOf;
 
 class KnownTables : public test::OwnClockCuts {
  protected:
@@ -112,7 +112,7 @@ TEST_F(KnownTables, GiveTheRowsOfTheTableThatHasTakenTheirPlace) {
   replaceBy({{"PLACE", 'N', 8, 0}, {"ID", 'C', 9, 0}, {"MORE", 'C', 12, 0}}, 1000);
   EXPECT_EQ(placesByKey("ID003").size(), 1000U);
   replaceBy({{"NUMBER", 'N', 17, 4}, {"ID", 'C', 12, 0}}, 10);
-  EXPECT_EQ(failureOf([&] { placesByKey("ID003"); }), failure::badQuery);
+  EXPECT_EQ(failureNumberOf([&] { placesByKey("ID003"); }), failure::badQuery);
 }
 
 // Of a text that nothing is remembered of, too: what a search notes of the new table is of its own rows.
@@ -156,16 +156,16 @@ TEST_F(KnownTables, FailLikeOthersWhereAProgramHoldsThemAlone) {
   know();
   const auto alone = DbfFile::open(path(), false, Sharing::exclusive);
   EXPECT_EQ(openKnown(), nullptr);
-  EXPECT_EQ(failureOf([&] { placesByKey("ID003"); }), failure::cannotOpen);
+  EXPECT_EQ(failureNumberOf([&] { placesByKey("ID003"); }), failure::cannotOpen);
 }
 
 TEST_F(KnownTables, FailLikeOthersWhereNoFileStandsAtTheirPath) {
   know();
   std::filesystem::remove(machinePath());
   EXPECT_EQ(openKnown(), nullptr);
-  EXPECT_EQ(failureOf([&] { placesByKey("ID003"); }), failure::noSuchTable);
+  EXPECT_EQ(failureNumberOf([&] { placesByKey("ID003"); }), failure::noSuchTable);
   std::filesystem::create_directory(machinePath());
-  EXPECT_EQ(failureOf([&] { placesByKey("ID003"); }), failure::noSuchTable);
+  EXPECT_EQ(failureNumberOf([&] { placesByKey("ID003"); }), failure::noSuchTable);
 }
 
 // On the machine itself, which does not look at what it opens so.
@@ -185,7 +185,7 @@ TEST(KnownTablesOfTheMachine, ArePipesToNobody) {
   ASSERT_EQ(::mkfifo(folder.machine("T.DBF").c_str(), 0600), 0);
   EXPECT_FALSE(isKnown());
   const DatabasePtr database = DBEngine::OpenDatabase(folder.path());
-  EXPECT_EQ(failureOf([&] { KeyedRows(*database, {"T", "ID", "A", ""}); }), failure::cannotOpen);
+  EXPECT_EQ(failureNumberOf([&] { KeyedRows(*database, {"T", "ID", "A", ""}); }), failure::cannotOpen);
 }
 
 }  // namespace

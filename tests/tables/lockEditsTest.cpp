@@ -7,7 +7,7 @@
 namespace vantrelix {
 namespace {
 
-using test::failureOf;
+using test::failureNumberOf;
 
 class LockedEdit : public ::testing::Test, protected test::CursorTables {
  protected:
@@ -20,7 +20,7 @@ class LockedEdit : public ::testing::Test, protected test::CursorTables {
   RecordsetPtr cursor() const { return database->OpenRecordset("Select * from [AMSTEST]"); }
   // What another cursor's write to its first row fails with, 0 for nothing.
   int writeElsewhere(const char* antenna) const {
-    return failureOf([&] {
+    return failureNumberOf([&] {
       const RecordsetPtr other = cursor();
       other->Edit();
       other->put("ANTENNA", antenna);
@@ -59,7 +59,7 @@ TEST_F(LockedEdit, LeavesTheOtherRowsToOthers) {
   other->MoveNext();
   other->Edit();
   other->put("ANTENNA", "other");
-  EXPECT_EQ(failureOf([&] { other->Update(); }), 0);
+  EXPECT_EQ(failureNumberOf([&] { other->Update(); }), 0);
 }
 
 TEST_F(LockedEdit, EndsWithItsCancelling) {
@@ -84,7 +84,7 @@ TEST_F(LockedEdit, OfARowThatIsHeldFailsAndHoldsNothing) {
   mine->Edit();
   const RecordsetPtr second = cursor();
   second->LockEdits(true);
-  EXPECT_EQ(failureOf([&] { second->Edit(); }), failure::locked);
+  EXPECT_EQ(failureNumberOf([&] { second->Edit(); }), failure::locked);
   EXPECT_FALSE(second->editing());
   mine->CancelUpdate();
   second->Edit();
@@ -100,7 +100,7 @@ TEST_F(LockedEdit, ThatIsBegunAgainStillHoldsTheRow) {
 TEST_F(LockedEdit, OfARowDeletedMeanwhileFailsAndHoldsNothing) {
   const RecordsetPtr second = cursor();
   second->Delete();
-  EXPECT_EQ(failureOf([&] { mine->Edit(); }), failure::recordDeleted);
+  EXPECT_EQ(failureNumberOf([&] { mine->Edit(); }), failure::recordDeleted);
   EXPECT_FALSE(mine->editing());
 }
 

@@ -8,7 +8,7 @@ namespace vantrelix {
 namespace {
 
 using test::CursorTables;
-using test::failureOf;
+using test::failureNumberOf;
 
 constexpr const char* kAll = "Select * from [AMSTEST]";
 
@@ -53,7 +53,7 @@ TEST(AddNew, IsDroppedByCancelUpdateAndByAMove) {
   rows->AddNew();
   rows->MoveNext();
   EXPECT_FALSE(rows->editing());
-  EXPECT_EQ(failureOf([&] { rows->Update(); }), failure::updateWithoutEdit);
+  EXPECT_EQ(failureNumberOf([&] { rows->Update(); }), failure::updateWithoutEdit);
   EXPECT_EQ(tables.list(kAll), "2.15 10 9.5 -");
 }
 
@@ -75,13 +75,13 @@ TEST(Edit, WritesTheFieldsThatWerePut) {
 TEST(Edit, IsNeededBeforeAPut) {
   const CursorTables tables;
   const RecordsetPtr rows = tables.open(kAll);
-  EXPECT_EQ(failureOf([&] { rows->put("GAIN", 1); }), failure::updateWithoutEdit);
-  EXPECT_EQ(failureOf([&] { rows->Update(); }), failure::updateWithoutEdit);
+  EXPECT_EQ(failureNumberOf([&] { rows->put("GAIN", 1); }), failure::updateWithoutEdit);
+  EXPECT_EQ(failureNumberOf([&] { rows->Update(); }), failure::updateWithoutEdit);
   rows->Edit();
   rows->put("GAIN", 1);
   rows->CancelUpdate();
   EXPECT_EQ(rows->value("GAIN"), Value(2.15));
-  EXPECT_EQ(failureOf([&] { rows->put("GAIN", 1); }), failure::updateWithoutEdit);
+  EXPECT_EQ(failureNumberOf([&] { rows->put("GAIN", 1); }), failure::updateWithoutEdit);
 }
 
 TEST(Edit, StaysOpenWhenAValueDoesNotFit) {
@@ -89,8 +89,8 @@ TEST(Edit, StaysOpenWhenAValueDoesNotFit) {
   const RecordsetPtr rows = tables.open(kAll);
   rows->Edit();
   rows->put("ANTENNA", "kept");
-  EXPECT_EQ(failureOf([&] { rows->put("ATYPE_ID", "much too long for it"); }), failure::fieldTooSmall);
-  EXPECT_EQ(failureOf([&] { rows->put("GAIN", 1234567890123.0); }), failure::fieldTooSmall);
+  EXPECT_EQ(failureNumberOf([&] { rows->put("ATYPE_ID", "much too long for it"); }), failure::fieldTooSmall);
+  EXPECT_EQ(failureNumberOf([&] { rows->put("GAIN", 1234567890123.0); }), failure::fieldTooSmall);
   EXPECT_TRUE(rows->editing());
   rows->Update();
   EXPECT_EQ(tables.list(kAll, "ANTENNA"), "kept array panel -");
@@ -103,9 +103,9 @@ TEST(Delete, LeavesTheRowCurrentWithoutValuesUntilTheNextMove) {
   rows->MoveNext();
   rows->Delete();
   EXPECT_FALSE(rows->Eof());
-  EXPECT_EQ(failureOf([&] { rows->value("GAIN"); }), failure::recordDeleted);
-  EXPECT_EQ(failureOf([&] { rows->Edit(); }), failure::recordDeleted);
-  EXPECT_EQ(failureOf([&] { rows->Delete(); }), failure::recordDeleted);
+  EXPECT_EQ(failureNumberOf([&] { rows->value("GAIN"); }), failure::recordDeleted);
+  EXPECT_EQ(failureNumberOf([&] { rows->Edit(); }), failure::recordDeleted);
+  EXPECT_EQ(failureNumberOf([&] { rows->Delete(); }), failure::recordDeleted);
   rows->MoveNext();
   EXPECT_EQ(rows->value("GAIN"), Value(9.5));
   EXPECT_EQ(rows->AbsolutePosition(), 1);
@@ -124,7 +124,7 @@ TEST(Delete, OfEveryRowEmptiesTheCursor) {
   for (rows->MoveFirst(); !rows->Eof(); rows->MoveNext()) rows->Delete();
   EXPECT_TRUE(rows->Bof());
   EXPECT_EQ(rows->RecordCount(), 0);
-  EXPECT_EQ(failureOf([&] { rows->setBookmark(last); }), failure::notABookmark);
+  EXPECT_EQ(failureNumberOf([&] { rows->setBookmark(last); }), failure::notABookmark);
   EXPECT_EQ(tables.list(kAll), "");
 }
 
@@ -132,12 +132,12 @@ TEST(Recordset, OfAComputedResultCannotBeChanged) {
   const CursorTables tables;
   for (const char* sql : {"select max(GAIN) as m from AMSTEST", "select GAIN, GAIN*2 as m from AMSTEST"}) {
     const RecordsetPtr rows = tables.open(sql);
-    EXPECT_EQ(failureOf([&] { rows->AddNew(); }), failure::readOnlyTable);
-    EXPECT_EQ(failureOf([&] { rows->Edit(); }), failure::readOnlyTable);
-    EXPECT_EQ(failureOf([&] { rows->Delete(); }), failure::readOnlyTable);
-    EXPECT_EQ(failureOf([&] { rows->put("m", 1); }), failure::readOnlyTable);
+    EXPECT_EQ(failureNumberOf([&] { rows->AddNew(); }), failure::readOnlyTable);
+    EXPECT_EQ(failureNumberOf([&] { rows->Edit(); }), failure::readOnlyTable);
+    EXPECT_EQ(failureNumberOf([&] { rows->Delete(); }), failure::readOnlyTable);
+    EXPECT_EQ(failureNumberOf([&] { rows->put("m", 1); }), failure::readOnlyTable);
   }
-  EXPECT_EQ(failureOf([&] { tables.open("select max(GAIN) as m from AMSTEST")->FindFirst("m = 1"); }),
+  EXPECT_EQ(failureNumberOf([&] { tables.open("select max(GAIN) as m from AMSTEST")->FindFirst("m = 1"); }),
             failure::badQuery);
 }
 
@@ -148,8 +148,8 @@ TEST(Recordset, OfAReadingKindCannotBeChanged) {
        {tables.open(kAll, RecordsetType::snapshot), tables.open(kAll, RecordsetType::forwardOnly),
         tables.open(kAll, RecordsetType::dynaset, recordsetOption::readOnly), reader->OpenRecordset(kAll)}) {
     EXPECT_EQ(rows->value("GAIN"), Value(2.15));
-    EXPECT_EQ(failureOf([&] { rows->Edit(); }), failure::readOnlyTable);
-    EXPECT_EQ(failureOf([&] { rows->AddNew(); }), failure::readOnlyTable);
+    EXPECT_EQ(failureNumberOf([&] { rows->Edit(); }), failure::readOnlyTable);
+    EXPECT_EQ(failureNumberOf([&] { rows->AddNew(); }), failure::readOnlyTable);
   }
 }
 

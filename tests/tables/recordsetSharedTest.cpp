@@ -10,7 +10,7 @@ namespace vantrelix {
 namespace {
 
 using test::CursorTables;
-using test::failureOf;
+using test::failureNumberOf;
 
 constexpr const char* kAll = "Select * from [AMSTEST]";
 
@@ -38,7 +38,7 @@ TEST(Edit, FailsWhereAnotherChangedTheFieldThatWasPut) {
   other->put("GAIN", 4);
   other->Update();
   std::string text;
-  EXPECT_EQ(failureOf([&] { mine->Update(); }, &text), failure::dataChanged);
+  EXPECT_EQ(failureNumberOf([&] { mine->Update(); }, &text), failure::dataChanged);
   EXPECT_NE(text.find("'GAIN'"), std::string::npos) << text;
   EXPECT_NE(text.find("AMSTEST.DBF"), std::string::npos) << text;
   mine->CancelUpdate();
@@ -51,7 +51,7 @@ TEST(Delete, ByAnotherCursorIsSeenAtTheNextRead) {
   const RecordsetPtr other = tables.open(kAll);
   EXPECT_EQ(mine->value("GAIN"), Value(2.15));
   other->Delete();
-  EXPECT_EQ(failureOf([&] { mine->value("GAIN"); }), failure::recordDeleted);
+  EXPECT_EQ(failureNumberOf([&] { mine->value("GAIN"); }), failure::recordDeleted);
   mine->MoveNext();
   EXPECT_EQ(mine->value("GAIN"), Value(10));
   mine->FindFirst("ATYPE_ID = 'A1'");
@@ -111,9 +111,9 @@ TEST(Requery, EndsTheFieldsAndBookmarksOfATableThatWasReplaced) {
   test::addCells(tables.folder.file("AMSTEST.DBF"), {{"OTHER", "new"}, {"GAIN", "    7.50"}});
   rows->Requery();
   EXPECT_EQ(rows->value("GAIN"), Value(7.5));
-  EXPECT_EQ(failureOf([&] { gain.value(); }), failure::noSuchField);
-  EXPECT_EQ(failureOf([&] { last.Name(); }), failure::noSuchField);
-  EXPECT_EQ(failureOf([&] { rows->setBookmark(first); }), failure::notABookmark);
+  EXPECT_EQ(failureNumberOf([&] { gain.value(); }), failure::noSuchField);
+  EXPECT_EQ(failureNumberOf([&] { last.Name(); }), failure::noSuchField);
+  EXPECT_EQ(failureNumberOf([&] { rows->setBookmark(first); }), failure::notABookmark);
 }
 
 TEST(Requery, LeavesTheFieldsOfATableReplacedByOneWithTheSame) {
@@ -132,9 +132,9 @@ TEST(Requery, FailsEachTimeWhereTheNewTableLacksAField) {
   const CursorTables tables;
   const RecordsetPtr rows = tables.open("Select GAIN from AMSTEST");
   DbfFile::create(tables.folder.file("AMSTEST.DBF"), {{"OTHER", 'C', 4, 0}});
-  EXPECT_EQ(failureOf([&] { rows->Requery(); }), failure::badQuery);
+  EXPECT_EQ(failureNumberOf([&] { rows->Requery(); }), failure::badQuery);
   EXPECT_EQ(rows->value("GAIN"), Value(2.15));
-  EXPECT_EQ(failureOf([&] { rows->Requery(); }), failure::badQuery);
+  EXPECT_EQ(failureNumberOf([&] { rows->Requery(); }), failure::badQuery);
   DbfFile::create(tables.folder.file("AMSTEST.DBF"), {{"OTHER", 'C', 4, 0}, {"GAIN", 'N', 8, 2}});
   test::addCells(tables.folder.file("AMSTEST.DBF"), {{"GAIN", "    7.50"}});
   rows->Requery();
@@ -150,11 +150,11 @@ TEST(Requery, FailsWhereTheTableWasRemovedAndKeepsItsRows) {
     platform::current().rename(path, aside);
     std::string text, atOpening;
     for (int times = 0; times < 2; ++times) {
-      EXPECT_EQ(failureOf([&] { rows->Requery(); }, &text), failure::noSuchTable) << options;
+      EXPECT_EQ(failureNumberOf([&] { rows->Requery(); }, &text), failure::noSuchTable) << options;
       EXPECT_EQ(rows->value("GAIN"), Value(10));
       EXPECT_EQ(rows->AbsolutePosition(), 1);
     }
-    EXPECT_EQ(failureOf([&] { tables.open(kAll); }, &atOpening), failure::noSuchTable);
+    EXPECT_EQ(failureNumberOf([&] { tables.open(kAll); }, &atOpening), failure::noSuchTable);
     EXPECT_EQ(text, atOpening);
     platform::current().rename(aside, path);
     rows->Requery();
@@ -226,9 +226,9 @@ TEST(RemovedTable, TakesNoMoreWrites) {
   std::filesystem::remove(tables.folder.machine("AMSTEST.DBF"));
   rows->Edit();
   rows->put("ANTENNA", "lost");
-  EXPECT_EQ(failureOf([&] { rows->Update(); }), failure::noSuchTable);
+  EXPECT_EQ(failureNumberOf([&] { rows->Update(); }), failure::noSuchTable);
   rows->AddNew();
-  EXPECT_EQ(failureOf([&] { rows->Update(); }), failure::noSuchTable);
+  EXPECT_EQ(failureNumberOf([&] { rows->Update(); }), failure::noSuchTable);
 }
 
 TEST(ReplacedTable, TakesWritesOnlyFromThoseWhoOpenItAgain) {
@@ -238,11 +238,11 @@ TEST(ReplacedTable, TakesWritesOnlyFromThoseWhoOpenItAgain) {
   std::filesystem::rename(tables.folder.machine("NEW.DBF"), tables.folder.machine("AMSTEST.DBF"));
   rows->Edit();
   rows->put("ANTENNA", "lost");
-  EXPECT_EQ(failureOf([&] { rows->Update(); }), failure::noSuchTable);
+  EXPECT_EQ(failureNumberOf([&] { rows->Update(); }), failure::noSuchTable);
   rows->Requery();
   rows->Edit();
   rows->put("ANTENNA", "kept");
-  EXPECT_EQ(failureOf([&] { rows->Update(); }), 0);
+  EXPECT_EQ(failureNumberOf([&] { rows->Update(); }), 0);
 }
 
 }  // namespace

@@ -8,7 +8,7 @@ namespace vantrelix {
 namespace {
 
 using test::CursorTables;
-using test::failureOf;
+using test::failureNumberOf;
 
 constexpr const char* kAll = "Select * from [AMSTEST]";
 
@@ -32,10 +32,10 @@ TEST(Recordset, WithoutRowsIsAtBothEnds) {
   EXPECT_EQ(rows->AbsolutePosition(), -1);
   for (const auto& move : {&Recordset::MoveFirst, &Recordset::MoveLast, &Recordset::MoveNext, &Recordset::MovePrevious,
                            &Recordset::Edit, &Recordset::Delete}) {
-    EXPECT_EQ(failureOf([&] { (rows.get()->*move)(); }), failure::noCurrentRecord);
+    EXPECT_EQ(failureNumberOf([&] { (rows.get()->*move)(); }), failure::noCurrentRecord);
   }
-  EXPECT_EQ(failureOf([&] { rows->value("GAIN"); }), failure::noCurrentRecord);
-  EXPECT_EQ(failureOf([&] { rows->bookmark(); }), failure::noCurrentRecord);
+  EXPECT_EQ(failureNumberOf([&] { rows->value("GAIN"); }), failure::noCurrentRecord);
+  EXPECT_EQ(failureNumberOf([&] { rows->bookmark(); }), failure::noCurrentRecord);
 }
 
 TEST(Recordset, CountsTheRowsReachedSoFar) {
@@ -59,8 +59,8 @@ TEST(Recordset, MovesOnePastTheLastRowAndNoFurther) {
   rows->MoveNext();
   EXPECT_TRUE(rows->Eof());
   EXPECT_FALSE(rows->Bof());
-  EXPECT_EQ(failureOf([&] { rows->value("GAIN"); }), failure::noCurrentRecord);
-  EXPECT_EQ(failureOf([&] { rows->MoveNext(); }), failure::noCurrentRecord);
+  EXPECT_EQ(failureNumberOf([&] { rows->value("GAIN"); }), failure::noCurrentRecord);
+  EXPECT_EQ(failureNumberOf([&] { rows->MoveNext(); }), failure::noCurrentRecord);
   rows->MovePrevious();
   EXPECT_EQ(rows->AbsolutePosition(), 3);
 }
@@ -72,7 +72,7 @@ TEST(Recordset, MovesOneBeforeTheFirstRowAndNoFurther) {
   EXPECT_TRUE(rows->Bof());
   EXPECT_FALSE(rows->Eof());
   EXPECT_EQ(rows->AbsolutePosition(), -1);
-  EXPECT_EQ(failureOf([&] { rows->MovePrevious(); }), failure::noCurrentRecord);
+  EXPECT_EQ(failureNumberOf([&] { rows->MovePrevious(); }), failure::noCurrentRecord);
   rows->MoveNext();
   EXPECT_EQ(rows->AbsolutePosition(), 0);
 }
@@ -83,8 +83,8 @@ TEST(Recordset, SettingThePositionMovesToTheRowCountedFromZero) {
   rows->setAbsolutePosition(2);
   EXPECT_EQ(rows->value("GAIN"), Value(9.5));
   EXPECT_EQ(rows->RecordCount(), 3);
-  EXPECT_EQ(failureOf([&] { rows->setAbsolutePosition(4); }), failure::noCurrentRecord);
-  EXPECT_EQ(failureOf([&] { rows->setAbsolutePosition(-1); }), failure::noCurrentRecord);
+  EXPECT_EQ(failureNumberOf([&] { rows->setAbsolutePosition(4); }), failure::noCurrentRecord);
+  EXPECT_EQ(failureNumberOf([&] { rows->setAbsolutePosition(-1); }), failure::noCurrentRecord);
   EXPECT_EQ(rows->AbsolutePosition(), 2);
 }
 
@@ -97,8 +97,8 @@ TEST(Recordset, ABookmarkReturnsToItsRow) {
   rows->setBookmark(mark);
   EXPECT_EQ(rows->value("GAIN"), Value(9.5));
   const RecordsetPtr other = tables.open(kAll);
-  EXPECT_EQ(failureOf([&] { other->setBookmark(mark); }), failure::notABookmark);
-  EXPECT_EQ(failureOf([&] { rows->setBookmark(mark + 100); }), failure::notABookmark);
+  EXPECT_EQ(failureNumberOf([&] { other->setBookmark(mark); }), failure::notABookmark);
+  EXPECT_EQ(failureNumberOf([&] { rows->setBookmark(mark + 100); }), failure::notABookmark);
 }
 
 TEST(Recordset, FieldsAreFoundWithoutRegardToCase) {
@@ -110,9 +110,9 @@ TEST(Recordset, FieldsAreFoundWithoutRegardToCase) {
   EXPECT_EQ(rows->Fields("MADE").Type(), FieldType::date);
   EXPECT_EQ(rows->fieldCount(), 6U);
   std::string text;
-  EXPECT_EQ(failureOf([&] { rows->Fields("NOSUCH"); }, &text), failure::noSuchField);
+  EXPECT_EQ(failureNumberOf([&] { rows->Fields("NOSUCH"); }, &text), failure::noSuchField);
   EXPECT_NE(text.find("NOSUCH"), std::string::npos);
-  EXPECT_EQ(failureOf([&] { rows->Fields(6); }), failure::noSuchField);
+  EXPECT_EQ(failureNumberOf([&] { rows->Fields(6); }), failure::noSuchField);
 }
 
 TEST(Recordset, ATextIsCutToItsFieldWithoutSplittingACharacter) {
@@ -142,9 +142,9 @@ TEST(FindFirst, WithoutAMatchSaysSoAndDoesNotFail) {
   EXPECT_TRUE(rows->NoMatch());
   rows->FindFirst("ATYPE_ID = 'C3'");
   EXPECT_FALSE(rows->NoMatch());
-  EXPECT_EQ(failureOf([&] { rows->FindFirst("ATYPE_ID = "); }), failure::badQuery);
-  EXPECT_EQ(failureOf([&] { rows->FindFirst(""); }), failure::badQuery);
-  EXPECT_EQ(failureOf([&] { rows->FindFirst("NOSUCH = 1"); }), failure::badQuery);
+  EXPECT_EQ(failureNumberOf([&] { rows->FindFirst("ATYPE_ID = "); }), failure::badQuery);
+  EXPECT_EQ(failureNumberOf([&] { rows->FindFirst(""); }), failure::badQuery);
+  EXPECT_EQ(failureNumberOf([&] { rows->FindFirst("NOSUCH = 1"); }), failure::badQuery);
 }
 
 TEST(FindFirst, StaysAmongTheRowsAndInTheOrderOfTheCursor) {
@@ -179,10 +179,10 @@ TEST(Recordset, FailsWithEveryCallAfterClose) {
   const Field field = rows->Fields("GAIN");
   rows->Close();
   EXPECT_FALSE(rows->isOpen());
-  EXPECT_EQ(failureOf([&] { rows->Eof(); }), failure::objectNotSet);
-  EXPECT_EQ(failureOf([&] { rows->MoveFirst(); }), failure::objectNotSet);
-  EXPECT_EQ(failureOf([&] { field.value(); }), failure::objectNotSet);
-  EXPECT_EQ(failureOf([&] { rows->Close(); }), failure::objectNotSet);
+  EXPECT_EQ(failureNumberOf([&] { rows->Eof(); }), failure::objectNotSet);
+  EXPECT_EQ(failureNumberOf([&] { rows->MoveFirst(); }), failure::objectNotSet);
+  EXPECT_EQ(failureNumberOf([&] { field.value(); }), failure::objectNotSet);
+  EXPECT_EQ(failureNumberOf([&] { rows->Close(); }), failure::objectNotSet);
 }
 
 }  // namespace

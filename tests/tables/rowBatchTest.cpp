@@ -10,7 +10,7 @@ namespace vantrelix {
 namespace {
 
 using test::CursorTables;
-using test::failureOf;
+using test::failureNumberOf;
 
 constexpr const char* kAll = "Select * from [AMSTEST]";
 
@@ -65,7 +65,7 @@ TEST(RowBatch, AValueThatDoesNotFitLeavesTheRowsBeforeIt) {
   RowBatch batch(*rows);
   addGains(batch, gain, 101, 2);
   batch.AddNew();
-  EXPECT_EQ(failureOf([&] { batch.put(gain, 1e12); }), failure::fieldTooSmall);
+  EXPECT_EQ(failureNumberOf([&] { batch.put(gain, 1e12); }), failure::fieldTooSmall);
   EXPECT_EQ(tables.list(kAll), "2.15 10 9.5 - 101 102");
   rows->MoveLast();
   EXPECT_EQ(rows->value("GAIN"), Value(102));
@@ -82,7 +82,7 @@ TEST(RowBatch, AWriteThatFailsLeavesTheTableAsItWasAndTheRowsGathered) {
   const std::string bytes = tables.folder.read("AMSTEST.DBF");
   const std::size_t end = bytes.size() - 1;  // where the end mark stood, which a full disk may not take back
   faults.fillDiskAt(1);
-  EXPECT_EQ(failureOf([&] { batch.flush(); }), failure::diskFull);
+  EXPECT_EQ(failureNumberOf([&] { batch.flush(); }), failure::diskFull);
   EXPECT_EQ(tables.folder.read("AMSTEST.DBF").substr(0, end), bytes.substr(0, end));
   EXPECT_EQ(tables.folder.read("AMSTEST.DBF").size(), bytes.size());
   EXPECT_EQ(rows->RecordCount(), 1);
@@ -122,12 +122,12 @@ TEST(RowBatch, ARowNotTakenIsDropped) {
   const CursorTables tables;
   const RecordsetPtr rows = tables.open(kAll);
   RowBatch batch(*rows);
-  EXPECT_EQ(failureOf([&] { batch.Update(); }), failure::updateWithoutEdit);
-  EXPECT_EQ(failureOf([&] { batch.put(rows->Fields("GAIN"), 1); }), failure::updateWithoutEdit);
+  EXPECT_EQ(failureNumberOf([&] { batch.Update(); }), failure::updateWithoutEdit);
+  EXPECT_EQ(failureNumberOf([&] { batch.put(rows->Fields("GAIN"), 1); }), failure::updateWithoutEdit);
   batch.AddNew();
   batch.put(rows->Fields("FREQ"), 1);
   addGains(batch, rows->Fields("GAIN"), 101, 1);
-  EXPECT_EQ(failureOf([&] { batch.Update(); }), failure::updateWithoutEdit);
+  EXPECT_EQ(failureNumberOf([&] { batch.Update(); }), failure::updateWithoutEdit);
   batch.AddNew();
   batch.flush();
   EXPECT_EQ(tables.list(kAll), "2.15 10 9.5 - 101");
@@ -137,15 +137,15 @@ TEST(RowBatch, ARowNotTakenIsDropped) {
 TEST(RowBatch, RefusesWhatCannotTakeRows) {
   const CursorTables tables;
   const RecordsetPtr computed = tables.open("select max(GAIN) as m from AMSTEST");
-  EXPECT_EQ(failureOf([&] { RowBatch batch(*computed); }), failure::readOnlyTable);
+  EXPECT_EQ(failureNumberOf([&] { RowBatch batch(*computed); }), failure::readOnlyTable);
   const RecordsetPtr reading = tables.open(kAll, RecordsetType::snapshot);
-  EXPECT_EQ(failureOf([&] { RowBatch batch(*reading); }), failure::readOnlyTable);
+  EXPECT_EQ(failureNumberOf([&] { RowBatch batch(*reading); }), failure::readOnlyTable);
   const RecordsetPtr rows = tables.open(kAll);
   RowBatch batch(*rows);
   batch.AddNew();
-  EXPECT_EQ(failureOf([&] { batch.put(reading->Fields("GAIN"), 1); }), failure::noSuchField);
+  EXPECT_EQ(failureNumberOf([&] { batch.put(reading->Fields("GAIN"), 1); }), failure::noSuchField);
   rows->Close();
-  EXPECT_EQ(failureOf([&] { RowBatch closed(*rows); }), failure::objectNotSet);
+  EXPECT_EQ(failureNumberOf([&] { RowBatch closed(*rows); }), failure::objectNotSet);
 }
 
 TEST(RowBatch, PutsAValueIntoAllRowsGathered) {
@@ -175,8 +175,8 @@ TEST(RowBatch, AValueThatDoesNotFitInAllRowsChangesNone) {
   RowBatch batch(*rows);
   addGains(batch, rows->Fields("GAIN"), 101, 2);
   batch.putAll(id, "X7");
-  EXPECT_EQ(failureOf([&] { batch.putAll(id, "more than twelve"); }), failure::fieldTooSmall);
-  EXPECT_EQ(failureOf([&] { batch.putAll(others->Fields("ATYPE_ID"), "Y"); }), failure::noSuchField);
+  EXPECT_EQ(failureNumberOf([&] { batch.putAll(id, "more than twelve"); }), failure::fieldTooSmall);
+  EXPECT_EQ(failureNumberOf([&] { batch.putAll(others->Fields("ATYPE_ID"), "Y"); }), failure::noSuchField);
   EXPECT_EQ(tables.list(kAll), "2.15 10 9.5 -");
   batch.flush();
   EXPECT_EQ(tables.list(kAll, "ATYPE_ID"), "A1 B2 A1 C3 X7 X7");
@@ -189,7 +189,7 @@ TEST(RowBatch, MayWriteAtTheFlushAlone) {
   RowBatch batch(*rows, RowBatch::Writing::atFlush);
   addGains(batch, gain, 1, 30000);
   batch.AddNew();
-  EXPECT_EQ(failureOf([&] { batch.put(gain, 1e12); }), failure::fieldTooSmall);
+  EXPECT_EQ(failureNumberOf([&] { batch.put(gain, 1e12); }), failure::fieldTooSmall);
   EXPECT_EQ(tables.list(kAll), "2.15 10 9.5 -");
   batch.flush();
   EXPECT_EQ(tables.open("select count(*) as n from AMSTEST")->value("n"), Value(30004));
@@ -231,17 +231,17 @@ TEST(RowBatch, ANumberThatDoesNotFitOrIsNoneFailsAsItsPutDoes) {
   const CursorTables tables;
   const RecordsetPtr rows = tables.open(kAll), others = tables.open(kAll);
   RowBatch batch(*rows);
-  EXPECT_EQ(failureOf([&] { batch.numberField(others->Fields("GAIN")); }), failure::noSuchField);
+  EXPECT_EQ(failureNumberOf([&] { batch.numberField(others->Fields("GAIN")); }), failure::noSuchField);
   const RowBatch::NumberField gain = batch.numberField(rows->Fields("GAIN"));
-  EXPECT_EQ(failureOf([&] { batch.putGeneral(gain, 1); }), failure::updateWithoutEdit);
+  EXPECT_EQ(failureNumberOf([&] { batch.putGeneral(gain, 1); }), failure::updateWithoutEdit);
   addGains(batch, rows->Fields("GAIN"), 101, 2);
   batch.AddNew();
-  EXPECT_EQ(failureOf([&] { batch.putGeneral(gain, std::nan("")); }), failure::typeMismatch);
+  EXPECT_EQ(failureNumberOf([&] { batch.putGeneral(gain, std::nan("")); }), failure::typeMismatch);
   std::string byText, byNumber;
-  EXPECT_EQ(failureOf([&] { batch.putGeneral(gain, -1e12); }, &byNumber), failure::fieldTooSmall);
+  EXPECT_EQ(failureNumberOf([&] { batch.putGeneral(gain, -1e12); }, &byNumber), failure::fieldTooSmall);
   EXPECT_EQ(tables.list(kAll), "2.15 10 9.5 - 101 102");
   batch.AddNew();
-  EXPECT_EQ(failureOf([&] { batch.put(rows->Fields("GAIN"), -1e12); }, &byText), failure::fieldTooSmall);
+  EXPECT_EQ(failureNumberOf([&] { batch.put(rows->Fields("GAIN"), -1e12); }, &byText), failure::fieldTooSmall);
   EXPECT_EQ(byNumber, byText);
 }
 

@@ -9,7 +9,7 @@ namespace vantrelix {
 namespace {
 
 using test::CursorTables;
-using test::failureOf;
+using test::failureNumberOf;
 
 constexpr const char* kAll = "Select * from [AMSTEST]";
 
@@ -96,7 +96,7 @@ TEST(Snapshot, OfNoRowsHasNone) {
   const RecordsetPtr rows = tables.open("Select * from [AMSTEST] where GAIN > 100", RecordsetType::snapshot);
   EXPECT_TRUE(rows->Eof());
   EXPECT_EQ(rows->RecordCount(), 0);
-  EXPECT_EQ(failureOf([&] { rows->MoveFirst(); }), failure::noCurrentRecord);
+  EXPECT_EQ(failureNumberOf([&] { rows->MoveFirst(); }), failure::noCurrentRecord);
 }
 
 NumberPairs numbersOf(Recordset& rows, const char* first, const char* second, std::size_t most = SIZE_MAX) {
@@ -154,13 +154,13 @@ TEST(AddNumbers, BeginsAtTheCurrentRowAndStandsWhereItFailed) {
   tables.add("12", "7", 1, 2);
   RecordsetPtr rows = tables.open(kAll, RecordsetType::snapshot);
   rows->setAbsolutePosition(1);
-  EXPECT_EQ(failureOf([&] { numbersOf(*rows, "ANTENNA", "GAIN"); }), failure::typeMismatch);
+  EXPECT_EQ(failureNumberOf([&] { numbersOf(*rows, "ANTENNA", "GAIN"); }), failure::typeMismatch);
   EXPECT_EQ(rows->AbsolutePosition(), 1);
   rows->setAbsolutePosition(3);
   EXPECT_EQ(numbersOf(*rows, "ANTENNA", "ATYPE_ID").seconds, (std::vector<double>{12}));
   rows = tables.open("Select * from [AMSTEST] order by ATYPE_ID", RecordsetType::snapshot);
   NumberPairs pairs;
-  EXPECT_EQ(failureOf([&] { rows->addNumbers(rows->Fields("FREQ"), rows->Fields("ATYPE_ID"), pairs); }),
+  EXPECT_EQ(failureNumberOf([&] { rows->addNumbers(rows->Fields("FREQ"), rows->Fields("ATYPE_ID"), pairs); }),
             failure::typeMismatch);
   EXPECT_EQ(pairs.firsts, (std::vector<double>{2}));
   EXPECT_EQ(pairs.seconds, (std::vector<double>{12}));
@@ -171,10 +171,10 @@ TEST(AddNumbers, NeedsARowAndFieldsOfItsOwn) {
   const RecordsetPtr rows = tables.open(kAll, RecordsetType::snapshot);
   const RecordsetPtr other = tables.open(kAll, RecordsetType::snapshot);
   NumberPairs pairs;
-  EXPECT_EQ(failureOf([&] { rows->addNumbers(other->Fields("GAIN"), rows->Fields("GAIN"), pairs); }),
+  EXPECT_EQ(failureNumberOf([&] { rows->addNumbers(other->Fields("GAIN"), rows->Fields("GAIN"), pairs); }),
             failure::noSuchField);
   rows->MovePrevious();
-  EXPECT_EQ(failureOf([&] { numbersOf(*rows, "GAIN", "GAIN"); }), failure::noCurrentRecord);
+  EXPECT_EQ(failureNumberOf([&] { numbersOf(*rows, "GAIN", "GAIN"); }), failure::noCurrentRecord);
 }
 
 // A query that may keep so many bytes.

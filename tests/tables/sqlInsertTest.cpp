@@ -9,7 +9,7 @@ namespace vantrelix {
 namespace {
 
 using test::CursorTables;
-using test::failureOf;
+using test::failureNumberOf;
 
 struct InsertTables : CursorTables {
   InsertTables() {
@@ -55,8 +55,9 @@ TEST(Execute, IntoTheTableItselfAddsWhatWasThere) {
 TEST(Execute, NamesTheRowThatDoesNotFit) {
   const InsertTables tables;
   std::string text;
-  EXPECT_EQ(failureOf([&] { tables.database->Execute("Insert Into [AMSNEW] Select ANTENNA From [AMSTEST]"); }, &text),
-            failure::fieldTooSmall);
+  EXPECT_EQ(
+      failureNumberOf([&] { tables.database->Execute("Insert Into [AMSNEW] Select ANTENNA From [AMSTEST]"); }, &text),
+      failure::fieldTooSmall);
   EXPECT_NE(text.find("Record 1 of table"), std::string::npos) << text;
   EXPECT_NE(text.find("ANTENNA"), std::string::npos) << text;
   EXPECT_EQ(tables.list("select * from AMSNEW"), "");
@@ -67,7 +68,7 @@ TEST(Execute, KeepsTheRowsBeforeTheOneThatDoesNotFit) {
   tables.add("D4", "too long", 11, Value());
   tables.add("E5", "short", 12, Value());
   std::string text;
-  EXPECT_EQ(failureOf(
+  EXPECT_EQ(failureNumberOf(
                 [&] {
                   tables.database->Execute("Insert Into [AMSNEW] (EXTRA) Select ANTENNA From [AMSTEST] where GAIN > 9");
                 },
@@ -84,7 +85,7 @@ TEST(Execute, NamesTheRowThatDoesNotFitEvenWhereThoseBeforeItCannotBeWritten) {
   const platform::Substitute substitute(faults);
   faults.fillDiskAt(1);
   std::string text;
-  EXPECT_EQ(failureOf(
+  EXPECT_EQ(failureNumberOf(
                 [&] {
                   tables.database->Execute("Insert Into [AMSNEW] (EXTRA) Select ANTENNA From [AMSTEST] where GAIN > 9");
                 },
@@ -101,7 +102,7 @@ TEST(Execute, TriesAWriteThatFailsOnce) {
   platform::FaultPlatform faults(platform::current());
   const platform::Substitute substitute(faults);
   faults.failAt(1, failure::diskFull);
-  EXPECT_EQ(failureOf([&] { tables.database->Execute("Insert Into [AMSNEW] Select GAIN From [AMSTEST]"); }),
+  EXPECT_EQ(failureNumberOf([&] { tables.database->Execute("Insert Into [AMSNEW] Select GAIN From [AMSTEST]"); }),
             failure::diskFull);
   faults.reset();
   EXPECT_EQ(tables.list("select * from AMSNEW"), "");
@@ -111,7 +112,7 @@ TEST(Execute, IntoTheTableItselfAddsAllOrNothing) {
   const CursorTables tables;
   tables.add("D4", "too long", 11, Value());
   const std::string sql = "Insert Into [AMSTEST] (ATYPE_ID) Select ANTENNA & ANTENNA From [AMSTEST] where GAIN > 9";
-  EXPECT_EQ(failureOf([&] { tables.database->Execute(sql); }), failure::fieldTooSmall);
+  EXPECT_EQ(failureNumberOf([&] { tables.database->Execute(sql); }), failure::fieldTooSmall);
   EXPECT_EQ(tables.list("select * from AMSTEST"), "2.15 10 9.5 - 11");
 }
 
@@ -128,7 +129,7 @@ TEST(Execute, CopiesManyRowsInTheirOrder) {
 
 TEST(Execute, RefusesWhatItCannotRun) {
   const InsertTables tables;
-  const auto numberOf = [&](const std::string& sql) { return failureOf([&] { tables.database->Execute(sql); }); };
+  const auto numberOf = [&](const std::string& sql) { return failureNumberOf([&] { tables.database->Execute(sql); }); };
   EXPECT_EQ(numberOf("Select * from [AMSTEST]"), failure::badQuery);
   EXPECT_EQ(numberOf("Insert Into [NOSUCH] Select GAIN From [AMSTEST]"), failure::noSuchTable);
   EXPECT_EQ(numberOf("Insert Into [AMSNEW] Select GAIN From [NOSUCH]"), failure::noSuchTable);
@@ -140,7 +141,7 @@ TEST(Execute, RefusesWhatItCannotRun) {
   EXPECT_EQ(numberOf("Insert Into [AMSNEW] (EXTRA, extra) Select ATYPE_ID, ANTENNA From [AMSTEST]"), failure::badQuery);
   EXPECT_EQ(numberOf("Insert Into [AMSNEW] Select ATYPE_ID, ANTENNA as [atype_id] From [AMSTEST]"), failure::badQuery);
   const DatabasePtr reader = DBEngine::OpenDatabase(tables.folder.path(), false, true);
-  EXPECT_EQ(failureOf([&] { reader->Execute("Insert Into [AMSNEW] Select GAIN From [AMSTEST]"); }),
+  EXPECT_EQ(failureNumberOf([&] { reader->Execute("Insert Into [AMSNEW] Select GAIN From [AMSTEST]"); }),
             failure::readOnlyTable);
   EXPECT_EQ(tables.list("select * from AMSNEW"), "");
 }
@@ -148,10 +149,10 @@ TEST(Execute, RefusesWhatItCannotRun) {
 TEST(Execute, NamesThePlaceOfAFieldThatItsListHasTwice) {
   const InsertTables tables;
   std::string text;
-  failureOf([&] { tables.database->Execute("Insert Into [AMSNEW] (GAIN, [GAIN]) Select GAIN, 2 From AMSTEST"); },
-            &text);
+  failureNumberOf([&] { tables.database->Execute("Insert Into [AMSNEW] (GAIN, [GAIN]) Select GAIN, 2 From AMSTEST"); },
+                  &text);
   EXPECT_EQ(text.rfind("Field 'GAIN' at position 29 of the query is named twice", 0), 0U) << text;
-  failureOf([&] { tables.database->Execute("Insert Into [AMSNEW] Select GAIN, 2 as GAIN From AMSTEST"); }, &text);
+  failureNumberOf([&] { tables.database->Execute("Insert Into [AMSNEW] Select GAIN, 2 as GAIN From AMSTEST"); }, &text);
   EXPECT_EQ(text.rfind("Field 'GAIN' at position 35 of the query is named twice", 0), 0U) << text;
   EXPECT_EQ(tables.list("select GAIN, GAIN from AMSTEST"), "2.15 10 9.5 -");
 }

@@ -8,11 +8,11 @@ namespace vantrelix {
 namespace {
 
 using test::CursorTables;
-using test::failureOf;
+using test::failureNumberOf;
 
 std::string problemOf(const CursorTables& tables, const std::string& sql) {
   std::string text;
-  EXPECT_EQ(failureOf([&] { tables.open(sql); }, &text), failure::badQuery) << sql;
+  EXPECT_EQ(failureNumberOf([&] { tables.open(sql); }, &text), failure::badQuery) << sql;
   return text;
 }
 
@@ -80,7 +80,7 @@ TEST(Sql, DeepNestingAndGreatLengthAreRefusedRatherThanFatal) {
   for (int i = 0; i < 5000; ++i) nots += "not ";
   EXPECT_NE(problemOf(tables, start + nots + "1").find("nested"), std::string::npos);
   std::string text;
-  EXPECT_EQ(failureOf([&] { tables.open(start + std::string(70000, ' ') + "1"); }, &text), failure::badQuery);
+  EXPECT_EQ(failureNumberOf([&] { tables.open(start + std::string(70000, ' ') + "1"); }, &text), failure::badQuery);
   EXPECT_NE(text.find("too long"), std::string::npos);
 }
 

@@ -160,7 +160,7 @@ TEST_F(DurableWrites, ReportADiskThatFailsAndTakeAddedRowsBack) {
   const std::string before = tables.folder.read("AMSTEST.DBF");
   for (const int sync : {2, 4}) {
     faults.failAt(sync, failure::diskFull);
-    EXPECT_EQ(test::failureOf([&] { table->append(rowsOf(*table, {5}).data()); }), failure::diskFull);
+    EXPECT_EQ(test::failureNumberOf([&] { table->append(rowsOf(*table, {5}).data()); }), failure::diskFull);
     EXPECT_EQ(tables.folder.read("AMSTEST.DBF"), before);
     EXPECT_EQ(table->recordCount(), 4U);
   }
@@ -168,14 +168,14 @@ TEST_F(DurableWrites, ReportADiskThatFailsAndTakeAddedRowsBack) {
 
 TEST_F(DurableWrites, ReportADiskThatFailsAndLeaveAChangeInTheFile) {
   faults.failAt(2, failure::deviceIO);
-  EXPECT_EQ(test::failureOf([&] { table->markDeleted(1); }), failure::deviceIO);
+  EXPECT_EQ(test::failureNumberOf([&] { table->markDeleted(1); }), failure::deviceIO);
   EXPECT_EQ(tables.list(kAll), "2.15 9.5 -");
 }
 
 TEST_F(DurableWrites, OfAChangeThatStandsInTheFileAlreadyStillBringItToTheDisk) {
   const auto change = [](unsigned char* record) { record[1] = 'Z'; };
   faults.failAt(2, failure::deviceIO);
-  ASSERT_EQ(test::failureOf([&] { table->update(0, change); }), failure::deviceIO);
+  ASSERT_EQ(test::failureNumberOf([&] { table->update(0, change); }), failure::deviceIO);
   EXPECT_THAT(callsOf([&] { table->update(0, change); }), ElementsAre("sync"));
   DbfFile::setDurable(false);
   EXPECT_THAT(callsOf([&] { table->update(0, change); }), ElementsAre());
@@ -189,7 +189,7 @@ TEST_F(DurableWrites, OfACursorCanBeTriedAgainWhereTheDiskFailed) {
   rows->Edit();
   rows->put("GAIN", 7.5);
   faults.failAt(2, failure::deviceIO);
-  EXPECT_EQ(test::failureOf([&] { rows->Update(); }), failure::deviceIO);
+  EXPECT_EQ(test::failureNumberOf([&] { rows->Update(); }), failure::deviceIO);
   EXPECT_EQ(other->value("GAIN").asNumber(), 7.5);
   EXPECT_TRUE(rows->editing());
   EXPECT_THAT(callsOf([&] { rows->Update(); }), ElementsAre("sync"));

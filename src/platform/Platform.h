@@ -124,8 +124,8 @@ class Platform {
   virtual void renameNew(const std::string& from, const std::string& to) = 0;
   virtual void remove(const std::string& path) = 0;
   virtual void makeFolder(const std::string& path) = 0;
-  // Gives `to` the permissions of `from`: bits, access list, owner and group. Whom this program may not give them to
-  // has no more of `to` than everybody.
+  // Gives `to` the permissions of `from`: rights, access list, owner and group. Where this program may not give some,
+  // nobody but the owner of `to` has more of it than of `from`.
   virtual void copyPermissions(const std::string& from, const std::string& to) = 0;
   // Makes what was renamed or created in this folder durable.
   virtual void syncFolder(const std::string& path) = 0;

@@ -50,8 +50,11 @@ void copyPermissions(const std::string& from, const std::string& to) {
   if (::stat(from.c_str(), &source) != 0) fail(errno, from);
   const bool sameGroup = setGroup(to, source);
   const bool sameList = setAccessList(to, accessList(from));
-  mode_t mode = source.st_mode & 07777;
-  if (!sameGroup || !sameList) mode &= ~static_cast<mode_t>(S_IRWXG) | (mode & S_IRWXO) << 3;
+  constexpr mode_t kAllBits = S_IRWXU | S_IRWXG | S_IRWXO;
+  const mode_t forBoth = (source.st_mode >> 3) & source.st_mode & S_IRWXO;
+  mode_t mode = source.st_mode & kAllBits;
+  if (!sameGroup) mode = (mode & S_IRWXU) | forBoth << 3 | forBoth;
+  if (!sameList) mode &= S_IRWXU;
   if (::chmod(to.c_str(), mode) != 0) fail(errno, to);
 }
 

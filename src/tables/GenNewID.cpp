@@ -166,7 +166,9 @@ double NewId::lastRowsLimit(double candidate) {
   return last.isNull() ? candidate : std::min(candidate, CValP(last));
 }
 
+// An empty cursor's table may have got rows of others since it was opened.
 double NewId::firstCandidate() {
+  if (cursor_.RecordCount() == 0) return roundHalfEven(start_) - 1;
   cursor_.MoveLast();
   const double candidate = std::max(static_cast<double>(cursor_.RecordCount()), std::floor(start_));
   return isNumberField() ? lastRowsLimit(candidate) : candidate;
@@ -194,7 +196,7 @@ std::string NewId::search(UsedNumbers& used, double limit) {
 }
 
 std::string NewId::make() {
-  if (cursor_.RecordCount() == 0) return text(roundHalfEven(start_));
+  if (column_.table().recordCount() == 0) return text(roundHalfEven(start_));
   SetFlag(200);
   const double limit = firstCandidate();
   const TableLook look(column_.table());

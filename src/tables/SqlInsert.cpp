@@ -47,7 +47,7 @@ class Insert {
         textBytes_(source->fields()) {
     mapFields(insert.fields);
     for (std::size_t i = 0; i < targets_.size(); ++i) {
-      asBytes_.push_back(texts == InsertedTexts::bytes && isTextToText(query_.columns()[i].field, targets_[i]));
+      asBytes_.push_back(texts == InsertedTexts::bytes && isTextToText(sourceOf(i).field, targets_[i]));
     }
     // A file that is being run over is not written to before the run has ended.
     keepAll_ = source->path() == target->path();
@@ -59,8 +59,8 @@ class Insert {
         add(number, record);
         if (!keepAll_ && batch_.size() >= kBatchBytes) flush();
       });
-    } catch (...) {
-      if (!keepAll_) flushQuietly();
+    } catch (const RunTimeFailure& cause) {
+      if (!keepAll_) writeRowsBefore(cause);
       throw;
     }
     flush();
@@ -85,8 +85,10 @@ class Insert {
       if (field < 0) refuseField(name, position, "is not in table '" + displayPath(target_.path()) + "'.");
       const auto target = static_cast<std::size_t>(field);
       if (std::find(targets_.begin(), targets_.end(), target) != targets_.end()) {
+        if (named.empty() && select.items.empty()) continue;  // * of a table with two fields of a name: the first one
         refuseField(name, position, "is named twice. Name each field of the target once.");
       }
+      columns_.push_back(i);
       targets_.push_back(target);
     }
   }
@@ -96,6 +98,9 @@ class Insert {
                                                 std::to_string(sqlPlace(query_.select().text, position)) +
                                                 " of the query " + why);
   }
+
+  // What goes into one of the targets.
+  const SqlColumn& sourceOf(std::size_t target) const { return query_.columns()[columns_[target]]; }
 
   void add(std::uint32_t number, const unsigned char* record) {
     row_.show(record);
@@ -123,9 +128,9 @@ class Insert {
   }
 
   // What stands behind a NUL is no text and goes where there is no room for it.
-  void putBytes(unsigned char* record, const unsigned char* from, std::size_t column) {
-    const DbfField& field = target_.fields()[targets_[column]];
-    const auto source = static_cast<std::size_t>(query_.columns()[column].field);
+  void putBytes(unsigned char* record, const unsigned char* from, std::size_t target) {
+    const DbfField& field = target_.fields()[targets_[target]];
+    const auto source = static_cast<std::size_t>(sourceOf(target).field);
     std::string_view bytes = textBytes_.of(from, query_.table().fields()[source]);
     const auto width = static_cast<std::size_t>(field.width);
     if (bytes.size() > width) bytes = withoutPadding(bytes);
@@ -139,11 +144,11 @@ class Insert {
     dbf::putBytes(record, field, bytes, ' ');
   }
 
-  void put(unsigned char* record, std::size_t column) {
-    const SqlColumn& from = query_.columns()[column];
+  void put(unsigned char* record, std::size_t target) {
+    const SqlColumn& from = sourceOf(target);
     const Value value =
         from.field >= 0 ? row_.value(static_cast<std::size_t>(from.field)) : evaluate(*from.expression, row_);
-    const std::size_t field = targets_[column];
+    const std::size_t field = targets_[target];
     target_.put(record, field, converted(value, target_.fields()[field]));
   }
 
@@ -156,12 +161,14 @@ class Insert {
     batch_.clear();
   }
 
-  // For the rows before a failure, which is the one to be told.
-  void flushQuietly() {
+  void writeRowsBefore(const RunTimeFailure& cause) {
+    const std::uint32_t rows = pending_;
     try {
       flush();
-    } catch (const std::exception&) {
-      pending_ = 0;
+    } catch (const RunTimeFailure& another) {
+      throw RunTimeFailure(cause.number(), cause.description() + " Of the rows before it the last " +
+                                               std::to_string(rows) +
+                                               " could not be written either: " + another.description());
     }
   }
 
@@ -171,8 +178,9 @@ class Insert {
   RecordRow row_;
   const dbf::TextBytes textBytes_;
   bool keepAll_ = false;
-  std::vector<std::size_t> targets_;
-  std::vector<bool> asBytes_;  // of each column
+  std::vector<std::size_t> targets_;  // fields
+  std::vector<std::size_t> columns_;  // of the query, for each target
+  std::vector<bool> asBytes_;         // for each target
   std::vector<unsigned char> batch_;
   std::uint32_t pending_ = 0;
   long written_ = 0;

@@ -90,10 +90,10 @@ std::vector<DbfNewField> checkedFields(const std::vector<DbfNewField>& asked, co
   return fields;
 }
 
-// Whether a memo file was made here; false where another program was quicker.
-bool madeMemo(const std::string& path) {
+// Whether a memo file was made here, for those who may read the table; false where another program was quicker.
+bool madeMemo(const std::string& path, const std::string& table) {
   try {
-    platform::createWholeFile(path, MemoFile::emptyFile());
+    platform::createWholeFile(path, MemoFile::emptyFile(), platform::current().fileExists(table) ? table : "");
     return true;
   } catch (const RunTimeFailure& failure) {
     if (failure.number() != failure::fileExists) throw;
@@ -107,7 +107,7 @@ void provideMemo(const std::string& path) {
   std::string there = memoPartner(path, true);
   if (there.empty()) {
     there = withExtension(path, "FPT");
-    if (madeMemo(there)) return;
+    if (madeMemo(there, path)) return;
   }
   const MemoFile readable(there, MemoKind::foxpro);
 }

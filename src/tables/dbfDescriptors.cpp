@@ -7,7 +7,6 @@ namespace vantrelix::dbf {
 namespace {
 
 constexpr unsigned char kFlagSystem = 0x01;
-constexpr unsigned char kFlagNullable = 0x02;
 constexpr unsigned char kFlagAutoIncrement = 0x0C;
 
 // A name ends at its first NUL; what stands behind is of no meaning.

@@ -9,7 +9,9 @@
 
 namespace vantrelix::dbf {
 
-inline constexpr unsigned char kFlagBinary = 0x04;  // in the flags of a field: no text of a code page
+// In the flags of a field: it has a bit in the null flags; it is no text of a code page.
+inline constexpr unsigned char kFlagNullable = 0x02;
+inline constexpr unsigned char kFlagBinary = 0x04;
 
 struct Descriptors {
   std::vector<DbfField> fields;      // names as bytes of the file, widths as stored, no place in the record

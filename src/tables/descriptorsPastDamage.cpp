@@ -16,7 +16,7 @@ void mend(unsigned char* descriptor) {
   if (isFieldType(descriptor[11])) return;
   descriptor[11] = 'C';
   descriptor[17] = 0;
-  descriptor[18] = kFlagBinary;
+  descriptor[18] = static_cast<unsigned char>((descriptor[18] & kFlagNullable) | kFlagBinary);
 }
 
 }  // namespace

@@ -80,6 +80,15 @@ TEST_F(CopyPermissions, OfAStrangerOpenNothingToHisOwnGroup) {
   give(oldFile, kAlice, kRadio, 0660);
   ASSERT_TRUE(copiedByBob({}));
   EXPECT_EQ(bitsOfNew(), 0600U);
+  give(oldFile, kAlice, kRadio, 0604);  // his own group is shut out of a file that all others may read
+  ASSERT_TRUE(copiedByBob({}));
+  EXPECT_EQ(bitsOfNew(), 0600U);
+}
+
+TEST_F(CopyPermissions, GiveNoRightsOfTheOwnerToWhoRunsTheFile) {
+  give(oldFile, kAlice, kRadio, 06755);
+  platform::current().copyPermissions(folder.file("OLD.DBF"), folder.file("NEW.DBF"));
+  EXPECT_EQ(bitsOfNew(), 0755U);
 }
 
 TEST_F(CopyPermissions, FailWhereOneOfTheFilesIsMissing) {

@@ -140,6 +140,23 @@ TEST(GenNewID, ANumberThatAnotherProgramHasAddedSinceIsPassedOver) {
   EXPECT_EQ(GenNewID_RS(*cursor, "ID", "Z0015", "0000001"), "Z00150000003");
 }
 
+TEST(GenNewID, NumbersThatOthersHaveAddedToAnEmptyTableSinceArePassedOver) {
+  IdTable table;
+  const RecordsetPtr cursor = table.open();
+  table.add("Z00150000001");
+  table.add("Z00150000003");
+  EXPECT_EQ(GenNewID_RS(*cursor, "ID", "Z0015", "0000001"), "Z00150000002");
+  EXPECT_EQ(GenNewID_RS(*cursor, "ID", "Z0015", "0000003"), "Z00150000004");
+}
+
+TEST(GenNewID, ATableOfDeletedRowsGivesTheStart) {
+  IdTable table;
+  table.add("Z00150000001");
+  DbfFile::open(table.path)->markDeleted(0);
+  EXPECT_EQ(table.next("Z0015", "0000001"), "Z00150000001");
+  EXPECT_EQ(table.next("Z0015", "0000007"), "Z00150000007");
+}
+
 TEST(GenNewID, RowsOutsideTheCursorDoNotCount) {
   IdTable table;
   for (const char* id : {"Z00150000001", "Z00160000002", "Z00150000007"}) table.add(id);

@@ -90,6 +90,16 @@ TEST_P(RepairPermissions, OfATableThatANewOneReplacesStay) {
   }
 }
 
+TEST_P(RepairPermissions, OfATableThatANewOneReplacesAreThoseOfItsMemoFile) {
+  for (const std::string name : {"AMSTEST1", "AMS TEST"}) {
+    test::oldMaster(suite.folder(), name + ".DBF");
+    std::filesystem::permissions(suite.folder().machine(name + ".DBF"), GetParam());
+    ASSERT_TRUE(
+        NewTable({{"ID", 12, FieldType::text, ""}, {"NOTE", 0, FieldType::memo, ""}}, suite.file(name + ".DBF")));
+    EXPECT_EQ(of(name + ".FPT"), GetParam()) << name;
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Of, RepairPermissions,
                          ::testing::Values(kOwnerAlone, kOwnerAlone | perms::group_read,
                                            kOwnerAlone | perms::group_read | perms::group_write),

@@ -164,6 +164,13 @@ TEST_F(RecoveredFields, KeepTheirNullsBehindADamagedName) {
     }
   }
   std::string content = raw.bytes();
+  content[descriptor(0) + 11] = '\2';
+  recoveredAnew(content);
+  EXPECT_EQ(rows(), raw.rows) << "a field of no type";
+  const auto table = DbfFile::open(suite.file("NEW.DBF"));
+  EXPECT_TRUE(table->value(test::recordOf(*table, 0).data(), 0).isNull());
+  EXPECT_EQ(table->value(test::recordOf(*table, 0).data(), 2), Value("abc"));
+  content = raw.bytes();
   content.replace(descriptor(2), 32, std::string(32, '\0'));
   recoveredAnew(content);
   EXPECT_EQ(rows(), raw.rows) << "the flags are in the rest";

@@ -102,7 +102,7 @@ class Update {
     }
     const auto there = current().state(path);
     const platform::FileState locked = file.state();
-    if (!there || there->inode != locked.inode || there->device != locked.device) return std::nullopt;
+    if (!there || !isSameFile(*there, locked)) return std::nullopt;
     IniFile ini(platform::readWholeFile(file, path));
     const std::string before = ini.bytes();
     if (!change_(ini)) return false;

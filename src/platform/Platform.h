@@ -26,6 +26,11 @@ struct FileState {
   friend bool operator==(const FileState&, const FileState&) = default;
 };
 
+// Whether both are states of one file, whatever was done to it in between.
+inline bool isSameFile(const FileState& one, const FileState& other) {
+  return one.device == other.device && one.inode == other.inode;
+}
+
 enum class OpenMode {
   read,       // must exist
   readWrite,  // must exist

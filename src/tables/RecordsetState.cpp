@@ -82,7 +82,7 @@ void Recordset::Implementation::run() {
 // fails as it would anew: what went on in the file that nobody finds any more is not what the query asks for.
 void Recordset::Implementation::requery() {
   const auto now = platform::current().state(query->table().path());
-  const bool replaced = now && (now->device != opened.device || now->inode != opened.inode);
+  const bool replaced = now && !isSameFile(*now, opened);
   if (!now || (shared && replaced)) {
     SqlSelect select = query->select();
     open(std::move(select));

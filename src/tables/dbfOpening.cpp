@@ -68,13 +68,12 @@ void checkFirstRow(File& file, std::uint64_t size, const Header& header, const s
                            "compressed or no rows at all. Expand it with the program that made it.");
 }
 
-bool isSameFile(const std::optional<platform::FileState>& there, const platform::FileState& held) {
-  return there && there->device == held.device && there->inode == held.inode;
-}
-
 }  // namespace
 
-bool standsAt(const std::string& path, File& file) { return isSameFile(platform::current().state(path), file.state()); }
+bool standsAt(const std::string& path, File& file) {
+  const auto there = platform::current().state(path);
+  return there && isSameFile(*there, file.state());
+}
 
 // A repair puts a new file in the table's place. Who opened the old one just before it and locked it just after holds a
 // file that nobody will look at again. Who only reads is content with a file that stood at the path when it was opened;
@@ -87,7 +86,8 @@ HeldFile openHeld(const std::string& path, Sharing sharing, bool& readOnly) {
     const bool willWrite = !onlyReads || sharing != Sharing::shared;
     const auto there = willWrite ? platform::current().state(path) : std::nullopt;
     held.state = held.file->state();
-    if (willWrite ? !isSameFile(there, held.state) : held.state.links == 0) continue;
+    const bool stands = there && isSameFile(*there, held.state);
+    if (willWrite ? !stands : held.state.links == 0) continue;
     readOnly = onlyReads;
     return held;
   }

@@ -29,10 +29,6 @@ const KnownFile& used(AllKnown::iterator known) {
   return allKnown().front().file;
 }
 
-bool isSameFile(const platform::FileState& a, const platform::FileState& b) {
-  return a.device == b.device && a.inode == b.inode;
-}
-
 }  // namespace
 
 std::optional<KnownFile> knownFile(const std::string& path) {

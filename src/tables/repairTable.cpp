@@ -141,8 +141,7 @@ std::vector<LostValues> fillTemporary(const FieldList& fields, const std::shared
 // A program of another make, which knows no lock of opening, may have put a table of its own at the path.
 void requireStanding(const DbfFile& old) {
   const auto there = platform::current().state(old.path());
-  const platform::FileState held = old.state();
-  if (there && there->device == held.device && there->inode == held.inode) return;
+  if (there && isSameFile(*there, old.state())) return;
   throw RunTimeFailure(failure::noSuchTable, "The table " + displayPath(old.path()) +
                                                  " was removed or replaced while it was being mended. Open it again.");
 }

@@ -12,10 +12,6 @@ struct Standing {
   std::int64_t since = 0;
 };
 
-bool isSameFile(const platform::FileState& one, const platform::FileState& other) {
-  return one.device == other.device && one.inode == other.inode;
-}
-
 // Where the file is remembered, or is to be.
 Standing& placeOf(const platform::FileState& state) {
   static std::array<Standing, 16> known;

@@ -64,18 +64,20 @@ TEST(Execute, NamesTheRowThatDoesNotFit) {
   EXPECT_EQ(tables.list("select * from AMSNEW"), "");
 }
 
+// What is told of the fifth row, whose text is too long for the field.
+std::string refusalOfTheFifthRow(const InsertTables& tables) {
+  const std::string sql = "Insert Into [AMSNEW] (EXTRA) Select ANTENNA From [AMSTEST] where GAIN > 9";
+  std::string text;
+  EXPECT_EQ(failureNumberOf([&] { tables.database->Execute(sql); }, &text), failure::fieldTooSmall);
+  EXPECT_NE(text.find("Record 5 of table"), std::string::npos) << text;
+  return text;
+}
+
 TEST(Execute, KeepsTheRowsBeforeTheOneThatDoesNotFit) {
   const InsertTables tables;
   tables.add("D4", "too long", 11, Value());
   tables.add("E5", "short", 12, Value());
-  std::string text;
-  EXPECT_EQ(failureNumberOf(
-                [&] {
-                  tables.database->Execute("Insert Into [AMSNEW] (EXTRA) Select ANTENNA From [AMSTEST] where GAIN > 9");
-                },
-                &text),
-            failure::fieldTooSmall);
-  EXPECT_NE(text.find("Record 5 of table"), std::string::npos) << text;
+  refusalOfTheFifthRow(tables);
   EXPECT_EQ(tables.list("select * from AMSNEW", "EXTRA"), "array panel");
 }
 
@@ -85,14 +87,7 @@ TEST(Execute, NamesTheRowThatDoesNotFitEvenWhereThoseBeforeItCannotBeWritten) {
   platform::FaultPlatform faults(platform::current());
   const platform::Substitute substitute(faults);
   faults.fillDiskAt(1);
-  std::string text;
-  EXPECT_EQ(failureNumberOf(
-                [&] {
-                  tables.database->Execute("Insert Into [AMSNEW] (EXTRA) Select ANTENNA From [AMSTEST] where GAIN > 9");
-                },
-                &text),
-            failure::fieldTooSmall);
-  EXPECT_NE(text.find("Record 5 of table"), std::string::npos) << text;
+  const std::string text = refusalOfTheFifthRow(tables);
   EXPECT_NE(text.find("Of the rows before it the last 2 could not be written either: "), std::string::npos) << text;
   faults.reset();
   EXPECT_EQ(tables.list("select * from AMSNEW", "EXTRA"), "");
